@@ -1,0 +1,13 @@
+# Build switches of the project, all with the ZV_ prefix.
+option(ZV_BUILD_GUI "Build the Qt desktop program (src/forms)" ON)
+option(ZV_BUILD_TESTS "Build the test suites" ON)
+option(ZV_BUILD_BENCH "Build the benchmarks" ON)
+option(ZV_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()

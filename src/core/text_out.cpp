@@ -1,0 +1,82 @@
+// Buffered CR LF line output with every write failure reported.
+#include "core/text_out.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "core/error.h"
+
+namespace zv {
+
+namespace {
+constexpr std::size_t kBufferSize = 1 << 16;
+}
+
+TextOut::TextOut(const std::string& path) { open(path); }
+
+TextOut::~TextOut() { abandon(); }
+
+void TextOut::open(const std::string& path) {
+  abandon();
+  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (fd < 0) ThrowSystemError(errno, path);
+  fd_ = fd;
+  path_ = path;
+  buf_.clear();
+  buf_.reserve(kBufferSize);
+}
+
+void TextOut::line(std::string_view text) {
+  if (buf_.size() + text.size() + 2 > kBufferSize) {
+    flush();
+    if (text.size() + 2 > kBufferSize) {  // a huge line goes straight through
+      buf_.append(text);
+      buf_.append("\r\n");
+      flush();
+      return;
+    }
+  }
+  buf_.append(text);
+  buf_.append("\r\n");
+}
+
+void TextOut::raw(std::string_view bytes) {
+  if (buf_.size() + bytes.size() > kBufferSize) flush();
+  buf_.append(bytes);
+  if (buf_.size() >= kBufferSize) flush();
+}
+
+void TextOut::flush() {
+  if (fd_ < 0) throw ZvError(err::kBadFileNumber, ErrorText(err::kBadFileNumber), path_);
+  const char* p = buf_.data();
+  std::size_t left = buf_.size();
+  while (left > 0) {
+    const ssize_t n = ::write(fd_, p, left);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      const int e = errno;
+      buf_.clear();
+      ThrowSystemError(e, path_);
+    }
+    p += n;
+    left -= static_cast<std::size_t>(n);
+  }
+  buf_.clear();
+}
+
+void TextOut::close() {
+  if (fd_ < 0) return;
+  flush();
+  const int fd = fd_;
+  fd_ = -1;
+  if (::close(fd) != 0 && errno != EINTR) ThrowSystemError(errno, path_);
+}
+
+void TextOut::abandon() noexcept {
+  if (fd_ >= 0) ::close(fd_);
+  fd_ = -1;
+  buf_.clear();
+}
+
+}  // namespace zv
