@@ -59,6 +59,11 @@ inline constexpr std::string_view kProInputTitle = "Open File Error";
 // x.NDX in the output folder, say): the job would otherwise destroy its own input.
 inline constexpr std::string_view kInputIsOutputText = "Input file would be overwritten by an output file.";
 
+// What ZeroRecords shows when a job recognized no record.
+inline constexpr std::string_view kZeroRecordsTitle = "Zero Records";
+inline constexpr std::string_view kZeroRecordsText =
+    "The filter has recognized no\r\nrecords.  This can be caused\r\nby mis-matching filters and\r\nsystems.";
+
 // The checks of GetInputFile once a name was chosen: the file exists, its path holds
 // no ".PRO", and no output would replace it. On success sets gsInFile, gsBaseName,
 // gsProFile and gsIndexFile and returns true; otherwise leaves the job as it was,
