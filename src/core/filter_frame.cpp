@@ -70,11 +70,6 @@ void FilterFrame::FinishIndex() {
 
 namespace {
 
-int32_t percentOf(int32_t done, int32_t total) {
-  if (total <= 0) return 100;
-  return static_cast<int32_t>(static_cast<int64_t>(done) * 100 / total);
-}
-
 // The trap of a filter's main routine: remember the error as the job's.
 ZvError asZvError(const std::exception& e) {
   if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;

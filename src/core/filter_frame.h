@@ -47,7 +47,7 @@ JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, L
 // What the filters see of the frame while their loop runs.
 class FilterFrame {
  public:
-  FilterFrame(JobState& job, JobHost& host) : job(job), host(host) {}
+  FilterFrame(JobState& runningJob, JobHost& jobHost) : job(runningJob), host(jobHost) {}
 
   JobState& job;
   JobHost& host;

@@ -1,0 +1,165 @@
+// zorvanta-cli: subcommands made from the command table, exit codes, Ctrl-C.
+#include "cli/cli.h"
+
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/cli_host.h"
+#include "commands/command_table.h"
+#include "core/error.h"
+#include "core/files.h"
+#include "core/index_rec.h"
+
+namespace zv::cli {
+
+namespace {
+
+// The job Ctrl-C interrupts. Only the atomic flag is touched from the handler.
+std::atomic<int16_t>* gInterruptFlag = nullptr;
+
+extern "C" void onInterrupt(int) {
+  if (gInterruptFlag != nullptr) gInterruptFlag->store(1);
+}
+
+class InterruptGuard {
+ public:
+  explicit InterruptGuard(JobState& job) {
+    gInterruptFlag = &job.giInterrupt;
+    struct sigaction sa {};
+    sa.sa_handler = onInterrupt;
+    sigemptyset(&sa.sa_mask);
+    sigaction(SIGINT, &sa, &oldInt_);
+    sigaction(SIGTERM, &sa, &oldTerm_);
+  }
+  ~InterruptGuard() {
+    sigaction(SIGINT, &oldInt_, nullptr);
+    sigaction(SIGTERM, &oldTerm_, nullptr);
+    gInterruptFlag = nullptr;
+  }
+
+ private:
+  struct sigaction oldInt_ {};
+  struct sigaction oldTerm_ {};
+};
+
+void printError(const ZvError& e, const JobState& job) {
+  std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;
+  if (!e.detail().empty()) std::cerr << " (" << e.detail() << ')';
+  std::cerr << '\n';
+}
+
+int runFilter(const Command& command, const std::string& capture, const std::string& outDir) {
+  if (!outDir.empty() && !std::filesystem::is_directory(outDir)) {
+    std::cerr << "Output directory not found: " << outDir << '\n';
+    return kExitUsage;
+  }
+  JobState job;
+  job.outDir = outDir;
+  CliHost host(capture, isatty(STDERR_FILENO) == 1);
+  CommandResult result;
+  {
+    InterruptGuard guard(job);
+    result = RunCommand(command.number, job, host, CommandTable());
+  }
+  host.endProgress();
+  if (result.error) {
+    printError(*result.error, job);
+    return kExitFailed;
+  }
+  switch (result.outcome) {
+    case JobOutcome::Done:
+      std::cout << "Search File Unaltered:" << host.pnlInFile() << '\n'
+                << "Records Saved To:" << host.pnlProFile() << '\n'
+                << "Index Saved To:" << host.pnlIndexFile() << '\n'
+                << "Records: " << host.records() << '\n'
+                << "Elapsed: " << host.elapsed() << '\n';
+      return kExitDone;
+    case JobOutcome::Cancelled:
+      return host.inputRefused() ? kExitUsage : kExitDone;
+    case JobOutcome::ZeroRecords:
+      PrintMessage({std::string(kZeroRecordsTitle), std::string(kZeroRecordsText)});
+      return kExitZeroRecords;
+    case JobOutcome::Interrupted:
+      std::cerr << "Interrupted: outputs removed.\n";
+      return kExitInterrupted;
+    case JobOutcome::NoCommand:
+      break;
+  }
+  return kExitUsage;
+}
+
+int listIndex(const std::string& path) {
+  if (!Exist(path)) {
+    PrintMessage({std::string(kFileNotFoundTitle), std::string(kFileNotFoundText)});
+    std::cerr << "  (" << path << ")\n";
+    return kExitUsage;
+  }
+  try {
+    for (const IndexRec& r : ReadIndexFile(path)) {
+      std::cout << r.recNum << ' ' << r.startByte << ' ' << r.byteLen << ' ' << r.startLine << ' ' << r.endLine
+                << ' ' << r.keepFlag;
+      const std::string keep = r.keepFileName();
+      if (!keep.empty()) std::cout << ' ' << keep;
+      std::cout << '\n';
+    }
+  } catch (const ZvError& e) {
+    JobState job;
+    job.gsErrNumber = ErrNumberText(e.number());
+    job.gsErrText = e.text();
+    printError(e, job);
+    return kExitFailed;
+  }
+  return kExitDone;
+}
+
+}  // namespace
+
+int Main(int argc, char** argv) {
+  CLI::App app{"Zorvanta: turns captures of online database searches into numbered record files."};
+  app.name("zorvanta-cli");
+  app.require_subcommand(1);
+  app.footer(
+      "Outputs are named after the capture (BASE.PRO, BASE.NDX, BASE.FSC) and written to the current "
+      "directory unless --out-dir is given.\n"
+      "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
+      "130 interrupted (outputs removed).");
+
+  CLI::App* filter = app.add_subcommand("filter", "Filter a capture into a record file and its index");
+  filter->require_subcommand(1);
+  std::string capture;
+  std::string outDir;
+  int exitCode = kExitUsage;
+  for (const Command& command : CommandTable()) {
+    if (command.cliGroup != "filter" || command.handler == nullptr) continue;
+    CLI::App* sub = filter->add_subcommand(std::string(command.cliName), std::string(command.description));
+    sub->add_option("CAPTURE", capture, "The capture file to filter (never changed)")->required();
+    sub->add_option("--out-dir", outDir, "Folder for the outputs (default: the current directory)");
+    const Command* c = &command;
+    sub->callback([&, c] { exitCode = runFilter(*c, capture, outDir); });
+  }
+
+  CLI::App* ndx = app.add_subcommand(
+      "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");
+  std::string ndxPath;
+  ndx->add_option("FILE", ndxPath, "The .NDX file")->required();
+  ndx->callback([&] { exitCode = listIndex(ndxPath); });
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::CallForAllHelp& e) {
+    return app.exit(e);
+  } catch (const CLI::ParseError& e) {
+    app.exit(e);
+    return kExitUsage;
+  }
+  return exitCode;
+}
+
+}  // namespace zv::cli

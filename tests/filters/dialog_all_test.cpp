@@ -1,0 +1,331 @@
+// FilterDialogAll: labels, copy rules, the .FSC blocks, and the ways a job ends.
+#include "filters/dialog_all.h"
+
+#include <gtest/gtest.h>
+
+#include "core/error.h"
+#include "support/test_support.h"
+
+namespace zv {
+namespace {
+
+using test::CrLf;
+using test::RunFilterOn;
+using test::TempDir;
+
+test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
+  return RunFilterOn(&FilterDialogAll, dir, CrLf(lines));
+}
+
+// The worked example: a begin block, a combined select, two printed records (the
+// second behind a five-blank tail), a logoff block with its cost line.
+const std::vector<std::string> kWorkedExample = {
+    "?b 155",
+    "File 155:MEDLINE",
+    "?s cat and dog",
+    "S1  12  CAT AND DOG",
+    "?t 1/5/1-2",
+    " 1/5/1",
+    "TITLE LINE",
+    "",
+    "",
+    " 1/5/2     (Item 2 from file: 155)",
+    "SECOND RECORD",
+    "?logoff",
+    "$1.23 estimated cost",
+    " Logoff: level 12",
+};
+
+TEST(DialogAllWorkedExample, WritesRecordsWithTheirLabels) {
+  TempDir dir;
+  const auto run = Filter(dir, kWorkedExample);
+  ASSERT_EQ(run.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.pro, CrLf({"", "", "Record - 1", "", "TITLE LINE", "", "Record - 2", "", "SECOND RECORD", ""}));
+}
+
+TEST(DialogAllWorkedExample, IndexesBothRecordsWithTheLastOneReachingTheEnd) {
+  TempDir dir;
+  const auto run = Filter(dir, kWorkedExample);
+  ASSERT_EQ(run.ndx.size(), 2u);
+  const IndexRec& r1 = run.ndx[0];
+  EXPECT_EQ(r1.recNum, 1);
+  EXPECT_EQ(r1.startByte, 4);
+  EXPECT_EQ(r1.startLine, 3);
+  EXPECT_EQ(r1.endLine, 6);
+  EXPECT_EQ(r1.byteLen, 26);  // stops 2 bytes short of the next label
+  EXPECT_EQ(r1.keepFlag, 0);
+  EXPECT_EQ(std::string(r1.keepFile.data(), r1.keepFile.size()), std::string(255, ' '));
+  const IndexRec& r2 = run.ndx[1];
+  EXPECT_EQ(r2.recNum, 2);
+  EXPECT_EQ(r2.startByte, 32);
+  EXPECT_EQ(r2.startLine, 7);
+  EXPECT_EQ(r2.endLine, 10);
+  EXPECT_EQ(r2.byteLen, 31);  // counts the file's final CR LF
+  EXPECT_EQ(static_cast<std::size_t>(r2.startByte + r2.byteLen), run.pro.size());
+  EXPECT_EQ(test::RecordBytes(run.pro, r1), "Record - 1\r\n\r\nTITLE LINE\r\n");
+  EXPECT_EQ(test::RecordBytes(run.pro, r2), "Record - 2\r\n\r\nSECOND RECORD\r\n\r\n");
+}
+
+TEST(DialogAllWorkedExample, KeepsTheSearchStrategyInTheFsc) {
+  TempDir dir;
+  const auto run = Filter(dir, kWorkedExample);
+  ASSERT_TRUE(run.fscExists);
+  EXPECT_EQ(run.fsc, CrLf({"?b 155", "File 155:MEDLINE", "", "?s cat and dog", "S1  12  CAT AND DOG", "", "?logoff",
+                           "$1.23 estimated cost", " Logoff: level 12", ""}));
+}
+
+TEST(DialogAllWorkedExample, ShowsTheJobOnTheHost) {
+  TempDir dir;
+  test::RecordingHost host("");
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, CrLf(kWorkedExample), "session.log", &host);
+  ASSERT_EQ(run.outcome, JobOutcome::Done);
+  EXPECT_EQ(host.title, "Filtering All DIALOG Types to One File");
+  EXPECT_EQ(host.dialogFilter, "All Files (*.*)|*.*|.REF Files|*.REF|.LOG Files|*.LOG|.CAP Files|*.CAP|");
+  EXPECT_EQ(host.pnlFileLines, "14");
+  EXPECT_EQ(host.pnlFileSize, std::to_string(CrLf(kWorkedExample).size()));
+  EXPECT_EQ(host.lastLine, 14);
+  EXPECT_EQ(host.recordOdometer, (std::vector<int32_t>{1, 2}));
+  EXPECT_TRUE(host.finished);
+  EXPECT_EQ(host.pnlInFile, " " + dir.file("session.log"));
+  EXPECT_EQ(host.pnlProFile, " " + dir.file("session.PRO"));
+  EXPECT_EQ(host.pnlIndexFile, " " + dir.file("session.NDX"));
+  EXPECT_EQ(host.pnlElapsed.size(), 8u);  // "hh:mm:ss"
+  EXPECT_EQ(run.job->glRecNum, 2);         // RunCommand zeroes it; the filter never does
+  EXPECT_TRUE(run.job->gsInFile.empty());  // CleanUp
+}
+
+// Each candidate stands after a prompt; it is a label when the job finds a record.
+struct LabelCase {
+  const char* line;
+  bool label;
+};
+
+class DialogAllLabelTest : public testing::TestWithParam<LabelCase> {};
+
+TEST_P(DialogAllLabelTest, RecognizesOnlyTheLabelForm) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", GetParam().line, "BODY", "?"});
+  if (GetParam().label) {
+    EXPECT_EQ(run.outcome, JobOutcome::Done) << GetParam().line;
+    EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "BODY", ""}));
+  } else {
+    EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords) << GetParam().line;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, DialogAllLabelTest,
+    testing::Values(LabelCase{" 1/5/1", true}, LabelCase{" 12/25/1997", true},  // a date passes too
+                    LabelCase{"1/5/1", false},                                   // no leading blank
+                    LabelCase{"  1/5/1", false},                                 // two leading blanks
+                    LabelCase{" 1/5/", false},                                   // ends in "/"
+                    LabelCase{" 1/ABC/1", false}, LabelCase{" 1/5,K/1", true}, LabelCase{" 1/KWIC/1", true},
+                    LabelCase{" 1/kwic/1", false},                                // case-sensitive
+                    LabelCase{" 1/5/1     (Item 1 from file: 5)", true},          // gap of exactly five
+                    LabelCase{" 1/5/1  (x)", false}, LabelCase{" 1/5/1      x", false},
+                    LabelCase{" 1/5/1a", false},                                 // item not all digits
+                    LabelCase{" 123/5/1", true}, LabelCase{" 1234/5/1", false},  // set field up to 3
+                    LabelCase{" 1/1234567,90/1", true},                          // format of 10
+                    LabelCase{" 1/12345678,01/1", false},                        // format of 11
+                    LabelCase{" 1/ 5/1", false},                                 // format begins blank
+                    LabelCase{" 1//1", false},                                   // empty format
+                    LabelCase{" 1/5/1/2", false},                                // three slashes
+                    LabelCase{"?1/5/1", false}, LabelCase{" ?/5/1", false},
+                    LabelCase{"\t1/5/1", false},                                 // a tab is not a blank
+                    LabelCase{"\xA0" "1/5/1", true}));                           // high bit cleared: a blank
+
+TEST(DialogAllCopyRules, DropsABlankFirstLineAndShrinksBlankRuns) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "", "A", "", "", "", "BB", "?"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "", "BB", ""}));
+}
+
+TEST(DialogAllCopyRules, RecordsWithoutAPromptBetweenNeedNoClosing) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1-2", " 1/5/1", "A", " 1/5/2", "BB", "?"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "", "", "Record - 2", "", "BB", ""}));
+  ASSERT_EQ(run.ndx.size(), 2u);
+  EXPECT_EQ(run.ndx[0].endLine, 6);
+  EXPECT_EQ(run.ndx[1].startLine, 7);
+}
+
+TEST(DialogAllCopyRules, ASingleCharacterBeforeThePromptGetsNoBlankLine) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "x", "?"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "x"}));
+}
+
+TEST(DialogAllCopyRules, OffAloneDoesNotEndARecordButOtherLogoffWordsDo) {
+  TempDir dir;
+  auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "  OFF  ", "BB", "?"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "  OFF  ", "BB", ""}));
+  for (const char* line : {" off ", "logoff", "  LOGOFF", "logoff hold ", "LOGOFF HOLD", ">>>", " ?x", "?x"}) {
+    TempDir d;
+    run = Filter(d, {"?t 1/5/1", " 1/5/1", "AA", line, "not copied"});
+    EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "AA", ""})) << line;
+  }
+  TempDir d;  // the prompt must stand in column 1 or 2
+  run = Filter(d, {"?t 1/5/1", " 1/5/1", "AA", "  ?x", "BB", "?"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "AA", "  ?x", "BB", ""}));
+}
+
+TEST(DialogAllEndOfInput, ALastLineInsideARecordIsWrittenTwice) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "LAST"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "LAST", "LAST"}));
+  ASSERT_EQ(run.ndx.size(), 1u);
+  EXPECT_EQ(run.ndx[0].endLine, 6);
+  EXPECT_EQ(run.ndx[0].byteLen, static_cast<int32_t>(run.pro.size()) - run.ndx[0].startByte);
+}
+
+TEST(DialogAllEndOfInput, ALabelOnTheVeryLastLineStandsAsRawText) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1-2", " 1/5/1", "A", " 1/5/2"});
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "", "", "Record - 2", "", " 1/5/2"}));
+  ASSERT_EQ(run.ndx.size(), 2u);
+  EXPECT_EQ(run.ndx[1].endLine, 9);
+}
+
+TEST(DialogAllEndOfInput, LineEndsOfAnyKindGiveTheSameRecords) {
+  const std::vector<std::string> lines = {"?t 1/5/1", " 1/5/1", "A", "", "B", "?logoff"};
+  std::string lf, cr, crlf = CrLf(lines);
+  for (const auto& l : lines) lf += l + "\n", cr += l + "\r";
+  TempDir a, b, c;
+  const auto want = RunFilterOn(&FilterDialogAll, a, crlf).pro;
+  EXPECT_EQ(RunFilterOn(&FilterDialogAll, b, lf).pro, want);
+  EXPECT_EQ(RunFilterOn(&FilterDialogAll, c, cr).pro, want);
+  TempDir d;  // no line end after the last line
+  EXPECT_EQ(RunFilterOn(&FilterDialogAll, d, crlf.substr(0, crlf.size() - 2)).pro, want);
+}
+
+TEST(DialogAllFsc, BlocksOpenOnTheirCommandsAndCloseAtTheNextPrompt) {
+  TempDir dir;
+  const auto run = Filter(dir, {"? begin 1,5", "banner", "", "?ds", "Set Items", "?s cat", "S2 3 CAT",
+                             "?display sets", "S1", "? S a AND b", "S3", "?t 1/5/1", " 1/5/1", "A", "?"});
+  EXPECT_EQ(run.fsc, CrLf({"? begin 1,5", "banner", "", "", "?ds", "Set Items", "", "?display sets", "S1", "",
+                           "? S a AND b", "S3", ""}));
+}
+
+TEST(DialogAllFsc, ACommandLineThatHoldsOffGoesToTheFscTwice) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?b offsite", "x", "?t 1/5/1", " 1/5/1", "A", "?"});
+  // The begin block copies it, and so does the logoff block it opened, which no
+  // "Logoff:" line closes: it copies the rest of the capture.
+  EXPECT_EQ(run.fsc, CrLf({"?b offsite", "?b offsite", "x", "x", "", "?t 1/5/1", " 1/5/1", "A", "?"}));
+}
+
+TEST(DialogAllFsc, AnErrorLineClosesTheLogoffBlockWithoutBeingCopied) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "?s coffee", ">>> error", "after"});
+  EXPECT_EQ(run.fsc, CrLf({"?s coffee"}));
+}
+
+TEST(DialogAllFsc, NoStrategyLinesLeaveNoFsc) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "?"});
+  EXPECT_EQ(run.outcome, JobOutcome::Done);
+  EXPECT_TRUE(run.proExists);
+  EXPECT_FALSE(run.fscExists);
+}
+
+TEST(DialogAllZeroRecords, OnlySearchesDeletesEveryOutput) {
+  TempDir dir;
+  const auto run = Filter(dir, {"?b 1", "banner", "?s a and b", "S1 2 A AND B", "?logoff", " Logoff: now"});
+  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
+  EXPECT_FALSE(run.proExists);
+  EXPECT_FALSE(run.ndxExists);
+  EXPECT_FALSE(run.fscExists);
+}
+
+TEST(DialogAllZeroRecords, AnEmptyCaptureSkipsTheLoop) {
+  TempDir dir;
+  test::RecordingHost host("");
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, "", "empty.log", &host);
+  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
+  EXPECT_EQ(host.lastLine, 0);
+  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
+}
+
+TEST(DialogAllInterrupt, DuringTheLastLineAbandonsEvenACompleteJob) {
+  TempDir dir;
+  test::WriteFile(dir.file("session.WRK"), "bookmarks of an earlier run");
+  test::RecordingHost host("");
+  host.onLine = [&](int32_t line) {
+    if (line == static_cast<int32_t>(kWorkedExample.size())) host.running->giInterrupt = 1;
+  };
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, CrLf(kWorkedExample), "session.log", &host);
+  EXPECT_EQ(run.outcome, JobOutcome::Interrupted);
+  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
+  EXPECT_FALSE(test::FileExists(dir.file("session.WRK")));
+  EXPECT_EQ(run.job->giInterrupt, 0);
+  EXPECT_FALSE(host.finished);
+}
+
+TEST(DialogAllInterrupt, IsSeenAfterTheLineInHand) {
+  TempDir dir;
+  test::RecordingHost host("");
+  host.onLine = [&](int32_t line) {
+    if (line == 2) host.running->giInterrupt = 1;
+  };
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, CrLf(kWorkedExample), "session.log", &host);
+  EXPECT_EQ(run.outcome, JobOutcome::Interrupted);
+  EXPECT_EQ(host.lastLine, 2);
+}
+
+TEST(DialogAllRerun, ReplacesEveryOutputAndLeavesNoStaleIndexRecords) {
+  TempDir dir;
+  auto run = Filter(dir, {"?t 1/5/1-3", " 1/5/1", "A", " 1/5/2", "B", " 1/5/3", "C", "?ds", "S1", "?"});
+  ASSERT_EQ(run.ndx.size(), 3u);
+  run = Filter(dir, {"?t 1/5/1", " 1/5/1", "AA", "?"});
+  EXPECT_EQ(run.ndx.size(), 1u);
+  EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "AA", ""}));
+  EXPECT_FALSE(run.fscExists);  // the new run wrote none, so the old one went too
+}
+
+TEST(DialogAllFailure, ARecordOf32768LinesOverflowsAndRemovesTheOutputs) {
+  TempDir dir;
+  test::WriteFile(dir.file("big.WRK"), "bookmarks");
+  std::string capture = CrLf({"?t 1/5/1", " 1/5/1"});
+  for (int i = 0; i < 32768; ++i) capture += "line\r\n";
+  capture += "?\r\n";
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture, "big.log");
+  EXPECT_TRUE(run.threw);
+  EXPECT_EQ(run.errorNumber, err::kOverflow);
+  EXPECT_EQ(run.job->gsErrNumber, " 6");
+  EXPECT_EQ(run.job->gsErrText, "Overflow");
+  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
+  EXPECT_FALSE(test::FileExists(dir.file("big.WRK")));
+}
+
+TEST(DialogAllFailure, ARecordOf32767LinesStillFits) {
+  TempDir dir;
+  std::string capture = CrLf({"?t 1/5/1", " 1/5/1"});
+  for (int i = 0; i < 32766; ++i) capture += "line\r\n";
+  capture += "?\r\n";
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture, "big.log");
+  EXPECT_FALSE(run.threw);
+  EXPECT_EQ(run.outcome, JobOutcome::Done);
+}
+
+TEST(DialogAllFailure, TooManyStrategyLinesOverflowTheFscCounter) {
+  TempDir dir;
+  std::string capture = CrLf({"?b 1"});
+  for (int i = 0; i < 32767; ++i) capture += "x\r\n";
+  capture += CrLf({"?t 1/5/1", " 1/5/1", "A", "?"});
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture);
+  EXPECT_TRUE(run.threw);
+  EXPECT_EQ(run.errorNumber, err::kOverflow);
+  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
+}
+
+TEST(DialogAllInput, IsNeverChanged) {
+  TempDir dir;
+  std::string capture = CrLf(kWorkedExample);
+  capture += std::string("\x00\xff\x80 1/5/9\t\x1a", 9) + "\n\rtail";
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture);
+  EXPECT_EQ(run.outcome, JobOutcome::Done);
+  EXPECT_EQ(test::ReadFile(dir.file("session.log")), capture);
+}
+
+}  // namespace
+}  // namespace zv

@@ -1,0 +1,105 @@
+// Temporary folders, file helpers and the recording host of the tests.
+#include "support/test_support.h"
+
+#include <fstream>
+#include <random>
+#include <sstream>
+
+#include "core/error.h"
+
+namespace zv::test {
+
+TempDir::TempDir() {
+  std::random_device rd;
+  for (;;) {
+    path_ = std::filesystem::temp_directory_path() / ("zv_test_" + std::to_string(rd()));
+    if (std::filesystem::create_directory(path_)) break;
+  }
+}
+
+TempDir::~TempDir() {
+  std::error_code ec;
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_all, std::filesystem::perm_options::add, ec);
+  std::filesystem::remove_all(path_, ec);
+}
+
+void WriteFile(const std::string& path, const std::string& bytes) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+bool FileExists(const std::string& path) { return std::filesystem::exists(path); }
+
+std::string CrLf(const std::vector<std::string>& lines) {
+  std::string s;
+  for (const auto& l : lines) s += l + "\r\n";
+  return s;
+}
+
+void RecordingHost::GetInputFile(JobState& job, std::string_view filter) {
+  dialogFilter = filter;
+  running = &job;
+  if (!CheckInputFile(job, capture, refusal)) job.giCancelOpen = 1;
+}
+
+void RecordingHost::jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) {
+  pnlFileSize = fileSize;
+  pnlStartTime = startTime;
+  pnlFileLines = fileLines;
+}
+
+void RecordingHost::lineRead(int32_t lInLine, int32_t glLineCount) {
+  lastLine = lInLine;
+  lineCount = glLineCount;
+  if (onLine) onLine(lInLine);
+}
+
+void RecordingHost::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+  pnlFinishTime = finishTime;
+  pnlElapsed = elapsed;
+}
+
+void RecordingHost::FinishFilter(std::string_view in, std::string_view pro, std::string_view ndx) {
+  finished = true;
+  pnlInFile = in;
+  pnlProFile = pro;
+  pnlIndexFile = ndx;
+}
+
+FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture, const std::string& name,
+                      RecordingHost* host) {
+  const std::string input = dir.file(name);
+  WriteFile(input, capture);
+  RecordingHost local(input);
+  RecordingHost& h = host ? *host : local;
+  if (h.capture.empty()) h.capture = input;
+  FilterRun run;
+  run.job->outDir = dir.path().string();
+  try {
+    run.outcome = filter(*run.job, h);
+  } catch (const ZvError& e) {
+    run.threw = true;
+    run.errorNumber = e.number();
+  }
+  const std::string stem = dir.file(name.substr(0, name.rfind('.')));
+  run.proExists = FileExists(stem + ".PRO");
+  run.ndxExists = FileExists(stem + ".NDX");
+  run.fscExists = FileExists(stem + ".FSC");
+  if (run.proExists) run.pro = ReadFile(stem + ".PRO");
+  if (run.fscExists) run.fsc = ReadFile(stem + ".FSC");
+  if (run.ndxExists) run.ndx = ReadIndexFile(stem + ".NDX");
+  return run;
+}
+
+std::string RecordBytes(const std::string& pro, const IndexRec& rec) {
+  return pro.substr(static_cast<std::size_t>(rec.startByte), static_cast<std::size_t>(rec.byteLen));
+}
+
+}  // namespace zv::test
