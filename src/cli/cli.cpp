@@ -123,11 +123,21 @@ int Main(int argc, char** argv) {
   CLI::App app{"Zorvanta: turns captures of online database searches into numbered record files."};
   app.name("zorvanta-cli");
   app.require_subcommand(1);
-  app.footer(
+  std::string footer = "Commands:\n";
+  for (const Command& command : CommandTable()) {
+    if (command.cliGroup.empty() || command.handler == nullptr) continue;
+    footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
+              " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
+  }
+  footer +=
+      "  zorvanta-cli ndx FILE.NDX\n"
+      "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"
       "Outputs are named after the capture (BASE.PRO, BASE.NDX, BASE.FSC) and written to the current "
-      "directory unless --out-dir is given.\n"
+      "directory unless --out-dir is given. The capture itself is never changed.\n"
+      "A progress bar is drawn on stderr when it is a terminal; messages go to stderr.\n"
       "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
-      "130 interrupted (outputs removed).");
+      "130 interrupted (outputs removed).";
+  app.footer(footer);
 
   CLI::App* filter = app.add_subcommand("filter", "Filter a capture into a record file and its index");
   filter->require_subcommand(1);

@@ -86,7 +86,8 @@ IndexFile::~IndexFile() { abandon(); }
 void IndexFile::open(const std::string& path) {
   abandon();
   const int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-  if (fd < 0) ThrowSystemError(errno, path);
+  // A file being created is missing only when its folder is.
+  if (fd < 0) ThrowSystemError(errno == ENOENT ? ENOTDIR : errno, path);
   fd_ = fd;
   path_ = path;
   struct stat st {};

@@ -20,7 +20,8 @@ TextOut::~TextOut() { abandon(); }
 void TextOut::open(const std::string& path) {
   abandon();
   const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (fd < 0) ThrowSystemError(errno, path);
+  // A file being created is missing only when its folder is.
+  if (fd < 0) ThrowSystemError(errno == ENOENT ? ENOTDIR : errno, path);
   fd_ = fd;
   path_ = path;
   buf_.clear();

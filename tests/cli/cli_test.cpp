@@ -1,0 +1,188 @@
+// zorvanta-cli as scripts use it: outputs, messages on stderr, exit codes, bad input.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+#include <unistd.h>
+
+#include "support/process.h"
+#include "support/test_support.h"
+
+namespace zv {
+namespace {
+
+using test::CrLf;
+using test::FileExists;
+using test::ReadFile;
+using test::RunCli;
+using test::TempDir;
+using test::WriteFile;
+
+const std::string kCapture = CrLf({"?b 155", "File 155:MEDLINE", "?t 1/5/1-2", " 1/5/1", "FIRST RECORD", " 1/5/2",
+                                   "SECOND RECORD", "?logoff", " Logoff: level 1"});
+
+bool noOutputs(const TempDir& dir, const std::string& stem) {
+  return !FileExists(dir.file(stem + ".PRO")) && !FileExists(dir.file(stem + ".NDX")) &&
+         !FileExists(dir.file(stem + ".FSC"));
+}
+
+TEST(CliUsage, HelpDescribesEveryCommandAndTheExitCodes) {
+  const auto r = RunCli({"--help"});
+  EXPECT_EQ(r.exitCode, 0);
+  for (const char* word : {"filter", "dialog-all", "--out-dir", "ndx", "recNum startByte byteLen", "130"})
+    EXPECT_NE(r.out.find(word), std::string::npos) << word;
+}
+
+TEST(CliUsage, BadCommandLinesExitWithTwo) {
+  EXPECT_EQ(RunCli({}).exitCode, 2);
+  EXPECT_EQ(RunCli({"bogus"}).exitCode, 2);
+  EXPECT_EQ(RunCli({"filter"}).exitCode, 2);
+  EXPECT_EQ(RunCli({"filter", "dialog-all"}).exitCode, 2);
+  EXPECT_EQ(RunCli({"filter", "dialog-all", "a.log", "--no-such-flag"}).exitCode, 2);
+  TempDir dir;
+  WriteFile(dir.file("a.log"), kCapture);
+  const auto r = RunCli({"filter", "dialog-all", dir.file("a.log"), "--out-dir", dir.file("missing")});
+  EXPECT_EQ(r.exitCode, 2);
+  EXPECT_NE(r.err.find("Output directory not found"), std::string::npos);
+}
+
+TEST(CliFilter, WritesTheOutputsInTheCurrentDirectoryAndListsTheIndex) {
+  TempDir dir;
+  WriteFile(dir.file("session.log"), kCapture);
+  const auto r = RunCli({"filter", "dialog-all", "session.log"}, {.cwd = dir.path().string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_NE(r.out.find("Records: 2"), std::string::npos);
+  EXPECT_EQ(r.err.find('['), std::string::npos);  // no progress bar when stderr is no terminal
+  EXPECT_EQ(ReadFile(dir.file("session.PRO")),
+            CrLf({"", "", "Record - 1", "", "FIRST RECORD", "", "", "Record - 2", "", "SECOND RECORD", ""}));
+  EXPECT_TRUE(FileExists(dir.file("session.FSC")));
+  const auto ndx = RunCli({"ndx", dir.file("session.NDX")});
+  EXPECT_EQ(ndx.exitCode, 0);
+  EXPECT_EQ(ndx.out, "1 4 30 3 7 0\n2 36 31 8 11 0\n");
+}
+
+TEST(CliFilter, OutDirTakesThePlaceOfTheCurrentDirectory) {
+  TempDir in, out;
+  WriteFile(in.file("my.capture.log"), kCapture);
+  const auto r = RunCli({"filter", "dialog-all", in.file("my.capture.log"), "--out-dir", out.path().string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_TRUE(FileExists(out.file("my.capture.PRO")));
+  EXPECT_TRUE(FileExists(out.file("my.capture.NDX")));
+  EXPECT_TRUE(noOutputs(in, "my.capture"));
+}
+
+TEST(CliBadInput, RefusedFilesExitWithTwoAndTheSystemsMessage) {
+  TempDir dir;
+  WriteFile(dir.file("X.PRO.log"), kCapture);
+  WriteFile(dir.file("old.NDX"), kCapture);
+  std::filesystem::create_directory(dir.file("folder.log"));
+  struct Case {
+    std::string file, message;
+  } cases[] = {
+      {"missing.log", "File Open Error: File not found."},
+      {"folder.log", "File Open Error: File not found."},
+      {"X.PRO.log", "Open File Error: Input file must not have .PRO extension."},
+      {"old.NDX", "Open File Error: Input file would be overwritten by an output file."},
+  };
+  for (const auto& c : cases) {
+    const auto r = RunCli({"filter", "dialog-all", c.file}, {.cwd = dir.path().string()});
+    EXPECT_EQ(r.exitCode, 2) << c.file;
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << c.file << ": " << r.err;
+  }
+  EXPECT_EQ(ReadFile(dir.file("old.NDX")), kCapture);
+  EXPECT_FALSE(FileExists(dir.file("X.PRO")));
+}
+
+TEST(CliBadInput, AnEmptyFileTakesTheZeroRecordPath) {
+  TempDir dir;
+  WriteFile(dir.file("empty.log"), "");
+  const auto r = RunCli({"filter", "dialog-all", "empty.log"}, {.cwd = dir.path().string()});
+  EXPECT_EQ(r.exitCode, 3);
+  EXPECT_NE(r.err.find("Zero Records: The filter has recognized no\nrecords.  This can be caused\n"
+                       "by mis-matching filters and\nsystems."),
+            std::string::npos)
+      << r.err;
+  EXPECT_TRUE(noOutputs(dir, "empty"));
+}
+
+TEST(CliBadInput, BinaryBytesAndHugeLinesAreFilteredWithoutHarm) {
+  TempDir dir;
+  std::string binary;
+  for (int i = 0; i < 4096; ++i) binary += static_cast<char>((i * 37) & 0xff);
+  WriteFile(dir.file("binary.log"), binary);
+  auto r = RunCli({"filter", "dialog-all", "binary.log"}, {.cwd = dir.path().string()});
+  EXPECT_TRUE(r.exitCode == 0 || r.exitCode == 3) << r.err;
+  EXPECT_EQ(ReadFile(dir.file("binary.log")), binary);
+
+  const std::string huge(100000, 'x');
+  const std::string capture = CrLf({"?t 1/5/1", " 1/5/1", huge, huge, "?"});
+  WriteFile(dir.file("huge.log"), capture);
+  r = RunCli({"filter", "dialog-all", "huge.log"}, {.cwd = dir.path().string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(ReadFile(dir.file("huge.PRO")), CrLf({"", "Record - 1", "", huge, huge, ""}));
+  EXPECT_EQ(ReadFile(dir.file("huge.log")), capture);
+}
+
+TEST(CliFailure, AnUnwritableOutputFolderFailsTheJobWithNothingLeft) {
+  TempDir dir;
+  WriteFile(dir.file("s.log"), kCapture);
+  std::string target = "/sys";  // refuses new files even to the superuser
+  if (geteuid() != 0) {
+    target = dir.file("readonly");
+    std::filesystem::create_directory(target);
+    std::filesystem::permissions(target, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+  }
+  const auto r = RunCli({"filter", "dialog-all", dir.file("s.log"), "--out-dir", target});
+  EXPECT_EQ(r.exitCode, 4);
+  EXPECT_NE(r.err.find("Error number 70\nPermission denied"), std::string::npos) << r.err;
+  EXPECT_EQ(ReadFile(dir.file("s.log")), kCapture);
+}
+
+TEST(CliFailure, AFullDiskFailsTheJobAndRemovesItsOutputs) {
+  TempDir dir;
+  std::string capture = CrLf({"?b 1", "?t 1/5/1-200"});
+  for (int i = 1; i <= 200; ++i) capture += CrLf({" 1/5/" + std::to_string(i), "A record line of some length."});
+  capture += CrLf({"?logoff", " Logoff: x"});
+  WriteFile(dir.file("full.log"), capture);
+  WriteFile(dir.file("full.WRK"), "bookmarks of an earlier run");
+  const auto r = RunCli({"filter", "dialog-all", "full.log"}, {.cwd = dir.path().string(), .fileSizeLimit = 4000});
+  EXPECT_EQ(r.exitCode, 4);
+  EXPECT_NE(r.err.find("Error number 61\nDisk full"), std::string::npos) << r.err;
+  EXPECT_TRUE(noOutputs(dir, "full"));
+  EXPECT_FALSE(FileExists(dir.file("full.WRK")));
+  EXPECT_EQ(ReadFile(dir.file("full.log")), capture);
+}
+
+TEST(CliInterrupt, CtrlCExitsWith130AndRemovesTheOutputs) {
+  TempDir dir;
+  std::string block;
+  for (int i = 1; i <= 1000; ++i) block += CrLf({" 1/5/" + std::to_string(i), "TITLE OF A RECORD", "", "Body."});
+  // Large enough that the job is still running when the signal arrives; a machine
+  // fast enough to finish first gets a bigger capture on the next try.
+  for (int tries = 0, copies = 200; tries < 4; ++tries, copies *= 4) {
+    std::string capture;
+    for (int i = 0; i < copies; ++i) capture += block;
+    WriteFile(dir.file("big.log"), capture);
+    const pid_t pid = test::StartCli({"filter", "dialog-all", "big.log"}, dir.path().string());
+    while (!FileExists(dir.file("big.PRO")) && waitpid(pid, nullptr, WNOHANG) == 0)
+      std::this_thread::sleep_for(std::chrono::microseconds(200));
+    kill(pid, SIGINT);
+    const int code = test::WaitCli(pid);
+    if (code == 0) continue;
+    EXPECT_EQ(code, 130) << ReadFile(dir.file("cli.stderr"));
+    EXPECT_TRUE(noOutputs(dir, "big"));
+    EXPECT_EQ(test::FileExists(dir.file("big.log")), true);
+    return;
+  }
+  FAIL() << "the job always finished before the interrupt";
+}
+
+TEST(CliNdx, AMissingIndexIsRefused) {
+  const auto r = RunCli({"ndx", "/no/such/file.NDX"});
+  EXPECT_EQ(r.exitCode, 2);
+  EXPECT_NE(r.err.find("File not found."), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zv

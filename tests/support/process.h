@@ -1,0 +1,29 @@
+// Running the command-line program as a child process, as a script would.
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace zv::test {
+
+struct ProcessResult {
+  int exitCode = -1;  // the exit status, or 128 + signal number
+  std::string out;
+  std::string err;
+};
+
+struct ProcessOptions {
+  std::string cwd;            // empty: the test's own
+  long fileSizeLimit = -1;    // bytes; writes past it fail as on a full disk
+};
+
+// Runs zorvanta-cli with `args` and waits for it.
+ProcessResult RunCli(const std::vector<std::string>& args, const ProcessOptions& options = {});
+
+// Starts zorvanta-cli with `args` without waiting; stdout and stderr go to files in
+// `cwd`. Wait with WaitCli.
+pid_t StartCli(const std::vector<std::string>& args, const std::string& cwd);
+int WaitCli(pid_t pid);
+
+}  // namespace zv::test
