@@ -120,10 +120,10 @@ JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, L
     }
 
     host.ClearStatusPanels();
+    const std::string fileSize = std::to_string(FileSize(job.gsInFile));
     const std::string startTime = TimeOfDayText();
-    host.jobStarted(std::to_string(FileSize(job.gsInFile)), startTime, "");
     job.glLineCount = LineCount(job.gsInFile);
-    host.jobStarted(std::to_string(FileSize(job.gsInFile)), startTime, std::to_string(job.glLineCount));
+    host.jobStarted(fileSize, startTime, std::to_string(job.glLineCount));
     host.setFilterTitle(info.title);
 
     static constexpr char kNul[1] = {'\0'};
