@@ -178,6 +178,16 @@ TEST(CliInterrupt, CtrlCExitsWith130AndRemovesTheOutputs) {
   FAIL() << "the job always finished before the interrupt";
 }
 
+TEST(CliProgress, ABarIsDrawnOnATerminalAndClearedAtTheEnd) {
+  TempDir dir;
+  WriteFile(dir.file("session.log"), kCapture);
+  const auto r = test::RunCliOnTerminal({"filter", "dialog-all", "session.log"}, dir.path().string());
+  EXPECT_EQ(r.exitCode, 0) << r.out;
+  EXPECT_NE(r.out.find("] "), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("line 1 of 9"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("Records: 2"), std::string::npos) << r.out;
+}
+
 TEST(CliNdx, AMissingIndexIsRefused) {
   const auto r = RunCli({"ndx", "/no/such/file.NDX"});
   EXPECT_EQ(r.exitCode, 2);

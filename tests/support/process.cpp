@@ -68,3 +68,34 @@ pid_t StartCli(const std::vector<std::string>& args, const std::string& cwd) {
 }
 
 }  // namespace zv::test
+
+#include <pty.h>
+
+namespace zv::test {
+
+ProcessResult RunCliOnTerminal(const std::vector<std::string>& args, const std::string& cwd) {
+  std::vector<std::string> argvStrings{ZV_CLI_PATH};
+  argvStrings.insert(argvStrings.end(), args.begin(), args.end());
+  std::vector<char*> argv;
+  for (auto& a : argvStrings) argv.push_back(a.data());
+  argv.push_back(nullptr);
+  int master = -1;
+  const pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
+  if (pid == 0) {
+    if (chdir(cwd.c_str()) != 0) _exit(120);
+    execv(argv[0], argv.data());
+    _exit(127);
+  }
+  ProcessResult r;
+  char buf[4096];
+  for (;;) {
+    const ssize_t n = read(master, buf, sizeof buf);
+    if (n <= 0) break;  // EIO once the child has closed the terminal
+    r.out.append(buf, static_cast<std::size_t>(n));
+  }
+  close(master);
+  r.exitCode = WaitCli(pid);
+  return r;
+}
+
+}  // namespace zv::test

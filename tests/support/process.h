@@ -27,3 +27,11 @@ pid_t StartCli(const std::vector<std::string>& args, const std::string& cwd);
 int WaitCli(pid_t pid);
 
 }  // namespace zv::test
+
+namespace zv::test {
+
+// Runs zorvanta-cli in `cwd` on a pseudo-terminal, as a user at a terminal would, and
+// returns everything it wrote there (stdout and stderr both).
+ProcessResult RunCliOnTerminal(const std::vector<std::string>& args, const std::string& cwd);
+
+}  // namespace zv::test
