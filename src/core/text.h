@@ -36,15 +36,17 @@ std::string ParseString(int32_t& position, std::string_view text, std::string_vi
 void LowAscii(std::string& text);
 
 // In place: every control character (code below 32) becomes `replacement`'s first
-// character. The filters pass character 0, which then stands in the line: no
-// recognition test looks for it, so every test gives the result it would have given
-// with the control character itself.
+// character, or character 0 if `replacement` is empty. The filters pass character 0,
+// which then stands in the line: no recognition test looks for it, so every test
+// gives the result it would have given with the control character itself.
 void RemCtrl(std::string& text, std::string_view replacement);
 
 // In place: every `oldChar` becomes `newChar` (first characters of each).
 void ReplaceChar(std::string& text, std::string_view oldChar, std::string_view newChar);
 
-// Seconds since midnight of a text "hh:mm:ss". Missing or non-numeric fields count 0.
+// Seconds since midnight of a text "hh:mm:ss". Missing or non-numeric fields count 0;
+// a leading "-" (as Num2Time writes it) gives the negative count. A total beyond
+// 32 bits raises error 6 (Overflow).
 int32_t Time2Num(std::string_view text);
 
 // The text "hh:mm:ss" of a count of seconds. A negative count (a job that crossed
