@@ -23,7 +23,8 @@ int32_t LineCount(const std::string& fileName);
 
 // Makes an empty file (truncating one that exists).
 void FCreate(const std::string& fileName);
-// Opens an existing file for reading and writing and returns its handle.
+// Opens an existing file for reading and writing and returns its handle. A file that
+// may only be read (read-only media) is opened for reading; FPut to it is error 70.
 int32_t CSFOpen(const std::string& fileName);
 void FClose(int32_t handle);
 // Sets the position to a byte offset from the file's start, 0 being the first byte.
