@@ -16,7 +16,7 @@ namespace {
 
 }  // namespace
 
-// Positions are 1-based as in the steps this follows: a break position p holds a
+// Positions here count from 1: a break position p holds a
 // blank or is n + 1, and the line printed is start .. p - 1. The first pass runs
 // before the test, so an empty text prints one line of margin alone; later passes run
 // only while start < n, which leaves a last single character unprinted.
