@@ -139,6 +139,25 @@ TEST(CliFailure, AnUnwritableOutputFolderFailsTheJobWithNothingLeft) {
   EXPECT_EQ(ReadFile(dir.file("s.log")), kCapture);
 }
 
+TEST(CliFailure, AnUnreadableCaptureFailsTheJobWithNothingLeft) {
+  TempDir dir;
+  // Reading a process's memory file from its start fails with an I/O error, even for
+  // the superuser, whom no file mode stops.
+  std::filesystem::create_symlink("/proc/self/mem", dir.file("unreadable.log"));
+  auto r = RunCli({"filter", "dialog-all", "unreadable.log"}, {.cwd = dir.path().string()});
+  EXPECT_EQ(r.exitCode, 4);
+  EXPECT_NE(r.err.find("Error number 57\nDevice I/O error"), std::string::npos) << r.err;
+  EXPECT_TRUE(noOutputs(dir, "unreadable"));
+  if (geteuid() != 0) {
+    WriteFile(dir.file("locked.log"), kCapture);
+    std::filesystem::permissions(dir.file("locked.log"), std::filesystem::perms::none);
+    r = RunCli({"filter", "dialog-all", "locked.log"}, {.cwd = dir.path().string()});
+    EXPECT_EQ(r.exitCode, 4);
+    EXPECT_NE(r.err.find("Error number 70\nPermission denied"), std::string::npos) << r.err;
+    EXPECT_TRUE(noOutputs(dir, "locked"));
+  }
+}
+
 TEST(CliFailure, AFullDiskFailsTheJobAndRemovesItsOutputs) {
   TempDir dir;
   std::string capture = CrLf({"?b 1", "?t 1/5/1-200"});
