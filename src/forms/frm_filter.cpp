@@ -1,0 +1,245 @@
+// frmFilter: the open dialog of a job, its progress panels, OK and the interrupt.
+#include "forms/frm_filter.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+#include "forms/center_form.h"
+#include "forms/frm_main.h"
+#include "forms/messages.h"
+
+namespace zv::forms {
+
+namespace {
+
+QLabel* sunkenPanel(const char* name, QWidget* parent) {
+  auto* panel = new QLabel(parent);
+  panel->setObjectName(QLatin1String(name));
+  panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+  panel->setMinimumHeight(22);
+  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return panel;
+}
+
+}  // namespace
+
+FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMain_(frmMain), job_(job) {
+  setObjectName(QStringLiteral("frmFilter"));
+  setWindowTitle(QStringLiteral("Filtering"));
+  setModal(false);
+  setMouseTracking(true);
+  setMinimumWidth(480);
+
+  auto* layout = new QVBoxLayout(this);
+  pnlInFile_ = sunkenPanel("pnlInFile", this);
+  pnlProFile_ = sunkenPanel("pnlProFile", this);
+  pnlIndexFile_ = sunkenPanel("pnlIndexFile", this);
+  layout->addWidget(new QLabel(QStringLiteral("Search File Unaltered:"), this));
+  layout->addWidget(pnlInFile_);
+  layout->addWidget(new QLabel(QStringLiteral("Records Saved To:"), this));
+  layout->addWidget(pnlProFile_);
+  layout->addWidget(new QLabel(QStringLiteral("Index Saved To:"), this));
+  layout->addWidget(pnlIndexFile_);
+
+  auto* odometers = new QGridLayout;
+  pnlLineOdom_ = sunkenPanel("pnlLineOdom", this);
+  pnlRecOdom_ = sunkenPanel("pnlRecOdom", this);
+  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
+    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    odom->setMinimumWidth(90);
+  }
+  odometers->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
+  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(new QLabel(QStringLiteral("Processing Record:"), this), 0, 2);
+  odometers->addWidget(pnlRecOdom_, 0, 3);
+  odometers->setColumnStretch(4, 1);
+  layout->addSpacing(6);
+  layout->addLayout(odometers);
+
+  pnlProgress_ = new QProgressBar(this);
+  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
+  pnlProgress_->setRange(0, 100);
+  pnlProgress_->setAlignment(Qt::AlignCenter);
+  layout->addWidget(pnlProgress_);
+
+  auto* buttons = new QHBoxLayout;
+  cmdOkay_ = new QPushButton(QStringLiteral("OK"), this);
+  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
+  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
+  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdCancel_->installEventFilter(this);
+  buttons->addStretch();
+  buttons->addWidget(cmdOkay_);
+  buttons->addWidget(cmdCancel_);
+  buttons->addStretch();
+  layout->addLayout(buttons);
+
+  connect(cmdOkay_, &QPushButton::clicked, this, &FrmFilter::cmdOkayClick);
+  connect(cmdCancel_, &QPushButton::clicked, this, &FrmFilter::cmdCancelClick);
+  ResetFilterForm();
+}
+
+QStringList FrmFilter::NameFilters(std::string_view dialogFilter) {
+  const QStringList parts = Q(dialogFilter).split(QLatin1Char('|'));
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    // The text keeps no pattern of its own in brackets: Qt would take it, and "*.*"
+    // would hide the files without an extension. Captures come in either case.
+    QString text = parts[i];
+    text.remove(QRegularExpression(QStringLiteral("\\s*\\(.*\\)")));
+    QStringList patterns;
+    for (const QString& p : parts[i + 1].split(QLatin1Char(';'))) {
+      if (p == QLatin1String("*.*")) {
+        patterns << QStringLiteral("*");
+      } else {
+        patterns << p;
+        if (p.toLower() != p) patterns << p.toLower();
+      }
+    }
+    filters << text + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
+  }
+  return filters;
+}
+
+QString FrmFilter::OdometerText(int32_t n) { return QLatin1Char(' ') + QString::number(n) + QLatin1Char(' '); }
+
+QString FrmFilter::chooseFile(const QStringList& nameFilters) {
+  if (chooser_) return chooser_(nameFilters.join(QStringLiteral(";;")));
+  return QFileDialog::getOpenFileName(&frmMain_, QStringLiteral("Open"), QDir::currentPath(),
+                                      nameFilters.join(QStringLiteral(";;")));
+}
+
+void FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
+  const QStringList filters = NameFilters(dialogFilter);
+  for (;;) {
+    const QString path = chooseFile(filters);
+    if (path.isEmpty()) {
+      // The dialog's cancel, error 32755: no file, no message.
+      job.giCancelOpen = 1;
+      QApplication::restoreOverrideCursor();
+      frmMain_.EnableMain(true);
+      frmMain_.activateWindow();
+      return;
+    }
+    // The system's dialog moves the current directory to the file's folder, and the
+    // outputs, named from the stem alone, are written there.
+    const QFileInfo info(path);
+    if (info.exists()) QDir::setCurrent(info.absolutePath());
+    Message refusal;
+    if (CheckInputFile(job, QFile::encodeName(path).toStdString(), refusal)) break;
+    ShowMessage(&frmMain_, MsgIcon::Warning, refusal.title, refusal.text);
+  }
+  CenterForm(*this, frmMain_);
+  show();
+  raise();
+  frmMain_.EnableMain(false);
+  repaint();
+}
+
+void FrmFilter::setFilterTitle(std::string_view title) { setWindowTitle(Q(title)); }
+
+void FrmFilter::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void FrmFilter::jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) {
+  frmMain_.showJobStart(Q(fileSize), Q(startTime), Q(fileLines));
+}
+
+void FrmFilter::lineRead(int32_t lInLine, int32_t glLineCount) {
+  lineOdom_ = lInLine;
+  percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
+  if (repaintClock_.isValid() && repaintClock_.elapsed() < kRepaintMs) return;
+  showPanels();
+  repaintClock_.start();
+  // The job's one yield: Cancel's handler runs here and raises giInterrupt.
+  QCoreApplication::processEvents();
+}
+
+void FrmFilter::recordLabelled(int32_t glRecNum) { recOdom_ = glRecNum; }
+
+void FrmFilter::showPanels() {
+  pnlLineOdom_->setText(lineOdom_ > 0 ? OdometerText(lineOdom_) : QString());
+  pnlRecOdom_->setText(recOdom_ > 0 ? OdometerText(recOdom_) : QString());
+  pnlProgress_->setValue(std::min(percent_, 100));
+}
+
+void FrmFilter::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+  showPanels();
+  frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
+}
+
+void FrmFilter::FinishFilter(std::string_view pnlInFile, std::string_view pnlProFile, std::string_view pnlIndexFile) {
+  showPanels();
+  pnlInFile_->setText(Q(pnlInFile));
+  pnlProFile_->setText(Q(pnlProFile));
+  pnlIndexFile_->setText(Q(pnlIndexFile));
+  cmdOkay_->show();
+  cmdOkay_->setEnabled(true);
+  cmdCancel_->hide();
+  cmdOkay_->setFocus();
+}
+
+void FrmFilter::ResetFilterForm() {
+  lineOdom_ = recOdom_ = percent_ = 0;
+  repaintClock_.invalidate();
+  pnlLineOdom_->clear();
+  pnlRecOdom_->clear();
+  pnlLineOdom_->repaint();
+  pnlRecOdom_->repaint();
+  pnlProgress_->setValue(0);
+  pnlInFile_->clear();
+  pnlProFile_->clear();
+  pnlIndexFile_->clear();
+  cmdCancel_->show();
+  cmdCancel_->setEnabled(true);
+  cmdOkay_->hide();
+  cmdOkay_->setEnabled(false);
+}
+
+void FrmFilter::cmdOkayClick() {
+  job_.giInterrupt = 0;
+  ResetFilterForm();
+  frmMain_.EnableMain(true);
+  hide();
+  frmMain_.activateWindow();
+}
+
+void FrmFilter::cmdCancelClick() {
+  // The job sees the flag after the line in hand and removes its outputs itself.
+  job_.giInterrupt = 1;
+  ClearStatusPanels();
+}
+
+void FrmFilter::reject() {
+  // The close box and Escape do what the visible button does.
+  if (cmdOkay_->isVisible())
+    cmdOkayClick();
+  else if (frmMain_.jobRunning())
+    cmdCancelClick();
+  else
+    QDialog::reject();
+}
+
+bool FrmFilter::event(QEvent* e) {
+  if (e->type() == QEvent::WindowActivate)
+    frmMain_.setStatusMsg(QStringLiteral(" Zorvanta is cleaning up a search."));
+  else if (e->type() == QEvent::MouseMove)
+    frmMain_.setStatusMsg(QStringLiteral("Zorvanta is filtering a search."));
+  return QDialog::event(e);
+}
+
+bool FrmFilter::eventFilter(QObject* watched, QEvent* e) {
+  if (watched == cmdCancel_ && e->type() == QEvent::Enter)
+    frmMain_.setStatusMsg(QStringLiteral("Interrupt and quit this filtering."));
+  return QDialog::eventFilter(watched, e);
+}
+
+}  // namespace zv::forms

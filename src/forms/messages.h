@@ -1,0 +1,51 @@
+// Message boxes and modal dialogs of the forms, routed so that tests can answer them.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include <QString>
+
+class QDialog;
+class QWidget;
+
+namespace zv::forms {
+
+enum class MsgIcon { None, Information, Warning, Critical };
+
+// A message as the program asked for it: the text as the system words it, with its
+// CR LF or CR line ends still in it.
+struct ShownMessage {
+  MsgIcon icon = MsgIcon::None;
+  QString title;
+  QString text;
+};
+
+// A modal box with an OK button. With a sink set, the message goes to the sink and
+// nothing is shown.
+void ShowMessage(QWidget* parent, MsgIcon icon, const QString& title, const QString& text);
+void ShowMessage(QWidget* parent, MsgIcon icon, std::string_view title, std::string_view text);
+
+using MessageSink = std::function<void(const ShownMessage&)>;
+// Replaces the showing of message boxes; an empty sink restores real boxes.
+void SetMessageSink(MessageSink sink);
+
+// Runs `dialog` modally and returns its result. With a runner set, the runner is
+// called instead of QDialog::exec: it may look at the dialog and close it.
+int ExecModal(QDialog& dialog);
+using ModalRunner = std::function<int(QDialog&)>;
+void SetModalRunner(ModalRunner runner);
+
+// The system's texts end their lines in CR LF (or CR in message boxes); a label
+// wants LF.
+QString DisplayText(QString text);
+
+// Text of the core, which is UTF-8 or plain ASCII.
+inline QString Q(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// ShowTabWarning: what a dialog shows when Enter is pressed in one of its fields.
+void ShowTabWarning(QWidget* parent);
+
+}  // namespace zv::forms

@@ -1,0 +1,29 @@
+// Other programs the desktop program starts: a terminal, the system information tool.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace zv::forms {
+
+// RunProgram(commandLine, windowStyle): starts the command line's program, detached,
+// in the current directory, and answers as the old launcher did: 33 when it started,
+// 2 ("file not found") when there was nothing to start or it would not start. The
+// window style is kept for the callers' sake; the window manager places the window.
+int RunProgram(const QString& commandLine, int windowStyle);
+
+// The terminal emulators looked for after $TERMINAL, in this order.
+const QStringList& KnownTerminals();
+
+// The command line that opens a terminal: $TERMINAL when it names a program on the
+// path, else the desktop's x-terminal-emulator, else the first known terminal found.
+// Empty when none is installed.
+QString TerminalCommand();
+
+// The system information programs looked for, in this order.
+const QStringList& KnownSystemInfoPrograms();
+
+// The full path of the first one installed, or empty.
+QString SystemInfoProgram();
+
+}  // namespace zv::forms
