@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStyle>
@@ -33,7 +34,6 @@ namespace {
 
 const QString kHelpRoot = QStringLiteral(":/help/");
 const QString kHelpUrlRoot = QStringLiteral("qrc:/help/");
-constexpr int kFileRole = Qt::UserRole;
 
 void ensureResource() {
   static const bool done = [] {
@@ -153,7 +153,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   for (const HelpPage& page : HelpContents()) {
     auto* item = (page.depth > 0 && chapter) ? new QTreeWidgetItem(chapter) : new QTreeWidgetItem(contents_);
     item->setText(0, page.title);
-    item->setData(0, kFileRole, page.file);
+    item->setData(0, kHelpFileRole, page.file);
     item->setToolTip(0, page.title);
     if (page.depth == 0) chapter = item;
   }
@@ -264,7 +264,7 @@ void HelpWindow::search(const QString& query) {
   const QList<HelpHit> hits = SearchHelp(query);
   for (const HelpHit& hit : hits) {
     auto* item = new QListWidgetItem(hit.title, results_);
-    item->setData(kFileRole, hit.file);
+    item->setData(kHelpFileRole, hit.file);
     item->setToolTip(tr("%n occurrence(s)", nullptr, hit.occurrences));
   }
   if (hits.isEmpty()) {
@@ -281,13 +281,13 @@ void HelpWindow::openHit(const QString& file) {
 
 void HelpWindow::onResultItem(QListWidgetItem* item) {
   if (!item) return;
-  const QString file = item->data(kFileRole).toString();
+  const QString file = item->data(kHelpFileRole).toString();
   if (!file.isEmpty()) openHit(file);
 }
 
 void HelpWindow::onContentsItem(QTreeWidgetItem* item) {
   if (!item) return;
-  const QString file = item->data(0, kFileRole).toString();
+  const QString file = item->data(0, kHelpFileRole).toString();
   if (!file.isEmpty() && file != currentPage()) showPage(file);
 }
 
@@ -300,7 +300,7 @@ void HelpWindow::onSourceChanged(const QUrl& url) {
   // Keep the contents in step with pages reached by links and history.
   const QSignalBlocker block(contents_);
   for (QTreeWidgetItemIterator it(contents_); *it; ++it) {
-    if ((*it)->data(0, kFileRole).toString() == file) {
+    if ((*it)->data(0, kHelpFileRole).toString() == file) {
       contents_->setCurrentItem(*it);
       contents_->scrollToItem(*it);
       return;
@@ -322,9 +322,17 @@ void HelpWindow::highlightWords(const QStringList& words) {
     }
   }
   browser_->setExtraSelections(marks);
+  // The words in a row, as the search ranked them, are what the reader looks for.
+  if (words.size() > 1) {
+    const QTextCursor phrase = doc->find(words.join(QLatin1Char(' ')), 0);
+    if (!phrase.isNull()) first = phrase;
+  }
   if (!first.isNull()) {
     browser_->setTextCursor(first);
     browser_->ensureCursorVisible();
+    // A match at the very edge of the view is easy to miss: bring it a third down.
+    QScrollBar* bar = browser_->verticalScrollBar();
+    bar->setValue(bar->value() + browser_->cursorRect(first).top() - browser_->viewport()->height() / 3);
   }
 }
 

@@ -16,6 +16,10 @@ class QUrl;
 
 namespace zv::forms {
 
+// The item data role under which the contents tree and the hit list keep the page's
+// file name.
+inline constexpr int kHelpFileRole = Qt::UserRole;
+
 // One entry of the manual's contents.
 struct HelpPage {
   QString file;   // the page's name in the help resource, e.g. "filter_dialog_all.html"
@@ -58,8 +62,9 @@ class HelpWindow : public QWidget {
 
   // Runs a search as typing it in the search field does, and lists the hits.
   void search(const QString& query);
-  // Opens a page of the hit list and highlights the search words in it, the first
-  // occurrence selected and scrolled into view.
+  // Opens a page of the hit list and marks the search words in it. The first
+  // occurrence of the words in a row, or else of any of them, is selected and
+  // scrolled into view.
   void openHit(const QString& file);
 
   QTreeWidget* contentsTree() const { return contents_; }

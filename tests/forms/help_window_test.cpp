@@ -77,13 +77,13 @@ void HelpWindowTest::contentsListsEveryPageOnce() {
   // The tree shows the same pages in the same order, pages under their chapters.
   HelpWindow w;
   QStringList inTree;
-  for (QTreeWidgetItemIterator it(w.contentsTree()); *it; ++it) inTree << (*it)->data(0, Qt::UserRole).toString();
+  for (QTreeWidgetItemIterator it(w.contentsTree()); *it; ++it) inTree << (*it)->data(0, zv::forms::kHelpFileRole).toString();
   QCOMPARE(inTree, listed);
   const auto dialogAll = w.contentsTree()->findItems(QStringLiteral("DIALOG: All Types to One File"),
                                                       Qt::MatchExactly | Qt::MatchRecursive);
   QCOMPARE(dialogAll.size(), 1);
   QVERIFY(dialogAll.first()->parent());
-  QCOMPARE(dialogAll.first()->parent()->data(0, Qt::UserRole).toString(), QStringLiteral("filters.html"));
+  QCOMPARE(dialogAll.first()->parent()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("filters.html"));
 }
 
 void HelpWindowTest::everyPageLoadsWithItsTitle() {
@@ -169,7 +169,7 @@ void HelpWindowTest::searchFindsNothingForNonsense() {
   w.search(QStringLiteral("xqzvjk"));
   QCOMPARE(w.searchResults()->count(), 1);  // the line saying nothing was found
   QCOMPARE(w.searchResults()->item(0)->flags(), Qt::NoItemFlags);
-  QVERIFY(w.searchResults()->item(0)->data(Qt::UserRole).toString().isEmpty());
+  QVERIFY(w.searchResults()->item(0)->data(zv::forms::kHelpFileRole).toString().isEmpty());
   w.search(QString());
   QCOMPARE(w.searchResults()->count(), 0);
 }
@@ -180,7 +180,7 @@ void HelpWindowTest::searchHitOpensPageWithWordSelected() {
   w.searchField()->setText(QStringLiteral("kwic"));  // typing runs the search
   QCOMPARE(w.searchResults()->count(), 1);
   QListWidgetItem* hit = w.searchResults()->item(0);
-  QCOMPARE(hit->data(Qt::UserRole).toString(), QStringLiteral("filter_dialog_all.html"));
+  QCOMPARE(hit->data(zv::forms::kHelpFileRole).toString(), QStringLiteral("filter_dialog_all.html"));
 
   w.show();
   QVERIFY(QTest::qWaitForWindowExposed(&w));
@@ -194,6 +194,16 @@ void HelpWindowTest::searchHitOpensPageWithWordSelected() {
   const int count = static_cast<int>(w.browser()->toPlainText().count(QStringLiteral("KWIC"), Qt::CaseInsensitive));
   QCOMPARE(w.browser()->extraSelections().size(), count);
 
+  // Of several words, the first place where they stand in a row is selected,
+  // although one of them occurs earlier on its own.
+  w.search(QStringLiteral("processing TIME"));
+  w.openHit(QStringLiteral("main_window.html"));
+  QCOMPARE(w.currentPage(), QStringLiteral("main_window.html"));
+  const QString text = w.browser()->toPlainText();
+  QVERIFY(text.indexOf(QStringLiteral("time"), 0, Qt::CaseInsensitive) <
+          text.indexOf(QStringLiteral("processing time"), 0, Qt::CaseInsensitive));
+  QCOMPARE(w.browser()->textCursor().selectedText().toLower(), QStringLiteral("processing time"));
+
   // Leaving the page takes the marks away.
   w.showPage(QStringLiteral("index.html"));
   QVERIFY(w.browser()->extraSelections().isEmpty());
@@ -206,12 +216,12 @@ void HelpWindowTest::linksHistoryAndContentsStayInStep() {
   // Follow a link as a click does: relative to the page shown.
   w.browser()->setSource(QUrl(QStringLiteral("errors.html#zero")));
   QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
-  QCOMPARE(w.contentsTree()->currentItem()->data(0, Qt::UserRole).toString(), QStringLiteral("errors.html"));
+  QCOMPARE(w.contentsTree()->currentItem()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("errors.html"));
   QVERIFY(w.browser()->isBackwardAvailable());
 
   w.browser()->backward();
   QCOMPARE(w.currentPage(), QStringLiteral("index.html"));
-  QCOMPARE(w.contentsTree()->currentItem()->data(0, Qt::UserRole).toString(), QStringLiteral("index.html"));
+  QCOMPARE(w.contentsTree()->currentItem()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("index.html"));
   w.browser()->forward();
   QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
 
