@@ -90,6 +90,7 @@ QWidget* FrmMain::buildLeftBar() {
     connect(caption, &QPushButton::clicked, this, [this, i] { openPanel(i); });
     auto* panel = new QFrame(bar);
     panel->setObjectName(QStringLiteral("pnlOL_%1").arg(i));
+    panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     pnlOL_[i] = panel;
     layout->addWidget(caption);
     layout->addWidget(panel, 1);
@@ -147,6 +148,7 @@ QWidget* FrmMain::buildPane() {
   pane->setObjectName(QStringLiteral("pnlPane"));
   pane->setFrameStyle(QFrame::Panel | QFrame::Sunken);
   pane->setMouseTracking(true);
+  pane->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
   pane->installEventFilter(this);
   auto* layout = new QVBoxLayout(pane);
   auto* title = new QLabel(QLatin1String(AppVersion().title), pane);

@@ -97,6 +97,8 @@ QWidget* FrmMain::buildToolbarStrip() {
   for (const Toolbar& bar : Toolbars()) {
     auto* panel = new QFrame(strip);
     panel->setObjectName(QStringLiteral("pnlTB_%1").arg(index));
+    // A window narrower than the toolbar cuts it at the right, as the stored size says.
+    panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* row = new QHBoxLayout(panel);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(3);
