@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QToolButton>
 
 namespace zv::forms {
@@ -95,16 +96,22 @@ QWidget* FrmMain::buildToolbarStrip() {
   layout->setContentsMargins(4, 4, 4, 4);
   int index = 0;
   for (const Toolbar& bar : Toolbars()) {
-    auto* panel = new QFrame(strip);
+    // A window narrower than its toolbar cuts it at the right, buttons whole: the row
+    // keeps its own width inside a view that never scrolls.
+    auto* panel = new QScrollArea(strip);
     panel->setObjectName(QStringLiteral("pnlTB_%1").arg(index));
-    // A window narrower than the toolbar cuts it at the right, as the stored size says.
-    panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto* row = new QHBoxLayout(panel);
+    panel->setFrameShape(QFrame::NoFrame);
+    panel->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    panel->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    panel->setWidgetResizable(true);
+    panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    auto* buttons = new QWidget(panel);
+    auto* row = new QHBoxLayout(buttons);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(3);
     int i = 0;
     for (const ToolbarButton& b : bar.buttons) {
-      auto* button = new QToolButton(panel);
+      auto* button = new QToolButton(buttons);
       button->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(bar.name)).arg(i++));
       button->setText(QLatin1String(b.caption));
       button->setProperty("commandNumber", b.number);
@@ -115,6 +122,8 @@ QWidget* FrmMain::buildToolbarStrip() {
       row->addWidget(button);
     }
     row->addStretch();
+    panel->setWidget(buttons);
+    panel->setFixedHeight(buttons->sizeHint().height());
     pnlTB_[static_cast<std::size_t>(index++)] = panel;
     layout->addWidget(panel, 1);
   }

@@ -6,9 +6,6 @@
 #include "forms/settings_store.h"
 
 int main(int argc, char* argv[]) {
-#ifdef ZV_HAVE_HELP_QRC
-  Q_INIT_RESOURCE(help);
-#endif
   QApplication app(argc, argv);
   QApplication::setOrganizationName(QLatin1String(zv::forms::kAppSettingsName));
   QApplication::setApplicationName(QStringLiteral("Zorvanta"));

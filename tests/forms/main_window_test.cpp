@@ -10,6 +10,7 @@
 #include "forms/center_form.h"
 #include "forms/frm_about.h"
 #include "forms/frm_filter.h"
+#include "forms/help_window.h"
 #include "forms/lock_keys.h"
 #include "forms_test_support.h"
 
@@ -239,6 +240,23 @@ class TestMainWindow : public QObject {
     MainFixture f;
     QTest::keyClick(f.frmMain.get(), Qt::Key_F4, Qt::AltModifier);
     QVERIFY(f.frmMain->isShutDown());
+  }
+
+  void helpKeysAndButtonsOpenTheManual() {
+    MainFixture f;
+    FrmMain& w = *f.frmMain;
+    QVERIFY(ExistingHelpWindow() == nullptr);
+    QTest::keyClick(Child<QWidget>(w, QStringLiteral("pnlPane")), Qt::Key_F1);
+    HelpWindow* help = ExistingHelpWindow();
+    QVERIFY(help != nullptr && help->isVisible());
+    QCOMPARE(help->currentPage(), QStringLiteral("index.html"));
+    help->hide();
+    Child<QToolButton>(w, QStringLiteral("cmdTB_Util_3"))->click();
+    QVERIFY(help->isVisible());
+    help->hide();
+    w.findChild<QAction*>(QStringLiteral("mnuHelpContents"))->trigger();
+    QVERIFY(help->isVisible());
+    QCOMPARE(ExistingHelpWindow(), help);
   }
 
   void statusLineEmptiesOverTheBareForm() {

@@ -1,0 +1,61 @@
+// Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
+// frmMain's timing panels after it, the About box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR (under xvfb-run).
+#include <QApplication>
+#include <QDir>
+#include <QPushButton>
+#include <QTest>
+
+#include "forms/frm_about.h"
+#include "forms/frm_filter.h"
+#include "forms/frm_startup.h"
+#include "forms_test_support.h"
+
+using namespace zv::forms;
+using namespace zv::forms::test;
+
+namespace {
+
+void save(QWidget& w, const QString& dir, const QString& name) {
+  QTest::qWait(200);
+  if (!w.grab().save(QDir(dir).filePath(name))) qFatal("cannot save %s", qPrintable(name));
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  QApplication app(argc, argv);
+  if (argc < 2) qFatal("usage: zv_forms_screenshots OUTPUT_DIR");
+  const QString out = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+  QDir().mkpath(out);
+
+  WorkDir work;
+  MainFixture f;
+  FrmMain& w = *f.frmMain;
+  w.resize(860, 520);
+  w.move(40, 40);
+  w.setStatusMsg(QStringLiteral(" Clean up searches of Dialog, using option in Dialog Filtering Options panel above."));
+  save(w, out, QStringLiteral("main_window.png"));
+
+  const QString capture = CopySample(work, QStringLiteral("session.log"));
+  w.frmFilter().setFileChooser([capture](const QString&) { return capture; });
+  w.doAction(UiAction::Filter, 100);
+  save(w.frmFilter(), out, QStringLiteral("filter_after_run.png"));
+
+  w.frmFilter().findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+  w.openPanel(2);
+  w.chooseToolbar(2);
+  w.setStatusMsg(QString());
+  save(w, out, QStringLiteral("main_window_processing_time.png"));
+
+  FrmAbout about(&w);
+  about.show();
+  save(about, out, QStringLiteral("about.png"));
+  about.hide();
+
+  // A first start: no settings, so the window has the old default size.
+  QTemporaryDir settings;
+  SettingsStore store(settings.filePath(QStringLiteral("quidlane.ini")));
+  const std::unique_ptr<FrmMain> first = StartUp(store);
+  save(*first, out, QStringLiteral("first_start.png"));
+  return 0;
+}
