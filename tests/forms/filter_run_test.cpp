@@ -1,6 +1,7 @@
 // A filter job driven through frmMain and frmFilter: run, cancel, interrupt, zero records, error.
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
@@ -91,6 +92,33 @@ class TestFilterRun : public QObject {
     QVERIFY(w.mainEnabled());
     QCOMPARE(text(form, "pnlInFile"), QString());
     QCOMPARE(w.job().giInterrupt.load(), int16_t{0});
+  }
+
+  void statusLineWhileFiltering() {
+    WorkDir dir;
+    MainFixture f;
+    MessageLog log;
+    FrmFilter& form = f.frmMain->frmFilter();
+    QString onActivation, overCancel, overForm;
+    // Looks at the status line from inside the job, at its first yield.
+    QTimer::singleShot(0, &form, [&] {
+      QEvent activate(QEvent::WindowActivate);
+      QApplication::sendEvent(&form, &activate);
+      onActivation = f.frmMain->statusMsg();
+      QEvent enter(QEvent::Enter);
+      QApplication::sendEvent(Child<QPushButton>(form, QStringLiteral("cmdCancel")), &enter);
+      overCancel = f.frmMain->statusMsg();
+      QMouseEvent move(QEvent::MouseMove, QPointF(3, 3), form.mapToGlobal(QPointF(3, 3)), Qt::NoButton,
+                       Qt::NoButton, Qt::NoModifier);
+      QApplication::sendEvent(&form, &move);
+      overForm = f.frmMain->statusMsg();
+    });
+    Answers answers({CopySample(dir)});
+    answers.install(form);
+    menuItem(*f.frmMain, "mnuFilterDialogAll")->trigger();
+    QCOMPARE(onActivation, QStringLiteral(" Zorvanta is cleaning up a search."));
+    QCOMPARE(overCancel, QStringLiteral("Interrupt and quit this filtering."));
+    QCOMPARE(overForm, QStringLiteral("Zorvanta is filtering a search."));
   }
 
   void dialogButtonRunsTheChosenFilter() {
