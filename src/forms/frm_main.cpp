@@ -67,6 +67,7 @@ FrmMain::FrmMain(SettingsStore& store, QWidget* parent) : QMainWindow(parent), s
 
   chooseToolbar(0);
   openPanel(0);
+  timer1_.setObjectName(QStringLiteral("Timer1"));
   connect(&timer1_, &QTimer::timeout, this, &FrmMain::tick);
   timer1_.start(1000);
   tick();
