@@ -1,0 +1,538 @@
+// Throughput and peak memory of the DIALOG filter beside plain reads of the same capture.
+//
+// A plain main(): it writes one large synthetic capture, then runs every case in a
+// child process of its own, timed by Google Benchmark, so that the peak resident
+// memory wait4() reports for the child belongs to that case alone. It ends with the
+// figures that matter side by side: MB/s of each case, the filter's cost over the
+// plain line read, the cost of progress reporting, and peak memory against targets.
+#include <benchmark/benchmark.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <regex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/files.h"
+#include "core/job_host.h"
+#include "core/job_state.h"
+#include "core/line_reader.h"
+#include "core/text.h"
+#include "filters/dialog_all.h"
+#include "synthetic_capture.h"
+
+#ifndef ZV_BENCH_BUILD_TYPE
+#define ZV_BENCH_BUILD_TYPE "unknown"
+#endif
+
+namespace {
+
+using zv::bench::SyntheticCapture;
+
+constexpr double kMiB = 1024.0 * 1024.0;
+
+// What the targets ask of the filter.
+constexpr double kTargetFilterMBs = 150.0;
+constexpr double kTargetRatio = 4.0;
+constexpr double kTargetPeakMB = 32.0;
+
+struct Setup {
+  std::string dir;
+  SyntheticCapture capture;
+  bool showProgress = false;
+};
+Setup gSetup;  // filled before the first case runs
+
+int64_t envInt(const char* name, int64_t fallback) {
+  const char* v = std::getenv(name);
+  if (!v || !*v) return fallback;
+  char* end = nullptr;
+  const long long n = std::strtoll(v, &end, 10);
+  return (end && *end == '\0' && n > 0) ? n : fallback;
+}
+
+bool envFlag(const char* name) {
+  const char* v = std::getenv(name);
+  return v && *v && std::strcmp(v, "0") != 0;
+}
+
+int64_t fileBytes(const std::string& path) {
+  std::error_code ec;
+  const auto n = std::filesystem::file_size(path, ec);
+  return ec ? -1 : static_cast<int64_t>(n);
+}
+
+// Lines of a file by its LF bytes, read in small blocks: the check must not add to
+// the peak memory of the case it checks.
+int64_t countLines(const std::string& path) {
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (!f) return -1;
+  char buf[1 << 14];
+  int64_t n = 0;
+  std::size_t got;
+  while ((got = std::fread(buf, 1, sizeof buf, f)) > 0) n += std::count(buf, buf + got, '\n');
+  std::fclose(f);
+  return n;
+}
+
+void checkLines(benchmark::State& state, int64_t lines) {
+  if (lines != gSetup.capture.lines)
+    state.SkipWithError(("read " + std::to_string(lines) + " lines, expected " +
+                         std::to_string(gSetup.capture.lines)).c_str());
+}
+
+// --- plain reads -----------------------------------------------------------------
+
+// The floor: large fread()s and a memchr for each line end, no line objects at all.
+void readFreadMemchr(benchmark::State& state) {
+  std::vector<char> buf(1 << 18);
+  for (auto _ : state) {
+    std::FILE* f = std::fopen(gSetup.capture.path.c_str(), "rb");
+    if (!f) {
+      state.SkipWithError("cannot open the capture");
+      return;
+    }
+    int64_t lines = 0;
+    std::size_t n;
+    while ((n = std::fread(buf.data(), 1, buf.size(), f)) > 0) {
+      const char* p = buf.data();
+      const char* end = p + n;
+      while ((p = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)))) != nullptr) {
+        ++lines;
+        ++p;
+      }
+    }
+    std::fclose(f);
+    benchmark::DoNotOptimize(lines);
+    checkLines(state, lines);
+  }
+}
+
+// What most C++ code would write: std::getline from an ifstream into one string.
+void readGetline(benchmark::State& state) {
+  for (auto _ : state) {
+    std::ifstream in(gSetup.capture.path, std::ios::binary);
+    std::string line;
+    int64_t lines = 0;
+    std::size_t chars = 0;
+    while (std::getline(in, line)) {
+      ++lines;
+      chars += line.size();
+    }
+    benchmark::DoNotOptimize(chars);
+    checkLines(state, lines);
+  }
+}
+
+// The program's own buffered line read, as the filter frame uses it.
+void readLineReader(benchmark::State& state) {
+  for (auto _ : state) {
+    zv::LineReader in(gSetup.capture.path);
+    std::string line;
+    int64_t lines = 0;
+    std::size_t chars = 0;
+    while (in.readLine(line)) {
+      ++lines;
+      chars += line.size();
+    }
+    benchmark::DoNotOptimize(chars);
+    checkLines(state, lines);
+  }
+}
+
+// The line read plus the cleaning every filter applies to each line.
+void readLineReaderClean(benchmark::State& state) {
+  static constexpr char kNul[1] = {'\0'};
+  for (auto _ : state) {
+    zv::LineReader in(gSetup.capture.path);
+    std::string line;
+    int64_t lines = 0;
+    std::size_t chars = 0;
+    while (in.readLine(line)) {
+      zv::LowAscii(line);
+      zv::RemCtrl(line, std::string_view(kNul, 1));
+      ++lines;
+      chars += line.size();
+    }
+    benchmark::DoNotOptimize(chars);
+    checkLines(state, lines);
+  }
+}
+
+// The count of lines the frame takes before its loop, for the progress percentage.
+void readLineCount(benchmark::State& state) {
+  for (auto _ : state) {
+    const int32_t lines = zv::LineCount(gSetup.capture.path);
+    checkLines(state, lines);
+  }
+}
+
+// --- the filter --------------------------------------------------------------------
+
+// Answers the file dialog with the generated capture, as the command line does.
+class BenchHost : public zv::JobHost {
+ public:
+  void GetInputFile(zv::JobState& job, std::string_view /*dialogFilter*/) override {
+    zv::Message message;
+    if (!zv::CheckInputFile(job, gSetup.capture.path, message)) {
+      std::fprintf(stderr, "%s: %s\n", message.title.c_str(), message.text.c_str());
+      job.giCancelOpen = 1;
+    }
+  }
+};
+
+// Progress as a terminal bar would show it. The frame reports every line, but the
+// bar is drawn again only when the percentage moves, about a hundred times a run;
+// between two draws a line costs one compare with the line where the next percent
+// begins. The bar goes to stderr only when ZV_BENCH_PROGRESS asks for it and stderr
+// is a terminal; otherwise it is only formatted.
+class ProgressHost final : public BenchHost {
+ public:
+  void lineRead(int32_t lInLine, int32_t glLineCount) override {
+    linesSeen = lInLine;
+    if (lInLine < nextDraw_) return;
+    const int64_t total = glLineCount > 0 ? glLineCount : 1;
+    const auto percent = static_cast<int32_t>(std::min<int64_t>(int64_t{lInLine} * 100 / total, 100));
+    draw(lInLine, glLineCount, percent);
+    // The first line whose percentage is above this one: (percent + 1) * total / 100,
+    // rounded up.
+    nextDraw_ = static_cast<int32_t>(std::min<int64_t>((int64_t{percent} + 1) * total / 100 +
+                                                           ((int64_t{percent} + 1) * total % 100 != 0),
+                                                       std::numeric_limits<int32_t>::max()));
+  }
+  void recordLabelled(int32_t glRecNum) override { lastRecord = glRecNum; }
+  void FinishFilter(std::string_view, std::string_view, std::string_view) override {
+    if (gSetup.showProgress) std::fputs("\n", stderr);
+  }
+
+  int32_t linesSeen = 0;
+  int32_t lastRecord = 0;
+  int32_t draws = 0;
+
+ private:
+  void draw(int32_t line, int32_t lines, int32_t percent) {
+    char bar[51];
+    const int filled = std::clamp(percent / 2, 0, 50);
+    std::memset(bar, '#', static_cast<std::size_t>(filled));
+    std::memset(bar + filled, '.', static_cast<std::size_t>(50 - filled));
+    bar[50] = '\0';
+    const int n = std::snprintf(text_, sizeof text_, "\r  line %d of %d  record %d  [%s] %3d%%", line, lines,
+                                lastRecord, bar, percent);
+    ++draws;
+    if (gSetup.showProgress && n > 0) {
+      const ssize_t w = ::write(STDERR_FILENO, text_, static_cast<std::size_t>(n));
+      (void)w;
+    }
+  }
+
+  int32_t nextDraw_ = 0;
+  char text_[160] = {};
+};
+
+struct JobOutputs {
+  std::string pro, ndx, fsc;
+  void remove() const {
+    for (const auto* p : {&pro, &ndx, &fsc}) std::filesystem::remove(*p);
+  }
+};
+
+JobOutputs outputsOf(const std::string& dir) {
+  const std::string stem = (std::filesystem::path(dir) / "capture").string();
+  return {stem + ".PRO", stem + ".NDX", stem + ".FSC"};
+}
+
+// Everything the filter must have produced from the capture: a failure is reported
+// as the case's error, and the figures of a wrong run are not printed.
+std::string checkJob(const zv::JobState& job, zv::JobOutcome outcome, const JobOutputs& out,
+                     const ProgressHost* progress) {
+  const SyntheticCapture& c = gSetup.capture;
+  if (outcome != zv::JobOutcome::Done) return "the filter did not finish";
+  if (job.glRecNum != c.records)
+    return "recognized " + std::to_string(job.glRecNum) + " records, expected " + std::to_string(c.records);
+  if (fileBytes(out.ndx) != c.records * static_cast<int64_t>(zv::kIndexRecLen)) return ".NDX of the wrong size";
+  if (fileBytes(out.pro) <= 0) return "no .PRO";
+  if (const int64_t fscLines = countLines(out.fsc); fscLines != c.fscLines + c.fscSeparators)
+    return ".FSC has " + std::to_string(fscLines) + " lines, expected " +
+           std::to_string(c.fscLines + c.fscSeparators);
+  if (progress && (progress->linesSeen != c.lines || progress->lastRecord != c.records || progress->draws < 100))
+    return "progress did not follow the whole job";
+  return {};
+}
+
+void runFilter(benchmark::State& state, bool withProgress) {
+  const JobOutputs out = outputsOf(gSetup.dir);
+  for (auto _ : state) {
+    state.PauseTiming();
+    out.remove();  // so that truncating the last run's outputs is not timed
+    zv::JobState job;
+    job.outDir = gSetup.dir;
+    BenchHost quiet;
+    ProgressHost progress;
+    zv::JobHost& host = withProgress ? static_cast<zv::JobHost&>(progress) : quiet;
+    state.ResumeTiming();
+
+    const zv::JobOutcome outcome = zv::FilterDialogAll(job, host);
+
+    state.PauseTiming();
+    const std::string problem = checkJob(job, outcome, out, withProgress ? &progress : nullptr);
+    if (!problem.empty()) state.SkipWithError(problem.c_str());
+    state.ResumeTiming();
+  }
+  if (!envFlag("ZV_BENCH_KEEP")) out.remove();
+}
+
+void filterProgressOff(benchmark::State& state) { runFilter(state, false); }
+void filterProgressOn(benchmark::State& state) { runFilter(state, true); }
+
+// --- one child process per case --------------------------------------------------
+
+struct Case {
+  const char* name;
+  void (*fn)(benchmark::State&);
+};
+
+constexpr Case kCases[] = {
+    {"read/fread_memchr", readFreadMemchr},   {"read/getline", readGetline},
+    {"read/LineReader", readLineReader},      {"read/LineReader_clean", readLineReaderClean},
+    {"read/LineCount", readLineCount},        {"filter/progress_off", filterProgressOff},
+    {"filter/progress_on", filterProgressOn},
+};
+
+// Keeps the seconds of each repetition; prints nothing.
+class CollectingReporter final : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context&) override { return true; }
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      if (run.error_occurred) {
+        error = run.error_message.empty() ? "failed" : run.error_message;
+        continue;
+      }
+      const auto iterations = static_cast<double>(std::max<int64_t>(run.iterations, 1));
+      seconds.push_back(run.real_accumulated_time / iterations);
+      cpuSeconds.push_back(run.cpu_accumulated_time / iterations);
+    }
+  }
+  std::vector<double> seconds;
+  std::vector<double> cpuSeconds;
+  std::string error;
+};
+
+struct CaseResult {
+  std::string name;
+  std::vector<double> seconds;     // wall clock, one per repetition
+  std::vector<double> cpuSeconds;  // CPU time of the same repetitions
+  long peakKb = 0;                 // the child's ru_maxrss
+  std::string error;
+
+  bool ok() const { return error.empty() && !seconds.empty(); }
+  double best() const { return *std::min_element(seconds.begin(), seconds.end()); }
+  double median() const {
+    std::vector<double> s = seconds;
+    std::sort(s.begin(), s.end());
+    return s.size() % 2 ? s[s.size() / 2] : (s[s.size() / 2 - 1] + s[s.size() / 2]) / 2;
+  }
+  // CPU time is the figure to compare when other work shares the machine.
+  double bestCpu() const { return *std::min_element(cpuSeconds.begin(), cpuSeconds.end()); }
+  double mbPerSecond() const { return static_cast<double>(gSetup.capture.bytes) / kMiB / best(); }
+};
+
+long currentRssKb() {
+  std::FILE* f = std::fopen("/proc/self/statm", "r");
+  long pages = 0, resident = 0;
+  if (f) {
+    if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = 0;
+    std::fclose(f);
+  }
+  return resident * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+CaseResult runCaseInChild(const Case& c) {
+  CaseResult result{c.name, {}, {}, 0, {}};
+  int fds[2];
+  if (::pipe(fds) != 0) {
+    result.error = std::strerror(errno);
+    return result;
+  }
+  std::fflush(nullptr);
+  const pid_t pid = ::fork();
+  if (pid < 0) {
+    result.error = std::strerror(errno);
+    return result;
+  }
+  if (pid == 0) {
+    ::close(fds[0]);
+    CollectingReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + std::string(c.name) + "(/|$)");
+    std::string report;
+    for (std::size_t i = 0; i < reporter.seconds.size(); ++i)
+      report += "s " + std::to_string(reporter.seconds[i]) + " " + std::to_string(reporter.cpuSeconds[i]) + "\n";
+    if (!reporter.error.empty()) report += "e " + reporter.error + "\n";
+    const char* p = report.data();
+    std::size_t left = report.size();
+    while (left > 0) {
+      const ssize_t w = ::write(fds[1], p, left);
+      if (w <= 0) break;
+      p += w;
+      left -= static_cast<std::size_t>(w);
+    }
+    ::_exit(0);  // no destructors or atexit handlers: the parent owns the temp folder
+  }
+  ::close(fds[1]);
+  std::string report;
+  char buf[4096];
+  ssize_t n;
+  while ((n = ::read(fds[0], buf, sizeof buf)) > 0 || (n < 0 && errno == EINTR))
+    if (n > 0) report.append(buf, static_cast<std::size_t>(n));
+  ::close(fds[0]);
+  int status = 0;
+  struct rusage usage {};
+  while (::wait4(pid, &status, 0, &usage) < 0 && errno == EINTR) {
+  }
+  result.peakKb = usage.ru_maxrss;
+  std::size_t at = 0;
+  while (at < report.size()) {
+    std::size_t end = report.find('\n', at);
+    if (end == std::string::npos) end = report.size();
+    const std::string lineText = report.substr(at, end - at);
+    if (lineText.rfind("s ", 0) == 0) {
+      std::size_t used = 0;
+      result.seconds.push_back(std::stod(lineText.substr(2), &used));
+      result.cpuSeconds.push_back(std::stod(lineText.substr(2 + used)));
+    }
+    if (lineText.rfind("e ", 0) == 0) result.error = lineText.substr(2);
+    at = end + 1;
+  }
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) result.error = "the case's process failed";
+  if (result.error.empty() && result.seconds.empty()) result.error = "no timing";
+  return result;
+}
+
+const CaseResult* find(const std::vector<CaseResult>& results, std::string_view name) {
+  for (const auto& r : results)
+    if (r.name == name && r.ok()) return &r;
+  return nullptr;
+}
+
+void printVerdict(const char* what, double value, const char* unit, const char* target, bool met) {
+  std::printf("  %-44s %9.2f %-5s %-16s %s\n", what, value, unit, target, met ? "met" : "MISSED");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  const std::regex only(argc > 1 ? argv[1] : ".*");
+
+  const int64_t mb = envInt("ZV_BENCH_MB", 256);
+  const int64_t reps = envInt("ZV_BENCH_REPS", 3);
+  gSetup.showProgress = envFlag("ZV_BENCH_PROGRESS") && ::isatty(STDERR_FILENO);
+  for (const Case& c : kCases)
+    benchmark::RegisterBenchmark(c.name, c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+
+  const char* tmp = std::getenv("ZV_BENCH_DIR");
+  if (!tmp || !*tmp) tmp = std::getenv("TMPDIR");
+  std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/zv-bench-XXXXXX";
+  if (!::mkdtemp(pattern.data())) {
+    std::fprintf(stderr, "cannot make a folder from %s: %s\n", pattern.c_str(), std::strerror(errno));
+    return 2;
+  }
+  gSetup.dir = pattern;
+
+  std::printf("Zorvanta DIALOG filter benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
+  if (std::string_view(ZV_BENCH_BUILD_TYPE) != "Release")
+    std::printf("  note: not a Release build; the figures do not stand for the program\n");
+  if (mb < 200) std::printf("  note: a capture below 200 MB is for trying the benchmark, not for its figures\n");
+  std::fflush(stdout);
+
+  const auto genStart = std::chrono::steady_clock::now();
+  try {
+    gSetup.capture = zv::bench::WriteSyntheticCapture(gSetup.dir + "/capture.log", mb * 1024 * 1024);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "%s\n", e.what());
+    std::filesystem::remove_all(gSetup.dir);
+    return 2;
+  }
+  const double genSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - genStart).count();
+  const SyntheticCapture& cap = gSetup.capture;
+  std::printf("  capture: %s\n  %.1f MB, %lld lines, %lld records, %lld .FSC lines (written in %.1f s)\n",
+              cap.path.c_str(), static_cast<double>(cap.bytes) / kMiB, static_cast<long long>(cap.lines),
+              static_cast<long long>(cap.records), static_cast<long long>(cap.fscLines), genSeconds);
+  const long baselineKb = currentRssKb();
+  std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes\n"
+              "  resident memory of this process before the cases: %.1f MB\n\n",
+              static_cast<long long>(reps), static_cast<double>(baselineKb) / 1024.0);
+
+  std::printf("  %-24s %9s %9s %9s %9s %10s\n", "case", "best s", "median s", "cpu s", "MB/s", "peak RSS");
+  std::vector<CaseResult> results;
+  bool failed = false;
+  for (const Case& c : kCases) {
+    if (!std::regex_search(c.name, only)) continue;
+    results.push_back(runCaseInChild(c));
+    const CaseResult& r = results.back();
+    if (r.ok()) {
+      std::printf("  %-24s %9.3f %9.3f %9.3f %9.1f %7.1f MB\n", r.name.c_str(), r.best(), r.median(), r.bestCpu(),
+                  r.mbPerSecond(), static_cast<double>(r.peakKb) / 1024.0);
+    } else {
+      failed = true;
+      std::printf("  %-24s FAILED: %s\n", r.name.c_str(), r.error.c_str());
+    }
+    std::fflush(stdout);
+  }
+
+  const CaseResult* lineReader = find(results, "read/LineReader");
+  const CaseResult* getlineRead = find(results, "read/getline");
+  const CaseResult* off = find(results, "filter/progress_off");
+  const CaseResult* on = find(results, "filter/progress_on");
+  std::printf("\n  figures from the best repetition of each case (wall clock unless marked CPU)\n");
+  if (off && lineReader) {
+    std::printf("  filter (progress off) / LineReader time:      %6.2fx\n", off->best() / lineReader->best());
+    if (on) std::printf("  filter (progress on) / LineReader time:       %6.2fx\n", on->best() / lineReader->best());
+  }
+  if (on && lineReader)
+    std::printf("  filter (progress on) / LineReader CPU time:   %6.2fx\n", on->bestCpu() / lineReader->bestCpu());
+  if (off && getlineRead)
+    std::printf("  filter (progress off) / std::getline time:    %6.2fx\n", off->best() / getlineRead->best());
+  if (off && on) {
+    std::printf("  progress reporting overhead (best):           %+6.1f %%\n", (on->best() / off->best() - 1.0) * 100.0);
+    std::printf("  progress reporting overhead (median):         %+6.1f %%\n",
+                (on->median() / off->median() - 1.0) * 100.0);
+    std::printf("  progress reporting overhead (best CPU time):  %+6.1f %%\n",
+                (on->bestCpu() / off->bestCpu() - 1.0) * 100.0);
+  }
+
+  std::printf("\n  targets\n");
+  if (on) printVerdict("filter, progress on", on->mbPerSecond(), "MB/s", ">= 150", on->mbPerSecond() >= kTargetFilterMBs);
+  if (off) printVerdict("filter, progress off", off->mbPerSecond(), "MB/s", ">= 150", off->mbPerSecond() >= kTargetFilterMBs);
+  if (on && lineReader)
+    printVerdict("filter (progress on) / LineReader", on->best() / lineReader->best(), "x", "<= 4",
+                 on->best() / lineReader->best() <= kTargetRatio);
+  for (const CaseResult* r : {off, on}) {
+    if (!r) continue;
+    const double peak = static_cast<double>(r->peakKb) / 1024.0;
+    printVerdict((r->name + " peak RSS").c_str(), peak, "MB", "< 32", peak < kTargetPeakMB);
+  }
+  std::printf("  (peak memory must not grow with the input: compare runs at two ZV_BENCH_MB sizes)\n");
+
+  if (envFlag("ZV_BENCH_KEEP")) {
+    std::printf("\n  kept %s\n", gSetup.dir.c_str());
+  } else {
+    std::error_code ec;
+    std::filesystem::remove_all(gSetup.dir, ec);
+  }
+  benchmark::Shutdown();
+  return failed ? 1 : 0;
+}
