@@ -1,6 +1,7 @@
 // The filter job frame: the loop, the .PRO/.NDX bookkeeping and the ways out.
 #include "core/filter_frame.h"
 
+#include <limits>
 #include <new>
 
 #include "core/error.h"
@@ -9,12 +10,26 @@
 
 namespace zv {
 
+namespace {
+
+// Add32 for the counters that move on every line: the same limits, with the sum
+// inline and the call, which raises the overflow, made only past them.
+inline void add32(int32_t& counter, int64_t amount) {
+  const int64_t sum = static_cast<int64_t>(counter) + amount;
+  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
+    Add32(counter, amount);
+  else
+    counter = static_cast<int32_t>(sum);
+}
+
+}  // namespace
+
 std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
 
 void FilterFrame::writeBlank() {
   pro_.blank();
-  Add32(lOutBytes, 2);
-  Add32(job.glOutLine, 1);
+  add32(lOutBytes, 2);
+  add32(job.glOutLine, 1);
 }
 
 void FilterFrame::writeText(std::string_view line) {
@@ -35,7 +50,7 @@ void FilterFrame::writeLabel() {
 //  3. count the printed line's bytes: the label's if this pass labelled, else gsLine's;
 //  4. remember which record was indexed last.
 void FilterFrame::UpdateIndex() {
-  Add32(job.glOutLine, 1);
+  add32(job.glOutLine, 1);
   IndexRec& rec = job.gIndexRec;
   if (job.glRecNum != lLastIndexed && iJustLabelled == -1) {
     rec.recNum = job.glRecNum;
@@ -54,7 +69,7 @@ void FilterFrame::UpdateIndex() {
     }
   }
   const std::size_t printed = iJustLabelled == -1 ? sLabel.size() : job.gsLine.size();
-  Add32(lOutBytes, static_cast<int64_t>(printed) + 2);
+  add32(lOutBytes, static_cast<int64_t>(printed) + 2);
   lLastIndexed = job.glRecNum;
 }
 
@@ -127,22 +142,26 @@ JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, L
     host.setFilterTitle(info.title);
 
     static constexpr char kNul[1] = {'\0'};
+    // Three buffers turn round so that no line is copied: at the end of a pass
+    // gsPrevLine takes gsLine's buffer, and the next line is read into the one that
+    // held the line before.
     std::string next;
     while (frame.in_->readLine(next)) {
       job.gsLine.swap(next);
       LowAscii(job.gsLine);
       RemCtrl(job.gsLine, std::string_view(kNul, 1));
       filter.afterCleaning(frame);
-      Add32(frame.lInLine, 1);
+      add32(frame.lInLine, 1);
       host.lineRead(frame.lInLine, job.glLineCount);
       filter.onLine(frame);
-      job.gsPrevLine = job.gsLine;
+      job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine
       if (job.giInterrupt == 1) {
         interrupted();
         return JobOutcome::Interrupted;
       }
     }
     frame.in_.reset();
+    job.gsLine = job.gsPrevLine;  // the last line, as what follows the loop expects
 
     const std::string finishTime = TimeOfDayText();
     host.jobFinished(finishTime, ShowElapsed(startTime, finishTime));

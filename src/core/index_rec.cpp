@@ -141,7 +141,18 @@ void IndexFile::put(int32_t k, const IndexRec& rec) {
     std::memcpy(&pending_[static_cast<std::size_t>(k - pendingFirst_) * kIndexRecLen], bytes.data(), kIndexRecLen);
     return;
   }
-  if (pendingFirst_ && k == pendingFirst_ + pendingCount && static_cast<std::size_t>(pendingCount) < kPendingMax) {
+  if (pendingFirst_ && k == pendingFirst_ + pendingCount) {
+    if (static_cast<std::size_t>(pendingCount) >= kPendingMax) {
+      // A full run goes to disk all but its last record, which begins the next run:
+      // the filters re-read and rewrite record k - 1 right after writing record k,
+      // and that must stay a memory access, not a pread and two pwrites per record.
+      const std::size_t out = pending_.size() - kIndexRecLen;
+      writeAll(fd_, pending_.data(), out,
+               static_cast<int64_t>(pendingFirst_ - 1) * static_cast<int64_t>(kIndexRecLen), path_);
+      diskRecords_ = std::max<int64_t>(diskRecords_, pendingFirst_ - 1 + pendingCount - 1);
+      pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(out));
+      pendingFirst_ += pendingCount - 1;
+    }
     pending_.insert(pending_.end(), bytes.begin(), bytes.end());
     return;
   }

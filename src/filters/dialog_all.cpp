@@ -15,8 +15,18 @@ namespace {
 
 using sv = std::string_view;
 
-bool startsWith(sv s, sv prefix) { return s.substr(0, prefix.size()) == prefix; }
-bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
+// Both run several times on every line: inline, a test against a short literal is a
+// few compares and no call.
+inline bool startsWith(sv s, sv prefix) { return s.starts_with(prefix); }
+inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
+
+// InCount of "/", stopping at three: the label test wants exactly two. Most lines
+// hold none, and the library search passes over them in one go.
+int32_t slashesUpToThree(sv s) {
+  int32_t n = 0;
+  for (std::size_t p = s.find('/'); p != sv::npos && n < 3; p = s.find('/', p + 1)) ++n;
+  return n;
+}
 
 sv trimBlanks(sv s) {
   const auto first = s.find_first_not_of(' ');
@@ -27,7 +37,7 @@ sv trimBlanks(sv s) {
 // Step 7: a line with exactly two "/" of the form blank, set, "/", format, "/",
 // item, optionally five blanks and a tail. The eleven tests in their order.
 bool isLabel(sv line) {
-  if (InCount(line, "/") != 2) return false;
+  if (slashesUpToThree(line) != 2) return false;
   if (line.front() == '?') return false;                  // 1
   if (line.find('?') == 1) return false;                  // 2
   if (line.front() != ' ') return false;                  // 3
@@ -67,6 +77,8 @@ class DialogAll final : public LineFilter {
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
     const sv line = job.gsLine;
+    // Column - 1 of the first "?": one search serves steps 3 and 5.
+    const std::size_t firstQuery = line.find('?');
 
     // Step 2: a prompt closes the begin and sets blocks.
     if (startsWith(line, "?")) {
@@ -81,7 +93,7 @@ class DialogAll final : public LineFilter {
     }
 
     // Step 3: open the blocks. Every test needs a "?", so other lines skip the copy.
-    if (holds(line, "?")) {
+    if (firstQuery != sv::npos) {
       const std::string u = UCase(line);
       if (startsWith(u, "?B") || startsWith(u, "? B") || startsWith(u, "?BEGIN") || startsWith(u, "? BEGIN"))
         iBeginBlock = -1;
@@ -98,7 +110,6 @@ class DialogAll final : public LineFilter {
 
     // Step 5: a prompt at column 1 or 2 with a logoff word opens the logoff block.
     // "off" and "OFF" lie inside every longer word, so they alone decide.
-    const std::size_t firstQuery = line.find('?');
     if ((firstQuery == 0 || firstQuery == 1) && (holds(line, "off") || holds(line, "OFF"))) iLogoffBlock = -1;
 
     // Step 6: "Logoff:" or ">>>" ends the logoff block.
@@ -120,7 +131,7 @@ class DialogAll final : public LineFilter {
       iSinceLabel = 0;
       if (!job.gsPrevLine.empty()) {
         f.writeBlank();
-        if (!sBeforePrev.empty()) f.writeBlank();
+        if (!sBeforePrevEmpty) f.writeBlank();
       }
       f.sLabel = RecordLabel(job.glRecNum);
       f.writeLabel();
@@ -152,7 +163,7 @@ class DialogAll final : public LineFilter {
     }
 
     // Step 12: the frame moves gsLine to gsPrevLine after this.
-    sBeforePrev = job.gsPrevLine;
+    sBeforePrevEmpty = job.gsPrevLine.empty();
   }
 
   // A capture that ends inside a record gets its last line a second time.
@@ -162,9 +173,7 @@ class DialogAll final : public LineFilter {
 
   int16_t fscLines() const override { return iFscLines; }
 
-  void CleanUp() override {
-    sBeforePrev.clear();
-  }
+  void CleanUp() override { sBeforePrevEmpty = true; }
 
  private:
   int16_t iBeginBlock = 0;
@@ -172,7 +181,9 @@ class DialogAll final : public LineFilter {
   int16_t iLogoffBlock = 0;
   int16_t iSinceLabel = 0;
   int16_t iFscLines = 0;
-  std::string sBeforePrev;
+  // sBeforePrev, the line before gsPrevLine: nothing but its emptiness is ever asked,
+  // so that is all that is kept, and no line is copied for it.
+  bool sBeforePrevEmpty = true;
 };
 
 }  // namespace
