@@ -96,11 +96,6 @@ TEST(LineCountTest, AgreesWithLineReaderOnRandomText) {
   }
 }
 
-TEST(LineCountTest, MissingFileThrows) {
-  TempDir dir;
-  EXPECT_EQ(errorOf([&] { LineCount(dir.file("none.log")); }), err::kFileNotFound);
-}
-
 TEST(FileHandles, SeekGetPutAreByteExact) {
   TempDir dir;
   const std::string path = dir.file("r.pro");
@@ -123,24 +118,6 @@ TEST(FileHandles, SeekGetPutAreByteExact) {
   std::string past(10, ' ');
   EXPECT_EQ(errorOf([&] { FGet(h2, past); }), err::kPastEnd);
   FClose(h2);
-}
-
-TEST(FileHandles, FCreateTruncatesAndHandlesAreReused) {
-  TempDir dir;
-  const std::string a = dir.file("a");
-  const std::string b = dir.file("b");
-  WriteFile(a, "old");
-  FCreate(a);
-  EXPECT_EQ(FileSize(a), 0);
-  FCreate(b);
-  const int32_t ha = CSFOpen(a);
-  const int32_t hb = CSFOpen(b);
-  EXPECT_NE(ha, hb);
-  EXPECT_GT(ha, 0);
-  FClose(ha);
-  EXPECT_EQ(CSFOpen(a), ha);
-  FClose(ha);
-  FClose(hb);
 }
 
 TEST(FileHandles, FailuresThrowWithThePath) {

@@ -48,15 +48,6 @@ TEST(IndexRecLayout, FieldsAreLittleEndianAtTheirOffsets) {
   EXPECT_EQ(back.keepFlag, 1);
 }
 
-TEST(IndexRecLayout, AKeepFileNameIsCutAt255) {
-  IndexRec r;
-  r.setKeepFile(std::string(300, 'k'));
-  EXPECT_EQ(r.keepFileName(), std::string(255, 'k'));
-  r.setKeepFile("");
-  EXPECT_EQ(r.keepFileName(), "");
-  EXPECT_EQ(r.keepFile[0], ' ');
-}
-
 TEST(IndexFileAccess, RecordsWrittenAndRewrittenReadBackFromMemoryAndDisk) {
   test::TempDir dir;
   const std::string path = dir.file("a.NDX");

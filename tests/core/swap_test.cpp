@@ -35,16 +35,5 @@ TEST(SwapTest, PartialSizeLeavesTheTailInPlace) {
   EXPECT_EQ(b.rank, 20);
 }
 
-TEST(SwapTest, ZeroAndOversizeSizes) {
-  Entry a = make("alpha", 1, 10);
-  Entry b = make("beta", 2, 20);
-  Swap(a, b, 0);
-  EXPECT_STREQ(a.word, "alpha");
-  Swap(a, b, sizeof(Entry) + 100);  // clamped to the record
-  EXPECT_STREQ(a.word, "beta");
-  EXPECT_EQ(a.rank, 20);
-  EXPECT_EQ(b.rank, 10);
-}
-
 }  // namespace
 }  // namespace zv

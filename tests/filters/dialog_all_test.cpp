@@ -261,17 +261,6 @@ TEST(DialogAllInterrupt, DuringTheLastLineAbandonsEvenACompleteJob) {
   EXPECT_FALSE(host.finished);
 }
 
-TEST(DialogAllInterrupt, IsSeenAfterTheLineInHand) {
-  TempDir dir;
-  test::RecordingHost host("");
-  host.onLine = [&](int32_t line) {
-    if (line == 2) host.running->giInterrupt = 1;
-  };
-  const auto run = test::RunFilterOn(&FilterDialogAll, dir, CrLf(kWorkedExample), "session.log", &host);
-  EXPECT_EQ(run.outcome, JobOutcome::Interrupted);
-  EXPECT_EQ(host.lastLine, 2);
-}
-
 TEST(DialogAllRerun, ReplacesEveryOutputAndLeavesNoStaleIndexRecords) {
   TempDir dir;
   auto run = Filter(dir, {"?t 1/5/1-3", " 1/5/1", "A", " 1/5/2", "B", " 1/5/3", "C", "?ds", "S1", "?"});
@@ -295,16 +284,6 @@ TEST(DialogAllFailure, ARecordOf32768LinesOverflowsAndRemovesTheOutputs) {
   EXPECT_EQ(run.job->gsErrText, "Overflow");
   EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
   EXPECT_FALSE(test::FileExists(dir.file("big.WRK")));
-}
-
-TEST(DialogAllFailure, ARecordOf32767LinesStillFits) {
-  TempDir dir;
-  std::string capture = CrLf({"?t 1/5/1", " 1/5/1"});
-  for (int i = 0; i < 32766; ++i) capture += "line\r\n";
-  capture += "?\r\n";
-  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture, "big.log");
-  EXPECT_FALSE(run.threw);
-  EXPECT_EQ(run.outcome, JobOutcome::Done);
 }
 
 TEST(DialogAllFailure, TooManyStrategyLinesOverflowTheFscCounter) {
