@@ -16,17 +16,15 @@
 #include "forms/center_form.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 
 namespace zv::forms {
 
 namespace {
 
 QLabel* sunkenPanel(const char* name, QWidget* parent) {
-  auto* panel = new QLabel(parent);
-  panel->setObjectName(QLatin1String(name));
-  panel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-  panel->setMinimumHeight(22);
-  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QLabel* panel = SunkenPanel(name, parent, 22);
+  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);  // names can be copied
   return panel;
 }
 

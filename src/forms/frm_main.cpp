@@ -21,19 +21,12 @@
 #include "forms/frm_settings.h"
 #include "forms/help_window.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 #include "forms/version_record.h"
 
 namespace zv::forms {
 
 namespace {
-
-QLabel* sunken(const char* name, QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QLatin1String(name));
-  label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-  label->setMinimumHeight(20);
-  return label;
-}
 
 constexpr const char* kPanelCaptions[3] = {"Toolbars", "Dialog Filtering Options", "Processing Time"};
 
@@ -125,11 +118,11 @@ QWidget* FrmMain::buildLeftBar() {
 
   // "Processing Time".
   auto* times = new QGridLayout(pnlOL_[2]);
-  pnlStartTime_ = sunken("pnlStartTime", pnlOL_[2]);
-  pnlFinishTime_ = sunken("pnlFinishTime", pnlOL_[2]);
-  pnlElapsed_ = sunken("pnlElapsed", pnlOL_[2]);
-  pnlFileSize_ = sunken("pnlFileSize", pnlOL_[2]);
-  pnlFileLines_ = sunken("pnlFileLines", pnlOL_[2]);
+  pnlStartTime_ = SunkenPanel("pnlStartTime", pnlOL_[2]);
+  pnlFinishTime_ = SunkenPanel("pnlFinishTime", pnlOL_[2]);
+  pnlElapsed_ = SunkenPanel("pnlElapsed", pnlOL_[2]);
+  pnlFileSize_ = SunkenPanel("pnlFileSize", pnlOL_[2]);
+  pnlFileLines_ = SunkenPanel("pnlFileLines", pnlOL_[2]);
   const std::array<std::pair<const char*, QLabel*>, 5> rows{{{"Started:", pnlStartTime_},
                                                              {"Finished:", pnlFinishTime_},
                                                              {"Elapsed:", pnlElapsed_},
@@ -172,16 +165,16 @@ QWidget* FrmMain::buildPane() {
 void FrmMain::buildStatusBar() {
   QStatusBar* bar = statusBar();
   bar->setSizeGripEnabled(true);
-  pnlStatusMsg_ = sunken("pnlStatusMsg", bar);
+  pnlStatusMsg_ = SunkenPanel("pnlStatusMsg", bar);
   bar->addWidget(pnlStatusMsg_, 1);
   for (int i = 0; i < 4; ++i) {
-    pnlKeyStatus_[i] = sunken("", bar);
+    pnlKeyStatus_[i] = SunkenPanel("", bar);
     pnlKeyStatus_[i]->setObjectName(QStringLiteral("pnlKeyStatus_%1").arg(i));
     pnlKeyStatus_[i]->setAlignment(Qt::AlignCenter);
     pnlKeyStatus_[i]->setFixedWidth(46);
     bar->addPermanentWidget(pnlKeyStatus_[i]);
   }
-  pnlTime_ = sunken("pnlTime", bar);
+  pnlTime_ = SunkenPanel("pnlTime", bar);
   pnlTime_->setAlignment(Qt::AlignCenter);
   pnlTime_->setFixedWidth(76);
   bar->addPermanentWidget(pnlTime_);
