@@ -4,9 +4,11 @@
 #include <functional>
 #include <memory>
 
+#include <QDialog>
 #include <QDir>
-#include <QList>
-#include <QString>
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
 #include <QTemporaryDir>
 
 #include "forms/frm_main.h"
@@ -16,56 +18,70 @@
 namespace zv::forms::test {
 
 // Records every message box instead of showing it, while it lives.
-class MessageLog {
- public:
-  MessageLog();
-  ~MessageLog();
+struct MessageLog {
   QList<ShownMessage> messages;
+  MessageLog() { SetMessageSink([this](const ShownMessage& m) { messages.append(m); }); }
+  ~MessageLog() { SetMessageSink({}); }
+  QStringList said() const {  // "title: text" of each
+    QStringList out;
+    for (const ShownMessage& m : messages) out << m.title + ": " + m.text;
+    return out;
+  }
 };
 
-// Answers modal dialogs while it lives: records each one's objectName, lets `onDialog`
-// look at it, then closes it as its OK button would (frmError's cmdOkay is clicked).
-class ModalLog {
- public:
-  explicit ModalLog(std::function<void(QDialog&)> onDialog = {});
-  ~ModalLog();
-  QStringList dialogs;
-  QStringList errorTexts;  // pnlErrorMsg of each frmError, as it was shown
-
- private:
-  std::function<void(QDialog&)> onDialog_;
+// Answers modal dialogs while it lives: records each one's objectName and frmError's
+// text, then closes it as its OK button would.
+struct ModalLog {
+  QStringList dialogs, errorTexts;
+  explicit ModalLog(std::function<void(QDialog&)> look = {}) {
+    SetModalRunner([this, look](QDialog& d) {
+      dialogs << d.objectName();
+      if (auto* msg = d.findChild<QLabel*>(QStringLiteral("pnlErrorMsg"))) errorTexts << msg->text();
+      if (look) look(d);
+      if (auto* ok = d.findChild<QPushButton*>(QStringLiteral("cmdOkay"))) ok->click(); else d.accept();
+      return static_cast<int>(QDialog::Accepted);
+    });
+  }
+  ~ModalLog() { SetModalRunner({}); }
 };
 
 // A temporary folder that is the current directory while the object lives.
-class WorkDir {
- public:
-  WorkDir();
-  ~WorkDir();
-  QString path() const { return dir_.path(); }
-  QString file(const QString& name) const { return dir_.filePath(name); }
+struct WorkDir {
+  QString previous = QDir::currentPath();
+  QTemporaryDir dir;
+  WorkDir() { QDir::setCurrent(dir.path()); }
+  ~WorkDir() { QDir::setCurrent(previous); }
+  QString path() const { return dir.path(); }
+  QString file(const QString& name) const { return dir.filePath(name); }
   bool exists(const QString& name) const { return QFileInfo::exists(file(name)); }
-
- private:
-  QString previous_;
-  QTemporaryDir dir_;
 };
 
-// A settings store in a file of a temporary folder, and a main window over it.
+// A settings store in a temporary folder, and a main window over it.
 struct MainFixture {
-  MainFixture();
-  ~MainFixture();
   QTemporaryDir settingsDir;
-  std::unique_ptr<SettingsStore> store;
-  std::unique_ptr<FrmMain> frmMain;
+  std::unique_ptr<SettingsStore> store = std::make_unique<SettingsStore>(settingsDir.filePath("quidlane.ini"));
+  std::unique_ptr<FrmMain> frmMain = std::make_unique<FrmMain>(*store);
+  MainFixture() { frmMain->FormLoad(nullptr); }
 };
 
-// The DIALOG sample capture, copied into `dir` under `name`; returns its path.
-QString CopySample(const WorkDir& dir, const QString& name = QStringLiteral("session.log"));
-void WriteText(const QString& path, const QByteArray& bytes);
+inline void WriteText(const QString& path, const QByteArray& bytes) {
+  QFile f(path);
+  if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) qFatal("cannot write %s", qPrintable(path));
+}
 
-template <typename T>
+// The DIALOG sample capture, `times` over, written into `dir` under `name`; returns its path.
+inline QString CopySample(const WorkDir& dir, const QString& name = QStringLiteral("session.log"), int times = 1) {
+  QFile sample(QStringLiteral(ZV_SAMPLES_DIR "/dialog_session.log"));
+  if (!sample.open(QIODevice::ReadOnly)) qFatal("no sample capture");
+  WriteText(dir.file(name), sample.readAll().repeated(times));
+  return dir.file(name);
+}
+
+template <typename T = QWidget>
 T* Child(QObject& parent, const QString& name) {
-  return parent.findChild<T*>(name);
+  T* child = parent.findChild<T*>(name);
+  if (child == nullptr) qFatal("no child %s", qPrintable(name));
+  return child;
 }
 
 }  // namespace zv::forms::test

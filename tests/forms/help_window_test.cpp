@@ -4,27 +4,16 @@
 #include <QListWidget>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QTextDocument>
 #include <QTreeWidget>
 
 #include "forms/help_window.h"
 
-using zv::forms::HelpContents;
-using zv::forms::HelpPageHtml;
-using zv::forms::HelpWindow;
-using zv::forms::SearchHelp;
+using namespace zv::forms;
 
 namespace {
-
-QStringList contentsFiles() {
-  QStringList files;
-  for (const auto& page : HelpContents()) files << page.file;
-  return files;
-}
 
 // The anchors a page offers to links, as the browser sees them after parsing.
 QSet<QString> anchorsOf(const QString& html) {
@@ -45,234 +34,143 @@ QStringList hitFiles(const QString& query) {
   return files;
 }
 
+QString fileOf(const QTreeWidgetItem* item) { return item->data(0, kHelpFileRole).toString(); }
+
 }  // namespace
 
 class HelpWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void contentsListsEveryPageOnce();
-  void everyPageLoadsWithItsTitle();
-  void internalLinksResolve();
-  void pagesAreSelfContained();
-  void searchFindsPagesByTheirText();
-  void searchFindsNothingForNonsense();
-  void searchHitOpensPageWithWordSelected();
-  void linksHistoryAndContentsStayInStep();
-  void keysMoveFocusNavigateAndClose();
-  void showHelpReusesOneWindow();
-};
-
-void HelpWindowTest::contentsListsEveryPageOnce() {
-  const QStringList listed = contentsFiles();
-  QVERIFY(listed.size() > 10);
-  QCOMPARE(listed.first(), QStringLiteral("index.html"));
-  QCOMPARE(QSet<QString>(listed.begin(), listed.end()).size(), listed.size());
-
-  // No page of the resource is left out of the contents.
-  const QStringList shipped = QDir(QStringLiteral(":/help")).entryList({QStringLiteral("*.html")}, QDir::Files);
-  for (const QString& file : shipped) QVERIFY2(listed.contains(file), qPrintable(file + " is not in the contents"));
-  QCOMPARE(shipped.size(), listed.size());
-
-  // The tree shows the same pages in the same order, pages under their chapters.
-  HelpWindow w;
-  QStringList inTree;
-  for (QTreeWidgetItemIterator it(w.contentsTree()); *it; ++it) inTree << (*it)->data(0, zv::forms::kHelpFileRole).toString();
-  QCOMPARE(inTree, listed);
-  const auto dialogAll = w.contentsTree()->findItems(QStringLiteral("DIALOG: All Types to One File"),
-                                                      Qt::MatchExactly | Qt::MatchRecursive);
-  QCOMPARE(dialogAll.size(), 1);
-  QVERIFY(dialogAll.first()->parent());
-  QCOMPARE(dialogAll.first()->parent()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("filters.html"));
-}
-
-void HelpWindowTest::everyPageLoadsWithItsTitle() {
-  HelpWindow w;
-  for (const auto& page : HelpContents()) {
-    const QString html = HelpPageHtml(page.file);
-    QVERIFY2(!html.isEmpty(), qPrintable(page.file));
-    QVERIFY2(page.title != page.file, qPrintable(page.file + " has no <title>"));
-    w.showPage(page.file);
-    QCOMPARE(w.currentPage(), page.file);
-    QCOMPARE(w.browser()->documentTitle(), page.title);
-    QVERIFY2(w.browser()->toPlainText().trimmed().size() > 200, qPrintable(page.file + " is nearly empty"));
-  }
-  QVERIFY(HelpPageHtml(QStringLiteral("no_such_page.html")).isEmpty());
-  QVERIFY(HelpPageHtml(QStringLiteral("../help/index.html")).isEmpty());
-}
-
-void HelpWindowTest::internalLinksResolve() {
-  static const QRegularExpression hrefRe(QStringLiteral("href\\s*=\\s*\"([^\"]*)\""));
-  int links = 0;
-  for (const auto& page : HelpContents()) {
-    const QString html = HelpPageHtml(page.file);
-    for (auto it = hrefRe.globalMatch(html); it.hasNext();) {
-      const QString href = it.next().captured(1);
-      const QString where = page.file + " -> " + href;
-      QVERIFY2(!href.contains(QLatin1Char(':')), qPrintable(where + ": not a page of the manual"));
-      const QString file = href.startsWith(QLatin1Char('#')) ? page.file : href.section(QLatin1Char('#'), 0, 0);
-      const QString anchor = href.section(QLatin1Char('#'), 1);
-      const QString target = HelpPageHtml(file);
-      QVERIFY2(!target.isEmpty(), qPrintable(where + ": no such page"));
-      if (!anchor.isEmpty()) QVERIFY2(anchorsOf(target).contains(anchor), qPrintable(where + ": no such anchor"));
-      ++links;
+  void everyPageIsListedOnceAndLoads() {
+    HelpWindow w;
+    QStringList listed, inTree;
+    for (const auto& page : HelpContents()) {
+      listed << page.file;
+      QVERIFY2(page.title != page.file, qPrintable(page.file + " has no <title>"));
+      w.showPage(page.file);
+      QCOMPARE(w.currentPage(), page.file);
+      QCOMPARE(w.browser()->documentTitle(), page.title);
+      QVERIFY2(w.browser()->toPlainText().trimmed().size() > 200, qPrintable(page.file + " is nearly empty"));
     }
+    QVERIFY(listed.size() > 10 && listed.first() == QLatin1String("index.html"));
+    QStringList sorted = listed;
+    sorted.sort();  // each page of the resource once, and nothing else:
+    QCOMPARE(sorted, QDir(":/help").entryList({"*.html"}, QDir::Files, QDir::Name));
+    // The tree shows the same pages in the same order, pages under their chapters.
+    for (QTreeWidgetItemIterator it(w.contentsTree()); *it; ++it) inTree << fileOf(*it);
+    QCOMPARE(inTree, listed);
+    const auto* dialogAll = w.contentsTree()->findItems("DIALOG: All Types to One File", Qt::MatchRecursive).value(0);
+    QCOMPARE(dialogAll && dialogAll->parent() ? fileOf(dialogAll->parent()) : QString(), "filters.html");
+    QVERIFY(HelpPageHtml(QStringLiteral("no_such_page.html")).isEmpty());
+    QVERIFY(HelpPageHtml(QStringLiteral("../help/index.html")).isEmpty());
   }
-  QVERIFY(links > 100);
-}
 
-void HelpWindowTest::pagesAreSelfContained() {
-  static const QRegularExpression external(
-      QStringLiteral("<script|<link\\b|<img\\b|\\bsrc\\s*=|https?://|url\\("), QRegularExpression::CaseInsensitiveOption);
-  for (const auto& page : HelpContents()) {
-    const QRegularExpressionMatch m = external.match(HelpPageHtml(page.file));
-    QVERIFY2(!m.hasMatch(), qPrintable(page.file + " uses " + m.captured()));
+  void linksResolveAndPagesAreSelfContained() {
+    static const QRegularExpression hrefRe(QStringLiteral("href\\s*=\\s*\"([^\"]*)\""));
+    static const QRegularExpression external(QStringLiteral("<script|<link\\b|<img\\b|\\bsrc\\s*=|https?://|url\\("),
+                                             QRegularExpression::CaseInsensitiveOption);
+    int links = 0;
+    for (const auto& page : HelpContents()) {
+      const QString html = HelpPageHtml(page.file);
+      const QRegularExpressionMatch m = external.match(html);
+      QVERIFY2(!m.hasMatch(), qPrintable(page.file + " uses " + m.captured()));
+      for (auto it = hrefRe.globalMatch(html); it.hasNext(); ++links) {
+        const QString href = it.next().captured(1), where = page.file + " -> " + href;
+        QVERIFY2(!href.contains(QLatin1Char(':')), qPrintable(where + ": not a page of the manual"));
+        const QString target = HelpPageHtml(href.startsWith(QLatin1Char('#')) ? page.file : href.section('#', 0, 0));
+        const QString anchor = href.section(QLatin1Char('#'), 1);
+        QVERIFY2(!target.isEmpty(), qPrintable(where + ": no such page"));
+        QVERIFY2(anchor.isEmpty() || anchorsOf(target).contains(anchor), qPrintable(where + ": no such anchor"));
+      }
+    }
+    QVERIFY(links > 100);
   }
-}
 
-void HelpWindowTest::searchFindsPagesByTheirText() {
-  // A word that only the DIALOG filter page holds, in any case.
-  QCOMPARE(hitFiles(QStringLiteral("KWIC")), QStringList{QStringLiteral("filter_dialog_all.html")});
-  QCOMPARE(hitFiles(QStringLiteral("kwic")), QStringList{QStringLiteral("filter_dialog_all.html")});
-  // Every word must be on the page; extra blanks don't matter.
-  QCOMPARE(hitFiles(QStringLiteral("  exit   codes 130 ")).contains(QStringLiteral("command_line.html")), true);
-  QVERIFY(!hitFiles(QStringLiteral("exit codes 130")).contains(QStringLiteral("settings.html")));
-  QVERIFY(hitFiles(QStringLiteral("KWIC quidlane")).isEmpty());
-  // Pages with the words in a row come first, then those with most of the words.
-  const auto hits = SearchHelp(QStringLiteral("zero   RECORDS"));
-  QVERIFY(hits.size() >= 3);
-  QVERIFY(hits.first().phraseOccurrences > 0);
-  for (int i = 1; i < hits.size(); ++i) {
-    const auto& a = hits[i - 1];
-    const auto& b = hits[i];
-    QVERIFY(a.phraseOccurrences > b.phraseOccurrences ||
-            (a.phraseOccurrences == b.phraseOccurrences && a.occurrences >= b.occurrences));
+  void searchFindsPagesByTheirText() {
+    // A word that only the DIALOG filter page holds, in any case; nothing for nonsense.
+    QCOMPARE(hitFiles(QStringLiteral("KWIC")), QStringList{QStringLiteral("filter_dialog_all.html")});
+    QCOMPARE(hitFiles(QStringLiteral("kwic")), QStringList{QStringLiteral("filter_dialog_all.html")});
+    for (const char* nothing : {"xqzvjk", "   ", "", "KWIC quidlane", "cellpadding", "rsaquo"})
+      QVERIFY2(SearchHelp(QLatin1String(nothing)).isEmpty(), nothing);  // every word, and only the text shown
+    QVERIFY(hitFiles(QStringLiteral("  exit   codes 130 ")).contains(QStringLiteral("command_line.html")));
+    QVERIFY(!hitFiles(QStringLiteral("exit codes 130")).contains(QStringLiteral("settings.html")));
+    // Pages with the words in a row come first, then those with most of the words.
+    const auto hits = SearchHelp(QStringLiteral("zero   RECORDS"));
+    QVERIFY(hits.size() >= 3 && hits.first().phraseOccurrences > 0);
+    for (int i = 1; i < hits.size(); ++i)
+      QVERIFY(hits[i - 1].phraseOccurrences > hits[i].phraseOccurrences ||
+              (hits[i - 1].phraseOccurrences == hits[i].phraseOccurrences &&
+               hits[i - 1].occurrences >= hits[i].occurrences));
+
+    HelpWindow w;
+    w.search(QStringLiteral("xqzvjk"));  // one line that says so, and opens nothing
+    QVERIFY(w.searchResults()->count() == 1 && w.searchResults()->item(0)->flags() == Qt::NoItemFlags);
   }
-  // The same words the other way round are nowhere in a row: the same pages, by count.
-  const auto apart = SearchHelp(QStringLiteral("records zero"));
-  QCOMPARE(apart.size(), hits.size());
-  for (int i = 0; i < apart.size(); ++i) {
-    QCOMPARE(apart[i].phraseOccurrences, 0);
-    if (i > 0) QVERIFY(apart[i - 1].occurrences >= apart[i].occurrences);
+
+  void searchHitOpensPageWithWordSelected() {
+    HelpWindow w;
+    w.showPage(QStringLiteral("index.html"));
+    w.searchField()->setText(QStringLiteral("kwic"));  // typing runs the search
+    QCOMPARE(w.searchResults()->count(), 1);
+    QListWidget* results = w.searchResults();
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QTest::mouseClick(results->viewport(), Qt::LeftButton, {}, results->visualItemRect(results->item(0)).center());
+    QCOMPARE(w.currentPage(), QStringLiteral("filter_dialog_all.html"));
+    // The first occurrence on the page is selected, and every occurrence is marked.
+    const QTextCursor selected = w.browser()->textCursor();
+    QCOMPARE(selected.selectedText(), QStringLiteral("KWIC"));
+    QCOMPARE(w.browser()->document()->find(QStringLiteral("kwic")).selectionStart(), selected.selectionStart());
+    QCOMPARE(w.browser()->extraSelections().size(),
+             w.browser()->toPlainText().count(QStringLiteral("KWIC"), Qt::CaseInsensitive));
+
+    // Of several words, the first place where they stand in a row is selected,
+    // although one of them occurs earlier on its own.
+    w.search(QStringLiteral("processing TIME"));
+    w.openHit(QStringLiteral("main_window.html"));
+    const QString text = w.browser()->toPlainText();
+    QVERIFY(text.indexOf(QStringLiteral("time"), 0, Qt::CaseInsensitive) <
+            text.indexOf(QStringLiteral("processing time"), 0, Qt::CaseInsensitive));
+    QCOMPARE(w.browser()->textCursor().selectedText().toLower(), QStringLiteral("processing time"));
+    // Leaving the page takes the marks away.
+    w.showPage(QStringLiteral("index.html"));
+    QVERIFY(w.browser()->extraSelections().isEmpty());
   }
-  // The search looks at the text a reader sees, not at the markup.
-  QVERIFY(hitFiles(QStringLiteral("cellpadding")).isEmpty());
-  QVERIFY(hitFiles(QStringLiteral("rsaquo")).isEmpty());
-}
 
-void HelpWindowTest::searchFindsNothingForNonsense() {
-  QVERIFY(SearchHelp(QStringLiteral("xqzvjk")).isEmpty());
-  QVERIFY(SearchHelp(QStringLiteral("   ")).isEmpty());
-  QVERIFY(SearchHelp(QString()).isEmpty());
+  void linksKeysHistoryAndContentsStayInStep() {
+    HelpWindow w;
+    w.showPage(QStringLiteral("index.html"));
+    QCOMPARE(w.windowTitle(), QStringLiteral("Zorvanta Help - Zorvanta Help"));
+    w.show();
+    w.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&w));
+    // Follow a link as a click does: relative to the page shown.
+    w.browser()->setSource(QUrl(QStringLiteral("errors.html#zero")));
+    QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
+    QCOMPARE(fileOf(w.contentsTree()->currentItem()), QStringLiteral("errors.html"));
 
-  HelpWindow w;
-  w.search(QStringLiteral("xqzvjk"));
-  QCOMPARE(w.searchResults()->count(), 1);  // the line saying nothing was found
-  QCOMPARE(w.searchResults()->item(0)->flags(), Qt::NoItemFlags);
-  QVERIFY(w.searchResults()->item(0)->data(zv::forms::kHelpFileRole).toString().isEmpty());
-  w.search(QString());
-  QCOMPARE(w.searchResults()->count(), 0);
-}
+    // Ctrl+F and Alt+S go to the search, Alt+C to the contents, Alt+Left and Alt+Right through the history.
+    QTest::keyClick(&w, Qt::Key_F, Qt::ControlModifier);
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.searchField()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.contentsTree()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    QCOMPARE(w.currentPage(), QStringLiteral("index.html"));
+    QCOMPARE(fileOf(w.contentsTree()->currentItem()), QStringLiteral("index.html"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.searchField()));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right, Qt::AltModifier);
+    QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
 
-void HelpWindowTest::searchHitOpensPageWithWordSelected() {
-  HelpWindow w;
-  w.showPage(QStringLiteral("index.html"));
-  w.searchField()->setText(QStringLiteral("kwic"));  // typing runs the search
-  QCOMPARE(w.searchResults()->count(), 1);
-  QListWidgetItem* hit = w.searchResults()->item(0);
-  QCOMPARE(hit->data(zv::forms::kHelpFileRole).toString(), QStringLiteral("filter_dialog_all.html"));
-
-  w.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&w));
-  const QRect rect = w.searchResults()->visualItemRect(hit);
-  QTest::mouseClick(w.searchResults()->viewport(), Qt::LeftButton, {}, rect.center());
-  QCOMPARE(w.currentPage(), QStringLiteral("filter_dialog_all.html"));
-  const QTextCursor selected = w.browser()->textCursor();
-  QCOMPARE(selected.selectedText(), QStringLiteral("KWIC"));
-  // It is the first occurrence on the page, and every occurrence is marked.
-  QCOMPARE(w.browser()->document()->find(QStringLiteral("kwic")).selectionStart(), selected.selectionStart());
-  const int count = static_cast<int>(w.browser()->toPlainText().count(QStringLiteral("KWIC"), Qt::CaseInsensitive));
-  QCOMPARE(w.browser()->extraSelections().size(), count);
-
-  // Of several words, the first place where they stand in a row is selected,
-  // although one of them occurs earlier on its own.
-  w.search(QStringLiteral("processing TIME"));
-  w.openHit(QStringLiteral("main_window.html"));
-  QCOMPARE(w.currentPage(), QStringLiteral("main_window.html"));
-  const QString text = w.browser()->toPlainText();
-  QVERIFY(text.indexOf(QStringLiteral("time"), 0, Qt::CaseInsensitive) <
-          text.indexOf(QStringLiteral("processing time"), 0, Qt::CaseInsensitive));
-  QCOMPARE(w.browser()->textCursor().selectedText().toLower(), QStringLiteral("processing time"));
-
-  // Leaving the page takes the marks away.
-  w.showPage(QStringLiteral("index.html"));
-  QVERIFY(w.browser()->extraSelections().isEmpty());
-}
-
-void HelpWindowTest::linksHistoryAndContentsStayInStep() {
-  HelpWindow w;
-  w.showPage(QStringLiteral("index.html"));
-  QCOMPARE(w.windowTitle(), QStringLiteral("Zorvanta Help - Zorvanta Help"));
-  // Follow a link as a click does: relative to the page shown.
-  w.browser()->setSource(QUrl(QStringLiteral("errors.html#zero")));
-  QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
-  QCOMPARE(w.contentsTree()->currentItem()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("errors.html"));
-  QVERIFY(w.browser()->isBackwardAvailable());
-
-  w.browser()->backward();
-  QCOMPARE(w.currentPage(), QStringLiteral("index.html"));
-  QCOMPARE(w.contentsTree()->currentItem()->data(0, zv::forms::kHelpFileRole).toString(), QStringLiteral("index.html"));
-  w.browser()->forward();
-  QCOMPARE(w.currentPage(), QStringLiteral("errors.html"));
-
-  // Choosing in the contents opens the page.
-  const auto items = w.contentsTree()->findItems(QStringLiteral("Settings"), Qt::MatchExactly | Qt::MatchRecursive);
-  QCOMPARE(items.size(), 1);
-  w.contentsTree()->setCurrentItem(items.first());
-  QCOMPARE(w.currentPage(), QStringLiteral("settings.html"));
-  QCOMPARE(w.windowTitle(), QStringLiteral("Zorvanta Help - Settings"));
-}
-
-void HelpWindowTest::keysMoveFocusNavigateAndClose() {
-  HelpWindow w;
-  w.showPage(QStringLiteral("index.html"));
-  w.showPage(QStringLiteral("keys.html"));
-  w.show();
-  w.activateWindow();
-  QVERIFY(QTest::qWaitForWindowActive(&w));
-
-  QTest::keyClick(&w, Qt::Key_F, Qt::ControlModifier);
-  QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.searchField()));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
-  QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.contentsTree()));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
-  QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w.searchField()));
-
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
-  QCOMPARE(w.currentPage(), QStringLiteral("index.html"));
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right, Qt::AltModifier);
-  QCOMPARE(w.currentPage(), QStringLiteral("keys.html"));
-
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-  QTRY_VERIFY(!w.isVisible());
-}
-
-void HelpWindowTest::showHelpReusesOneWindow() {
-  QWidget owner;
-  QVERIFY(!zv::forms::ExistingHelpWindow());
-  zv::forms::ShowHelp(&owner);
-  HelpWindow* first = zv::forms::ExistingHelpWindow();
-  QVERIFY(first);
-  QVERIFY(first->isVisible());
-  QVERIFY(first->isWindow());
-  QCOMPARE(first->currentPage(), QStringLiteral("index.html"));
-
-  first->close();
-  zv::forms::ShowHelp(&owner, QStringLiteral("command_line.html"));
-  QCOMPARE(zv::forms::ExistingHelpWindow(), first);
-  QVERIFY(first->isVisible());
-  QCOMPARE(first->currentPage(), QStringLiteral("command_line.html"));
-}
+    // Choosing in the contents opens the page.
+    w.contentsTree()->setCurrentItem(w.contentsTree()->findItems("Settings", Qt::MatchRecursive).value(0));
+    QCOMPARE(w.currentPage(), QStringLiteral("settings.html"));
+    QCOMPARE(w.windowTitle(), QStringLiteral("Zorvanta Help - Settings"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTRY_VERIFY(!w.isVisible());
+  }
+};
 
 QTEST_MAIN(HelpWindowTest)
 #include "help_window_test.moc"

@@ -1,6 +1,5 @@
 // The settings store at start and stop, and frmSettings, on a store in a temporary file.
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 
@@ -14,14 +13,18 @@ using namespace zv::forms::test;
 
 namespace {
 
-const QString kWin = QStringLiteral("Window Position");
-const QString kDir = QStringLiteral("Working Directory");
-
-// A store of its own in a temporary folder.
-struct Store {
-  QTemporaryDir dir;
-  SettingsStore store{dir.filePath(QStringLiteral("quidlane.ini"))};
+// A store of its own in a temporary folder, and the current folder one of its own.
+struct Store : WorkDir {
+  QTemporaryDir storeDir;
+  SettingsStore store{storeDir.filePath("quidlane.ini")};
+  void set(const QString& section, std::initializer_list<std::pair<const char*, QString>> values) {
+    for (const auto& [key, value] : values) store.SaveSetting(section, key, value);
+  }
+  QString win(const char* key) const { return store.GetSetting(kWindowSection, key); }
+  QString wd(const char* key) const { return store.GetSetting(kWorkDirSection, key, "unset"); }
 };
+
+bool checked(FrmMain& w, const char* option) { return Child<QRadioButton>(w, option)->isChecked(); }
 
 }  // namespace
 
@@ -30,33 +33,24 @@ class TestSettings : public QObject {
 
  private slots:
   void firstStartTakesTheDefaults() {
-    WorkDir here;
     Store s;
     ModalLog modal;
     const std::unique_ptr<FrmMain> w = StartUp(s.store);
-    QVERIFY(modal.dialogs.isEmpty());
-    QVERIFY(w->isVisible());
-    QVERIFY(!w->isMaximized());
+    QVERIFY(modal.dialogs.isEmpty() && w->isVisible() && !w->isMaximized());
     // 6500 x 5000 twips at 500, 1500: fifteen twips to the pixel.
-    QCOMPARE(w->size(), QSize(433, 333));
-    QCOMPARE(w->pos(), QPoint(33, 100));
-    QCOMPARE(QDir::currentPath(), QDir(here.path()).canonicalPath());
-    QVERIFY(Child<QRadioButton>(*w, QStringLiteral("optLastDir"))->isChecked());
-  }
+    QCOMPARE(QRect(w->pos(), w->size()), QRect(33, 100, 433, 333));
+    QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());
+    QVERIFY(checked(*w, "optLastDir"));
 
-  void unreadableKeysGiveTheDefault() {
-    Store s;
-    s.store.SaveSetting(kWin, QStringLiteral("Height"), QStringLiteral("tall"));
-    s.store.SaveSetting(kWin, QStringLiteral("Width"), QStringLiteral(" 7200 "));
-    s.store.SaveSetting(kDir, QStringLiteral("UserOverride"), QStringLiteral("-1"));
-    const WindowPosition p = ReadWindowPosition(s.store);
-    QCOMPARE(p.height, 5000);
-    QCOMPARE(p.width, 7200);
+    // A key that does not read as a number gives the default too.
+    s.set(kWindowSection, {{"Height", "tall"}, {"Width", " 7200 "}});
+    const WindowPosition read = ReadWindowPosition(s.store);
+    QCOMPARE(QSize(read.width, read.height), QSize(7200, 5000));
+    s.set(kWorkDirSection, {{"UserOverride", "-1"}});  // as older versions stored "True"
     QVERIFY(ReadWorkingDirectory(s.store).userOverride);
   }
 
   void shutdownSavesAndTheNextStartRestores() {
-    WorkDir here;
     Store s;
     {
       const std::unique_ptr<FrmMain> w = StartUp(s.store);
@@ -65,122 +59,80 @@ class TestSettings : public QObject {
       w->RunCommand(3010);
       QVERIFY(!w->isVisible());
     }
-    QCOMPARE(s.store.GetSetting(kWin, QStringLiteral("WindowState")), QStringLiteral("0"));
-    QCOMPARE(s.store.GetSetting(kWin, QStringLiteral("Width")), QStringLiteral("10500"));
-    QCOMPARE(s.store.GetSetting(kWin, QStringLiteral("Height")), QStringLiteral("7500"));
-    QCOMPARE(s.store.GetSetting(kWin, QStringLiteral("Left")), QStringLiteral("1800"));
-    QCOMPARE(s.store.GetSetting(kWin, QStringLiteral("Top")), QStringLiteral("1350"));
-    QCOMPARE(s.store.GetSetting(kDir, QStringLiteral("LastWorkDir")), QDir::currentPath());
+    const QStringList saved{s.win("WindowState"), s.win("Width"), s.win("Height"), s.win("Left"), s.win("Top")};
+    QCOMPARE(saved, (QStringList{"0", "10500", "7500", "1800", "1350"}));
+    QCOMPARE(s.wd("LastWorkDir"), QDir::currentPath());
 
     // The next start, from elsewhere, comes back to the same place and folder.
-    const QString saved = QDir::currentPath();
+    const QString folder = QDir::currentPath();
     QDir::setCurrent(QDir::rootPath());
     const std::unique_ptr<FrmMain> again = StartUp(s.store);
-    QCOMPARE(again->size(), QSize(700, 500));
-    QCOMPARE(again->pos(), QPoint(120, 90));
-    QCOMPARE(QDir::currentPath(), saved);
-  }
-
-  void largeScreensStayInSixteenBits() {
-    Store s;
-    const std::unique_ptr<FrmMain> w = StartUp(s.store);
-    w->resize(2600, 400);
-    QCOMPARE(CurrentWindowPosition(*w).width, 32767);
-  }
-
-  void aMaximizedWindowTakesOnlyItsState() {
-    WorkDir here;
-    Store s;
-    s.store.SaveSetting(kWin, QStringLiteral("WindowState"), QStringLiteral("2"));
-    s.store.SaveSetting(kWin, QStringLiteral("Width"), QStringLiteral("4500"));
-    s.store.SaveSetting(kWin, QStringLiteral("Height"), QStringLiteral("3000"));
-    const std::unique_ptr<FrmMain> w = StartUp(s.store);
-    QVERIFY(w->windowState().testFlag(Qt::WindowMaximized));
-    QVERIFY(w->normalGeometry().size() != QSize(300, 200));
+    QCOMPARE(QRect(again->pos(), again->size()), QRect(120, 90, 700, 500));
+    QCOMPARE(QDir::currentPath(), folder);
+    // Twips of a large screen are held at the end of the store's 16-bit range.
+    again->resize(2600, 400);
+    QCOMPARE(CurrentWindowPosition(*again).width, 32767);
+    // A maximized window takes only its state, and keeps its own normal size.
+    s.set(kWindowSection, {{"WindowState", "2"}, {"Width", "4500"}, {"Height", "3000"}});
+    const std::unique_ptr<FrmMain> maximized = StartUp(s.store);
+    QVERIFY(maximized->windowState().testFlag(Qt::WindowMaximized));
+    QVERIFY(maximized->normalGeometry().size() != QSize(300, 200));
   }
 
   void startupFolderChoice() {
-    WorkDir here;
     QTemporaryDir last, user;
-    const QString lastPath = QDir(last.path()).canonicalPath();
-    const QString userPath = QDir(user.path()).canonicalPath();
-    struct Case {
-      QString userWorkDir;
-      const char* override_;
-      QString expected;
-    };
-    const QList<Case> cases{
+    const QString lastPath = QDir(last.path()).canonicalPath(), userPath = QDir(user.path()).canonicalPath();
+    const struct { QString userWorkDir, userOverride, expected; } cases[] = {
         {userPath, "True", userPath},
         {QString(), "True", lastPath},  // an empty choice falls back on the last folder
-        {userPath, "False", lastPath},  // kept, and read by nobody
-    };
-    for (const Case& c : cases) {
+        {userPath, "False", lastPath}};  // kept, and read by nobody
+    for (const auto& c : cases) {
       Store s;
-      s.store.SaveSetting(kDir, QStringLiteral("LastWorkDir"), lastPath);
-      s.store.SaveSetting(kDir, QStringLiteral("UserWorkDir"), c.userWorkDir);
-      s.store.SaveSetting(kDir, QStringLiteral("UserOverride"), QLatin1String(c.override_));
-      QDir::setCurrent(here.path());
+      s.set(kWorkDirSection,
+            {{"LastWorkDir", lastPath}, {"UserWorkDir", c.userWorkDir}, {"UserOverride", c.userOverride}});
       const std::unique_ptr<FrmMain> w = StartUp(s.store);
       QCOMPARE(QDir::currentPath(), c.expected);
-      QCOMPARE(Child<QRadioButton>(*w, QStringLiteral("optUserOverride"))->isChecked(),
-               QLatin1String(c.override_) == QLatin1String("True"));
+      QCOMPARE(checked(*w, "optUserOverride"), c.userOverride == QLatin1String("True"));
     }
-  }
-
-  void aVanishedFolderIsReported() {
-    WorkDir here;
+    // A folder that no longer exists is reported, and ends the load there.
     Store s;
-    s.store.SaveSetting(kDir, QStringLiteral("LastWorkDir"), here.file(QStringLiteral("gone")));
-    s.store.SaveSetting(kDir, QStringLiteral("UserOverride"), QStringLiteral("True"));
+    s.set(kWorkDirSection, {{"LastWorkDir", s.file("gone")}, {"UserOverride", "True"}});
     ModalLog modal;
     const std::unique_ptr<FrmMain> w = StartUp(s.store);
-    QCOMPARE(modal.errorTexts, QStringList{QStringLiteral("Error number 76\nPath not found")});
-    QVERIFY(w->isVisible());
-    QVERIFY(w->mainEnabled());
-    QCOMPARE(QDir::currentPath(), QDir(here.path()).canonicalPath());
-    // The load ended at the error: the dialog's option was not set from the store.
-    QVERIFY(!Child<QRadioButton>(*w, QStringLiteral("optUserOverride"))->isChecked());
+    QCOMPARE(modal.errorTexts, QStringList{"Error number 76\nPath not found"});
+    QVERIFY(w->isVisible() && w->mainEnabled());
+    QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());
+    QVERIFY(!checked(*w, "optUserOverride"));
   }
 
   void settingsDialogSavesOrLeavesTheStore() {
-    WorkDir here;
-    MainFixture f;
-    FrmMain& w = *f.frmMain;
+    Store s;
+    MessageLog log;
     QTemporaryDir chosen;
+    FrmMain w(s.store);
+    w.FormLoad(nullptr);
     w.doAction(UiAction::Settings, 0);
     FrmSettings& form = w.frmSettings();
-    QVERIFY(form.isVisible());
-    QVERIFY(!w.mainEnabled());
-    auto* txt = Child<QLineEdit>(form, QStringLiteral("txtWorkingDir"));
+    QVERIFY(form.isVisible() && !w.mainEnabled());
+    auto* txt = Child<QLineEdit>(form, "txtWorkingDir");
     QCOMPARE(txt->text(), QDir::currentPath());
+    QTest::keyClick(txt, Qt::Key_Return);
+    QCOMPARE(log.said(), QStringList{"Field Navigation Error: Use TAB key to advance from this field."});
 
     // Cancel writes nothing.
     txt->setText(chosen.path());
-    Child<QPushButton>(form, QStringLiteral("cmdCancel"))->click();
-    QVERIFY(!form.isVisible());
-    QVERIFY(w.mainEnabled());
-    QCOMPARE(f.store->GetSetting(kDir, QStringLiteral("UserWorkDir"), QStringLiteral("unset")), QStringLiteral("unset"));
+    Child<QPushButton>(form, "cmdCancel")->click();
+    QVERIFY(!form.isVisible() && w.mainEnabled());
+    QCOMPARE(s.wd("UserWorkDir"), QStringLiteral("unset"));
 
     w.doAction(UiAction::Settings, 0);
-    txt->setText(QStringLiteral("  ") + chosen.path() + QStringLiteral(" "));
-    Child<QRadioButton>(form, QStringLiteral("optUserOverride"))->setChecked(true);
-    Child<QPushButton>(form, QStringLiteral("cmdSave"))->click();
-    QCOMPARE(f.store->GetSetting(kDir, QStringLiteral("UserWorkDir")), chosen.path());
-    QCOMPARE(f.store->GetSetting(kDir, QStringLiteral("UserOverride")), QStringLiteral("True"));
-    QCOMPARE(f.store->GetSetting(kDir, QStringLiteral("LastWorkDir")), QDir::currentPath());
-    QCOMPARE(QDir::currentPath(), QDir(here.path()).canonicalPath());  // takes effect at the next start
-    QVERIFY(w.mainEnabled());
-  }
-
-  void enterInTheFolderFieldAsksForTab() {
-    MainFixture f;
-    MessageLog log;
-    f.frmMain->doAction(UiAction::Settings, 0);
-    QTest::keyClick(Child<QLineEdit>(f.frmMain->frmSettings(), QStringLiteral("txtWorkingDir")), Qt::Key_Return);
-    QCOMPARE(log.messages.size(), 1);
-    QCOMPARE(log.messages[0].title, QStringLiteral("Field Navigation Error"));
-    QCOMPARE(log.messages[0].text, QStringLiteral("Use TAB key to advance from this field."));
-    QVERIFY(f.frmMain->frmSettings().isVisible());
+    txt->setText("  " + chosen.path() + " ");
+    Child<QRadioButton>(form, "optUserOverride")->setChecked(true);
+    Child<QPushButton>(form, "cmdSave")->click();
+    QCOMPARE((QStringList{s.wd("UserWorkDir"), s.wd("UserOverride"), s.wd("LastWorkDir")}),
+             (QStringList{chosen.path(), "True", QDir::currentPath()}));
+    QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());  // takes effect at the next start
+    QVERIFY(!form.isVisible() && w.mainEnabled());
   }
 };
 
