@@ -4,6 +4,7 @@
 #include <limits>
 #include <new>
 
+#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/files.h"
 #include "core/text.h"
@@ -141,15 +142,13 @@ JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, L
     host.jobStarted(fileSize, startTime, std::to_string(job.glLineCount));
     host.setFilterTitle(info.title);
 
-    static constexpr char kNul[1] = {'\0'};
     // Three buffers turn round so that no line is copied: at the end of a pass
     // gsPrevLine takes gsLine's buffer, and the next line is read into the one that
     // held the line before.
     std::string next;
     while (frame.in_->readLine(next)) {
       job.gsLine.swap(next);
-      LowAscii(job.gsLine);
-      RemCtrl(job.gsLine, std::string_view(kNul, 1));
+      CleanLine(job.gsLine);  // LowAscii, then RemCtrl with character 0
       filter.afterCleaning(frame);
       add32(frame.lInLine, 1);
       host.lineRead(frame.lInLine, job.glLineCount);

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "core/byte_scan.h"
 #include "core/error.h"
 
 namespace zv {
@@ -58,11 +59,7 @@ bool LineReader::readLine(std::string& line) {
     }
     const char* begin = data_.data();
     const std::size_t n = data_.size();
-    // Find the first CR or LF. memchr for LF first: most lines end in it.
-    const void* lf = std::memchr(begin, '\n', n);
-    const std::size_t lfPos = lf ? static_cast<std::size_t>(static_cast<const char*>(lf) - begin) : n;
-    const void* cr = std::memchr(begin, '\r', lfPos);
-    const std::size_t end = cr ? static_cast<std::size_t>(static_cast<const char*>(cr) - begin) : lfPos;
+    const std::size_t end = FindCrOrLf(data_);
     if (end == n) {  // no line end in the buffer: keep what there is and read on
       line.append(begin, n);
       data_ = {};

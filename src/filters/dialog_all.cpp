@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
 #include "core/text.h"
@@ -20,14 +21,6 @@ using sv = std::string_view;
 inline bool startsWith(sv s, sv prefix) { return s.starts_with(prefix); }
 inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 
-// InCount of "/", stopping at three: the label test wants exactly two. Most lines
-// hold none, and the library search passes over them in one go.
-int32_t slashesUpToThree(sv s) {
-  int32_t n = 0;
-  for (std::size_t p = s.find('/'); p != sv::npos && n < 3; p = s.find('/', p + 1)) ++n;
-  return n;
-}
-
 sv trimBlanks(sv s) {
   const auto first = s.find_first_not_of(' ');
   if (first == sv::npos) return {};
@@ -36,8 +29,8 @@ sv trimBlanks(sv s) {
 
 // Step 7: a line with exactly two "/" of the form blank, set, "/", format, "/",
 // item, optionally five blanks and a tail. The eleven tests in their order.
-bool isLabel(sv line) {
-  if (slashesUpToThree(line) != 2) return false;
+bool isLabel(sv line, uint32_t slashes) {
+  if (slashes != 2) return false;
   if (line.front() == '?') return false;                  // 1
   if (line.find('?') == 1) return false;                  // 2
   if (line.front() != ' ') return false;                  // 3
@@ -77,8 +70,10 @@ class DialogAll final : public LineFilter {
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
     const sv line = job.gsLine;
+    // Which searches can find anything: most lines hold none of these.
+    const auto [queries, angles, capitalLs, slashes] = CountBytes(line, {'?', '>', 'L', '/'});
     // Column - 1 of the first "?": one search serves steps 3 and 5.
-    const std::size_t firstQuery = line.find('?');
+    const std::size_t firstQuery = queries ? line.find('?') : sv::npos;
 
     // Step 2: a prompt closes the begin and sets blocks.
     if (startsWith(line, "?")) {
@@ -113,8 +108,8 @@ class DialogAll final : public LineFilter {
     if ((firstQuery == 0 || firstQuery == 1) && (holds(line, "off") || holds(line, "OFF"))) iLogoffBlock = -1;
 
     // Step 6: "Logoff:" or ">>>" ends the logoff block.
-    const bool errorLine = holds(line, ">>>");
-    if (holds(line, "Logoff:") || errorLine) {
+    const bool errorLine = angles && holds(line, ">>>");
+    if ((capitalLs && holds(line, "Logoff:")) || errorLine) {
       if (iLogoffBlock == -1 && !errorLine) {
         Inc16(iFscLines);
         f.fscLine(line);
@@ -124,7 +119,7 @@ class DialogAll final : public LineFilter {
     }
 
     // Steps 7 and 8: a label starts a record under "Record - N".
-    if (isLabel(line)) {
+    if (isLabel(line, slashes)) {
       f.iInRecord = -1;
       f.iJustLabelled = -1;
       Add32(job.glRecNum, 1);
