@@ -72,13 +72,6 @@ TEST(ErrorTexts, KeepTheirBlanksInBothForms) {
   EXPECT_EQ(ErrNumberText(61), " 61");
   EXPECT_EQ(MessageBoxErrorText(" 61", "Disk full"), "Error number  61\rDisk full");
   EXPECT_EQ(ErrorFormText(" 61", "Disk full"), "Error number 61\r\nDisk full");
-  int16_t c = 32766;
-  Inc16(c);
-  EXPECT_EQ(c, 32767);
-  EXPECT_THROW(Inc16(c), ZvError);
-  int32_t l = 2147483600;
-  EXPECT_THROW(Add32(l, 100), ZvError);
-  EXPECT_EQ(l, 2147483600);
 }
 
 // A host that never chooses a file, and tools that fail in each way.

@@ -220,14 +220,6 @@ TEST(DialogAllFsc, AnErrorLineClosesTheLogoffBlockWithoutBeingCopied) {
   EXPECT_EQ(run.fsc, CrLf({"?s coffee"}));
 }
 
-TEST(DialogAllFsc, NoStrategyLinesLeaveNoFsc) {
-  TempDir dir;
-  const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "?"});
-  EXPECT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_TRUE(run.proExists);
-  EXPECT_FALSE(run.fscExists);
-}
-
 TEST(DialogAllZeroRecords, OnlySearchesDeletesEveryOutput) {
   TempDir dir;
   const auto run = Filter(dir, {"?b 1", "banner", "?s a and b", "S1 2 A AND B", "?logoff", " Logoff: now"});
@@ -295,15 +287,6 @@ TEST(DialogAllFailure, TooManyStrategyLinesOverflowTheFscCounter) {
   EXPECT_TRUE(run.threw);
   EXPECT_EQ(run.errorNumber, err::kOverflow);
   EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
-}
-
-TEST(DialogAllInput, IsNeverChanged) {
-  TempDir dir;
-  std::string capture = CrLf(kWorkedExample);
-  capture += std::string("\x00\xff\x80 1/5/9\t\x1a", 9) + "\n\rtail";
-  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture);
-  EXPECT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_EQ(test::ReadFile(dir.file("session.log")), capture);
 }
 
 }  // namespace
