@@ -198,6 +198,16 @@ TEST(DialogAllEndOfInput, LineEndsOfAnyKindGiveTheSameRecords) {
   EXPECT_EQ(RunFilterOn(&FilterDialogAll, d, crlf.substr(0, crlf.size() - 2)).pro, want);
 }
 
+TEST(DialogAllEndOfInput, TheSampleSessionsIndexAgreesWithItsRecordFile) {
+  TempDir dir;
+  const auto run = RunFilterOn(&FilterDialogAll, dir, test::ReadFile(ZV_SAMPLES_DIR "/dialog_session.log"));
+  ASSERT_EQ(run.outcome, JobOutcome::Done);
+  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
+  std::string broken = run.pro;
+  broken.insert(0, "\r\n");  // every label one line and two bytes further on
+  EXPECT_FALSE(test::IndexAgreesWithPro(broken, run.ndx));
+}
+
 TEST(DialogAllFsc, BlocksOpenOnTheirCommandsAndCloseAtTheNextPrompt) {
   TempDir dir;
   const auto run = Filter(dir, {"? begin 1,5", "banner", "", "?ds", "Set Items", "?s cat", "S2 3 CAT",

@@ -102,4 +102,38 @@ std::string RecordBytes(const std::string& pro, const IndexRec& rec) {
   return pro.substr(static_cast<std::size_t>(rec.startByte), static_cast<std::size_t>(rec.byteLen));
 }
 
+::testing::AssertionResult IndexAgreesWithPro(const std::string& pro, const std::vector<IndexRec>& ndx) {
+  std::vector<int32_t> offsets;  // byte offset of each label
+  std::vector<int32_t> lines;    // its 1-based line number
+  int32_t lineCount = 0;
+  for (std::size_t at = 0; at < pro.size();) {
+    ++lineCount;
+    if (pro.compare(at, 9, "Record - ") == 0) {
+      offsets.push_back(static_cast<int32_t>(at));
+      lines.push_back(lineCount);
+    }
+    const std::size_t end = pro.find("\r\n", at);
+    if (end == std::string::npos) return ::testing::AssertionFailure() << "line " << lineCount << " has no CR LF";
+    at = end + 2;
+  }
+  if (ndx.size() != offsets.size()) {
+    return ::testing::AssertionFailure() << ndx.size() << " index entries for " << offsets.size() << " labels";
+  }
+  const auto n = offsets.size();
+  for (std::size_t k = 0; k < n; ++k) {
+    const IndexRec& r = ndx[k];
+    const bool last = k + 1 == n;
+    const int32_t byteLen = last ? static_cast<int32_t>(pro.size()) - offsets[k] : offsets[k + 1] - offsets[k] - 2;
+    const int32_t endLine = last ? lineCount : lines[k + 1] - 1;
+    if (r.recNum != static_cast<int32_t>(k + 1) || r.startByte != offsets[k] || r.byteLen != byteLen ||
+        r.startLine != lines[k] || r.endLine != endLine) {
+      return ::testing::AssertionFailure()
+             << "record " << k + 1 << ": index has recNum " << r.recNum << " startByte " << r.startByte << " byteLen "
+             << r.byteLen << " startLine " << r.startLine << " endLine " << r.endLine << "; the .PRO has its label at byte "
+             << offsets[k] << ", line " << lines[k] << ", expected byteLen " << byteLen << ", endLine " << endLine;
+    }
+  }
+  return ::testing::AssertionSuccess();
+}
+
 }  // namespace zv::test

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "core/index_rec.h"
 #include "core/job_host.h"
 #include "core/job_state.h"
@@ -86,5 +88,10 @@ FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& ca
 
 // What a record of the .PRO is, cut by its index entry: the bytes a reader shows.
 std::string RecordBytes(const std::string& pro, const IndexRec& rec);
+
+// Checks the index a filter wrote against the .PRO beside it: one entry per label
+// line, numbered in order, each starting at its label's byte and line, reaching two
+// bytes short of the next label (the last one to the end of the file).
+::testing::AssertionResult IndexAgreesWithPro(const std::string& pro, const std::vector<IndexRec>& ndx);
 
 }  // namespace zv::test
