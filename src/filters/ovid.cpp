@@ -5,7 +5,6 @@
 
 #include <string_view>
 
-#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
 #include "core/text.h"
@@ -53,19 +52,15 @@ class Ovid final : public LineFilter {
       f.showRecordOdometer();
     }
 
-    // The end tests and the page footer test: every literal they look for holds one
-    // of these bytes, and most lines hold few of them.
-    const auto [capitalTs, capitalPs, dots, colons] = CountBytes(line, {'T', 'P', '.', ':'});
-    if (colons && line.starts_with("Database: ")) f.iInRecord = 0;
-    if (capitalTs && dots) {
-      if (line.find("Transmission complete ...") != sv::npos) f.iInRecord = 0;
-      if (line.find("Turn off screen capture.") != sv::npos) f.iInRecord = 0;
-    }
-    if (capitalPs && line.find("Press Enter once screen") != sv::npos) f.iInRecord = 0;
+    // The end tests: library searches, which skip to the literal's first character.
+    if (line.starts_with("Database: ")) f.iInRecord = 0;
+    if (line.find("Transmission complete ...") != sv::npos) f.iInRecord = 0;
+    if (line.find("Turn off screen capture.") != sv::npos) f.iInRecord = 0;
+    if (line.find("Press Enter once screen") != sv::npos) f.iInRecord = 0;
 
     if (f.iInRecord == -1) {
       if (f.iJustLabelled == 0 && !trimmed.empty() &&
-          !(capitalPs && colons && line.find("Page Number : ") != sv::npos)) {
+          line.find("Page Number : ") == sv::npos) {
         // Counted 9 bytes short, also when the line was too short to lose its margin.
         const int64_t counted = static_cast<int64_t>(line.size()) - static_cast<int64_t>(kMargin);
         f.writeText(line.size() > kMargin ? line.substr(kMargin) : line, counted);
