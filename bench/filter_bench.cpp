@@ -511,6 +511,8 @@ void printFigures(const std::vector<CaseResult>& results) {
     std::printf("    filter (progress off) / line copy time:       %6.2fx\n", off->best() / copy->best());
   if (off && on) {
     std::printf("    progress reporting overhead (best):           %+6.1f %%\n", (on->best() / off->best() - 1.0) * 100.0);
+    std::printf("    progress reporting overhead (median):         %+6.1f %%\n",
+                (on->median() / off->median() - 1.0) * 100.0);
     std::printf("    progress reporting overhead (best CPU time):  %+6.1f %%\n",
                 (on->bestCpu() / off->bestCpu() - 1.0) * 100.0);
   }
