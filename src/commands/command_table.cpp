@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "filters/brs.h"
+#include "filters/datastar.h"
 #include "filters/dialog_all.h"
 
 namespace zv {
@@ -12,6 +14,10 @@ namespace {
 constexpr std::array kCommands{
     Command{100, "FilterDialogAll", "filter", "dialog-all",
             "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &FilterDialogAll},
+    Command{500, "FilterBRS", "filter", "brs", "BRS .. (dot dot) mode: every printed document (.PRO, .NDX)",
+            &FilterBRS},
+    Command{600, "FilterDataStar", "filter", "datastar", "Data-Star: every printed document (.PRO, .NDX)",
+            &FilterDataStar},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };
