@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
 
@@ -30,20 +31,24 @@ bool isStartLine(sv line) {
   return true;
 }
 
-// The service's prompts, answer counts, cost and sign-off lines. Every one of these
-// texts holds an "E" or a "*": a line with neither skips the searches.
+// The service's prompts, answer counts, cost and sign-off lines: ten independent
+// tests, any one of which ends a document. Each text holds a "D", a ">" or a "*",
+// and one pass counts them, so that most lines of a document make no search at all
+// and the rest make only the searches their characters allow.
 bool isEndLine(sv line) {
-  if (line.find_first_of("E*") == sv::npos) return false;
-  return (holds(line, "END OF ") && holds(line, " REQUEST")) ||  // 1
-         holds(line, "END OF DOCUMENTS IN LIST") ||               // 2
-         holds(line, "ENTER ANSWER NUMBER-->") ||                 // 3
-         holds(line, "ENTER SEARCH TERMS, COMMAND, OR ") ||       // 4
-         (holds(line, "SEARCH  ") && holds(line, "--> ")) ||     // 5
-         (holds(line, "ANSWER ") && holds(line, "DOCUMENTS FOUND")) ||  // 6
-         holds(line, "*CONNECT TIME  ") ||                        // 7
-         (holds(line, "ESTIMATED") && holds(line, "SESSION COST: ")) ||  // 8
-         holds(line, "*SIGN OFF  ") ||                            // 9
-         holds(line, "BRS DISCONNECTED ");                        // 10
+  const auto [ds, arrows, stars, colons] = CountBytes(line, {'D', '>', '*', ':'});
+  if (ds + arrows + stars == 0) return false;
+  if (ds && holds(line, "END OF ") && (holds(line, " REQUEST") ||        // 1
+                                       holds(line, "END OF DOCUMENTS IN LIST")))  // 2
+    return true;
+  if (arrows && holds(line, "ENTER ANSWER NUMBER-->")) return true;                   // 3
+  if (ds && holds(line, "ENTER SEARCH TERMS, COMMAND, OR ")) return true;             // 4
+  if (arrows && holds(line, "SEARCH  ") && holds(line, "--> ")) return true;          // 5
+  if (ds && holds(line, "DOCUMENTS FOUND") && holds(line, "ANSWER ")) return true;    // 6
+  if (stars && holds(line, "*CONNECT TIME  ")) return true;                           // 7
+  if (ds && colons && holds(line, "SESSION COST: ") && holds(line, "ESTIMATED")) return true;  // 8
+  if (stars && holds(line, "*SIGN OFF  ")) return true;                               // 9
+  return ds && holds(line, "BRS DISCONNECTED ");                                      // 10
 }
 
 class Brs final : public LineFilter {
