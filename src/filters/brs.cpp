@@ -38,9 +38,8 @@ bool isStartLine(sv line) {
 bool isEndLine(sv line) {
   const auto [ds, arrows, stars, colons] = CountBytes(line, {'D', '>', '*', ':'});
   if (ds + arrows + stars == 0) return false;
-  if (ds && holds(line, "END OF ") && (holds(line, " REQUEST") ||        // 1
-                                       holds(line, "END OF DOCUMENTS IN LIST")))  // 2
-    return true;
+  if (ds && holds(line, "END OF ") && holds(line, " REQUEST")) return true;           // 1
+  if (ds && holds(line, "END OF DOCUMENTS IN LIST")) return true;                     // 2
   if (arrows && holds(line, "ENTER ANSWER NUMBER-->")) return true;                   // 3
   if (ds && holds(line, "ENTER SEARCH TERMS, COMMAND, OR ")) return true;             // 4
   if (arrows && holds(line, "SEARCH  ") && holds(line, "--> ")) return true;          // 5
