@@ -4,6 +4,8 @@
 #include <array>
 
 #include "filters/dialog_all.h"
+#include "filters/orbit.h"
+#include "filters/stn.h"
 
 namespace zv {
 
@@ -12,6 +14,9 @@ namespace {
 constexpr std::array kCommands{
     Command{100, "FilterDialogAll", "filter", "dialog-all",
             "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &FilterDialogAll},
+    Command{1100, "FilterOrbit", "filter", "orbit",
+            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", &FilterOrbit},
+    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", &FilterSTN},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };
