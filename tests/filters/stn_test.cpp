@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
                     StartCase{"-12- X (CA) ", false},                   // ")" not last
                     StartCase{"-1-2- X (CA)", false},                   // three hyphens
                     StartCase{"-12-X (CA)", false},                     // no "- "
-                    StartCase{"-12- (A) X (CA)", false},                // two "("
+                    StartCase{"-12- X ((CA)", false},                    // two "("
                     StartCase{"-12- X CA)", false}, StartCase{"-12- X (C A)", false},
                     StartCase{" -12- X (CA)", false}, StartCase{"12- X (CA)", false}));
 
