@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
 
@@ -26,12 +25,13 @@ inline bool isBlankLine(sv s) { return s.find_first_not_of(' ') == sv::npos; }
 constexpr sv kBiblioGroup = "*** BIBLIO GROUP ***";
 constexpr sv kReference = "REFERENCE  ";  // two blanks: "REFERENCE 4" is text
 
+inline std::ptrdiff_t occurrences(sv s, char c) { return std::count(s.begin(), s.end(), c); }
+
 // A line such as "-12- TITLE (CA)": it begins with "-", holds exactly two hyphens and
 // a "- ", one "(" and one ")", the ")" last and nothing but capitals between them.
-// `hyphens` and `opens` are the line's counts of "-" and "(".
-bool hasHyphenPattern(sv line, uint32_t hyphens, uint32_t opens) {
-  if (line.empty() || line.front() != '-' || hyphens != 2 || opens != 1) return false;
-  if (line.back() != ')' || std::count(line.begin(), line.end(), ')') != 1) return false;
+bool hasHyphenPattern(sv line) {
+  if (line.empty() || line.front() != '-' || line.back() != ')') return false;
+  if (occurrences(line, '-') != 2 || occurrences(line, '(') != 1 || occurrences(line, ')') != 1) return false;
   if (!holds(line, "- ")) return false;
   // The one "(" stands before the one ")", which is the last character.
   const std::size_t open = line.find('(');
@@ -66,13 +66,13 @@ class StnFamily final : public LineFilter {
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
     const sv line = job.gsLine;
-    // Every contained text the tests look for holds an "O" or a "W" (" ANSWER "); the
-    // hyphen pattern needs the counts of "-" and "(".
-    const auto [capitalOs, capitalWs, hyphens, opens] = CountBytes(line, {'O', 'W', '-', '('});
-    const bool biblio = capitalOs && holds(line, kBiblioGroup);
-    const bool hyphenPattern = hasHyphenPattern(line, hyphens, opens);
+    // Every text the tests look for inside a line holds an "O", but for " ANSWER ",
+    // which holds a "W"; most lines hold neither, and one scan each rules them out.
+    const bool mayHoldO = line.find('O') != sv::npos;
+    const bool biblio = mayHoldO && holds(line, kBiblioGroup);
+    const bool hyphenPattern = hasHyphenPattern(line);
 
-    if (isStartLine(line, capitalWs != 0, biblio, hyphenPattern)) {
+    if (isStartLine(line, biblio, hyphenPattern)) {
       f.iJustLabelled = -1;
       f.iInRecord = -1;
       Add32(job.glRecNum, 1);
@@ -83,7 +83,7 @@ class StnFamily final : public LineFilter {
       f.showRecordOdometer();
     }
 
-    if (endsRecord(line, capitalOs != 0)) f.iInRecord = 0;
+    if (endsRecord(line, mayHoldO)) f.iInRecord = 0;
 
     // A hyphen line that opened no record stays out of the one that goes on.
     const int16_t iSkipLine = hyphenPattern ? -1 : 0;
@@ -109,10 +109,11 @@ class StnFamily final : public LineFilter {
 
  private:
   // The start tests in their order; the first that takes the line ends the series.
-  bool isStartLine(sv line, bool mayHoldW, bool biblio, bool hyphenPattern) const {
+  bool isStartLine(sv line, bool biblio, bool hyphenPattern) const {
     if (answerAndReference_) {
-      // An answer line without its " OF " is nothing, and goes no further.
-      if (mayHoldW && holds(line, " ANSWER ")) return holds(line, " OF ") || holds(line, " of ");
+      // An answer line without its " OF " is nothing, and goes no further. The scan
+      // for a "W" comes first: the search for " ANSWER " stops at every blank.
+      if (line.find('W') != sv::npos && holds(line, " ANSWER ")) return holds(line, " OF ") || holds(line, " of ");
       if (line.starts_with(kReference)) return true;
     }
     if (biblio) return true;
