@@ -4,6 +4,8 @@
 #include <array>
 
 #include "filters/dialog_all.h"
+#include "filters/djnr.h"
+#include "filters/nlm.h"
 
 namespace zv {
 
@@ -12,6 +14,8 @@ namespace {
 constexpr std::array kCommands{
     Command{100, "FilterDialogAll", "filter", "dialog-all",
             "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &FilterDialogAll},
+    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", &FilterDJ},
+    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", &FilterNLM},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };
