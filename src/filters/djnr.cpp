@@ -60,15 +60,15 @@ class Djnr final : public LineFilter {
         f.iInRecord = 0;
         if (blank) f.writeBlank();
       };
-      if (stars && dots && holds(line, "* END OF DOCUMENT.")) close(true);                                  // 1
+      if (stars && dots && holds(line, "* END OF DOCUMENT.")) close(true);                                 // 1
       if (capitalEs && dots && holds(line, "End of document.")) close(true);                               // 2
       if (both.size() == 3 && both.starts_with("..") && (both[2] == 'S' || both[2] == 's')) close(false);  // 3
-      if (both == "DOC+1") close(true);                                                            // 4
-      if (line.starts_with("CURRENT ") && holds(line, "_") && holds(line, ":")) close(true);       // 5
-      if (capitalEs && holds(line, "End of documents in list")) close(true);                       // 6
-      if (left.starts_with("..")) close(true);                                                     // 7
-      if (left.starts_with("doc=")) close(true);                                                   // 8
-      if (capitalPs && capitalEs && holds(line, "Press ENTER")) close(false);                      // 9
+      if (both == "DOC+1") close(true);                                                                    // 4
+      if (line.starts_with("CURRENT ") && holds(line, "_") && holds(line, ":")) close(true);               // 5
+      if (capitalEs && holds(line, "End of documents in list")) close(true);                               // 6
+      if (left.starts_with("..")) close(true);                                                             // 7
+      if (left.starts_with("doc=")) close(true);                                                           // 8
+      if (capitalPs && capitalEs && holds(line, "Press ENTER")) close(false);                              // 9
     }
 
     if (f.iInRecord == -1 && !marker && !line.empty()) f.writeText(line);
