@@ -26,8 +26,18 @@ sv trimBoth(sv s) {
   return s.substr(0, s.find_last_not_of(' ') + 1);  // npos + 1 is 0: an empty s stays empty
 }
 
-// The two start markers; the start line itself is never written, since it holds one.
-inline bool holdsMarker(sv line) { return holds(line, "DOCUMENT=") || holds(line, "  DOCUMENT  "); }
+// Holds "DOCUMENT=" or "  DOCUMENT  ", the two start markers; the start line itself is
+// never written, since it holds one. One search for the word, and its neighbours
+// looked at: a search for the blank-led marker would stop at every blank of the line.
+bool holdsMarker(sv line) {
+  constexpr sv kWord = "DOCUMENT";
+  for (auto at = line.find(kWord); at != sv::npos; at = line.find(kWord, at + 1)) {
+    const sv after = line.substr(at + kWord.size());
+    if (after.starts_with('=')) return true;
+    if (at >= 2 && line.substr(at - 2, 2) == "  " && after.starts_with("  ")) return true;
+  }
+  return false;
+}
 
 class Djnr final : public LineFilter {
  public:
