@@ -41,30 +41,28 @@ class Rng {
 // Words of news copy, capitals included. None of them, and no line built from them,
 // holds a DOCUMENT marker, an end notice or a leading "..".
 constexpr std::array<sv, 64> kWords = {
-    "Kestrel", "Motors",  "Varnel",    "Cells",     "Harlow", "Vale",    "Lundmark", "shares",
-    "rose",    "fell",    "percent",   "quarter",   "profit", "revenue", "analysts", "said",
-    "Monday",  "Tuesday", "plant",     "battery",   "vans",   "order",   "contract", "council",
-    "board",   "chief",   "executive", "company",   "market", "prices",  "expected", "would",
-    "could",   "the",     "of",        "and",       "in",     "on",      "by",       "was",
-    "were",    "a",       "to",        "from",      "with",   "than",    "for",      "its",
-    "after",   "before",  "Inc.",      "Ltd.",      "crowns", "million", "billion",  "exchange",
-    "listing", "yard",    "rail",      "investors", "NEW",    "YORK",    "(AP)",     "spokesman"};
+    "Kestrel", "Motors", "Varnel", "Cells", "Harlow", "Vale", "Lundmark", "shares", "rose", "fell", "percent",
+    "quarter", "profit", "revenue", "analysts", "said", "Monday", "Tuesday", "plant", "battery", "vans", "order",
+    "contract", "council", "board", "chief", "executive", "company", "market", "prices", "expected", "would", "could",
+    "the", "of", "and", "in", "on", "by", "was", "were", "a", "to", "from", "with", "than", "for", "its", "after",
+    "before", "Inc.", "Ltd.", "crowns", "million", "billion", "exchange", "listing", "yard", "rail", "investors",
+    "NEW", "YORK", "(AP)", "spokesman"};
 
-constexpr std::array<sv, 8> kSources = {"Valley Business Wire", "Northern Markets Daily", "Quarterly Auto Review",
-                                        "Harlow Vale Courier",  "Lundmark Exchange News", "Regional Energy Letter",
-                                        "The Morning Ledger",   "Fleet Operators Weekly"};
+constexpr std::array<sv, 8> kSources = {
+    "Valley Business Wire", "Northern Markets Daily", "Quarterly Auto Review", "Harlow Vale Courier",
+    "Lundmark Exchange News", "Regional Energy Letter", "The Morning Ledger", "Fleet Operators Weekly"};
 
 constexpr std::array<sv, 12> kBylines = {
-    "Imogen Trask",  "Osric Pellow",   "Felicity Armitage-Kwan", "Tobiah Renquist", "Maren Oduya",    "Castor Vell",
-    "Ines Halloran", "Piet Marchbank", "Odile Ferreira-Stone",   "Hamish Quorra",   "Lotte Brannagh", "Yusuf Ellery"};
+    "Imogen Trask", "Osric Pellow", "Felicity Armitage-Kwan", "Tobiah Renquist", "Maren Oduya", "Castor Vell",
+    "Ines Halloran", "Piet Marchbank", "Odile Ferreira-Stone", "Hamish Quorra", "Lotte Brannagh", "Yusuf Ellery"};
 
-constexpr std::array<sv, 16> kTerms = {"kestrel motors", "varnel cells",    "battery",     "harlow vale",
-                                       "fleet order",    "rail yard",       "listing",     "lundmark",
-                                       "electric vans",  "chief executive", "plant",       "council",
-                                       "merger",         "profit warning",  "cell prices", "postal service"};
+constexpr std::array<sv, 16> kTerms = {
+    "kestrel motors", "varnel cells", "battery", "harlow vale", "fleet order", "rail yard", "listing", "lundmark",
+    "electric vans", "chief executive", "plant", "council", "merger", "profit warning", "cell prices",
+    "postal service"};
 
-constexpr std::array<sv, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::array<sv, 12> kMonths = {
+    "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 std::string format(const char* fmt, auto... args) {
   char buf[256];

@@ -40,103 +40,33 @@ class Rng {
 
 // Words of abstracts. Every body line is indented or opens with a field tag, so no
 // word here can make a line begin like one of the service's prompts.
-constexpr std::array<sv, 64> kWords = {"patients",
-                                       "were",
-                                       "followed",
-                                       "for",
-                                       "years",
-                                       "after",
-                                       "implant",
-                                       "device",
-                                       "leadless",
-                                       "pacemaker",
-                                       "battery",
-                                       "registry",
-                                       "outcomes",
-                                       "cardiac",
-                                       "pacing",
-                                       "older",
-                                       "adults",
-                                       "trial",
-                                       "randomized",
-                                       "cohort",
-                                       "mortality",
-                                       "rate",
-                                       "rates",
-                                       "compared",
-                                       "with",
-                                       "than",
-                                       "the",
-                                       "of",
-                                       "and",
-                                       "in",
-                                       "on",
-                                       "by",
-                                       "a",
-                                       "to",
-                                       "from",
-                                       "was",
-                                       "higher",
-                                       "lower",
-                                       "no",
-                                       "significant",
-                                       "difference",
-                                       "between",
-                                       "groups",
-                                       "retrieval",
-                                       "migration",
-                                       "infection",
-                                       "complications",
-                                       "procedure",
-                                       "second",
-                                       "lithium",
-                                       "iodide",
-                                       "cells",
-                                       "leakage",
-                                       "toxicity",
-                                       "THE",
-                                       "RESULTS",
-                                       "CONCLUSIONS:",
-                                       "METHODS:",
-                                       "(p",
-                                       "<",
-                                       "0.05)",
-                                       "95%",
-                                       "CI",
-                                       "months"};
+constexpr std::array<sv, 64> kWords = {
+    "patients", "were", "followed", "for", "years", "after", "implant", "device", "leadless", "pacemaker", "battery",
+    "registry", "outcomes", "cardiac", "pacing", "older", "adults", "trial", "randomized", "cohort", "mortality",
+    "rate", "rates", "compared", "with", "than", "the", "of", "and", "in", "on", "by", "a", "to", "from", "was",
+    "higher", "lower", "no", "significant", "difference", "between", "groups", "retrieval", "migration", "infection",
+    "complications", "procedure", "second", "lithium", "iodide", "cells", "leakage", "toxicity", "THE", "RESULTS",
+    "CONCLUSIONS:", "METHODS:", "(p", "<", "0.05)", "95%", "CI", "months"};
 
 constexpr std::array<sv, 24> kSurnames = {
-    "Okonkwo-Lind P", "Brandvold K",      "Szabo-Merin A", "Faltin R",         "Ekwall M",    "Ndiaye F",
-    "Petrakis N",     "Aldana-Ruiz C",    "Rautio H",      "Ekholm V",         "Gallacher S", "Brook O",
-    "Horvath E",      "Tamsin G",         "Quarrie B",     "Voss-Amadi L",     "Kettunen R",  "Ibarra M",
-    "Varga T",        "Holm-Lindqvist E", "Achterberg L",  "Moreau-Castell D", "Oyelaran S",  "Lindqvist J"};
+    "Okonkwo-Lind P", "Brandvold K", "Szabo-Merin A", "Faltin R", "Ekwall M", "Ndiaye F", "Petrakis N",
+    "Aldana-Ruiz C", "Rautio H", "Ekholm V", "Gallacher S", "Brook O", "Horvath E", "Tamsin G", "Quarrie B",
+    "Voss-Amadi L", "Kettunen R", "Ibarra M", "Varga T", "Holm-Lindqvist E", "Achterberg L", "Moreau-Castell D",
+    "Oyelaran S", "Lindqvist J"};
 
-constexpr std::array<sv, 8> kJournals = {"Journal of Invented Cardiology", "Pacing Reports",
-                                         "Heart Device Quarterly",         "Invented Toxicology Letters",
-                                         "Hospital Waste Review",          "Geriatric Device Studies",
-                                         "Annals of Implant Surgery",      "Clinical Battery Safety"};
+constexpr std::array<sv, 8> kJournals = {
+    "Journal of Invented Cardiology", "Pacing Reports", "Heart Device Quarterly", "Invented Toxicology Letters",
+    "Hospital Waste Review", "Geriatric Device Studies", "Annals of Implant Surgery", "Clinical Battery Safety"};
 
-constexpr std::array<sv, 16> kTerms = {"leadless pacemaker (tw)",
-                                       "aged",
-                                       "battery",
-                                       "lithium iodide",
-                                       "device removal",
-                                       "equipment failure",
-                                       "registries",
-                                       "cardiac pacing",
-                                       "infection",
-                                       "toxicity",
-                                       "implant retrieval",
-                                       "follow-up studies",
-                                       "mortality",
-                                       "elderly",
-                                       "prosthesis",
-                                       "leakage"};
+constexpr std::array<sv, 16> kTerms = {
+    "leadless pacemaker (tw)", "aged", "battery", "lithium iodide", "device removal", "equipment failure",
+    "registries", "cardiac pacing", "infection", "toxicity", "implant retrieval", "follow-up studies", "mortality",
+    "elderly", "prosthesis", "leakage"};
 
 constexpr std::array<sv, 3> kFiles = {"MEDFILE", "TOXFILE", "BACKFILE"};
 
-constexpr std::array<sv, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::array<sv, 12> kMonths = {
+    "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 std::string format(const char* fmt, auto... args) {
   char buf[256];
