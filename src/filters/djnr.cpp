@@ -44,8 +44,8 @@ class Djnr final : public LineFilter {
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
     const sv line = job.gsLine;
-    // Which searches can find anything: both markers and every notice hold an "E",
-    // and most body lines hold no "*" and no capital P.
+    // Which searches can find anything: both markers and every notice that is searched
+    // for hold an "E", and most body lines hold no "*" and no capital P.
     const auto [capitalEs, stars, capitalPs, dots] = CountBytes(line, {'E', '*', 'P', '.'});
     const bool marker = capitalEs && holdsMarker(line);
 
