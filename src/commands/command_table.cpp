@@ -6,6 +6,10 @@
 #include "filters/brs.h"
 #include "filters/datastar.h"
 #include "filters/dialog_all.h"
+#include "filters/djnr.h"
+#include "filters/nlm.h"
+#include "filters/orbit.h"
+#include "filters/stn.h"
 
 namespace zv {
 
@@ -18,6 +22,11 @@ constexpr std::array kCommands{
             &FilterBRS},
     Command{600, "FilterDataStar", "filter", "datastar", "Data-Star: every printed document (.PRO, .NDX)",
             &FilterDataStar},
+    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", &FilterDJ},
+    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", &FilterNLM},
+    Command{1100, "FilterOrbit", "filter", "orbit",
+            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", &FilterOrbit},
+    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", &FilterSTN},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };
