@@ -34,9 +34,21 @@
 #include "core/line_reader.h"
 #include "core/text.h"
 #include "core/text_out.h"
+#include "capture_brs.h"
+#include "capture_datastar.h"
+#include "capture_djnr.h"
+#include "capture_nlm.h"
+#include "capture_orbit.h"
 #include "capture_ovid.h"
+#include "capture_stn.h"
+#include "filters/brs.h"
+#include "filters/datastar.h"
 #include "filters/dialog_all.h"
+#include "filters/djnr.h"
+#include "filters/nlm.h"
+#include "filters/orbit.h"
 #include "filters/ovid.h"
+#include "filters/stn.h"
 #include "synthetic_capture.h"
 
 #ifndef ZV_BENCH_BUILD_TYPE
@@ -68,7 +80,13 @@ struct FilterRow {
 // Every filter the benchmark measures: adding one is adding its row.
 constexpr FilterRow kFilters[] = {
     {"DIALOG", "dialog", &zv::FilterDialogAll, &zv::bench::WriteSyntheticCapture},
+    {"BRS", "brs", &zv::FilterBRS, &zv::bench::WriteBrsCapture},
+    {"DataStar", "datastar", &zv::FilterDataStar, &zv::bench::WriteDataStarCapture},
+    {"DJN/R", "djnr", &zv::FilterDJ, &zv::bench::WriteDjnrCapture},
+    {"NLM", "nlm", &zv::FilterNLM, &zv::bench::WriteNlmCapture},
+    {"Orbit", "orbit", &zv::FilterOrbit, &zv::bench::WriteOrbitCapture},
     {"Ovid", "ovid", &zv::FilterOvid, &zv::bench::WriteOvidCapture},
+    {"STN", "stn", &zv::FilterSTN, &zv::bench::WriteStnCapture},
 };
 
 struct Setup {
