@@ -83,6 +83,7 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
     progress.indexingClosed();
   };
   try {
+    outputs.add(job.gsIndexFile);  // from here on, whatever happens, no old index survives
     const std::string startTime = TimeOfDayText();
     progress.indexingStarted(std::to_string(FileSize(job.gsProFile)), startTime);
     LineReader pro(job.gsProFile);
@@ -90,7 +91,8 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
     int32_t glExist = 0;
     KillIfExists(job.gsIndexFile, glExist);  // KillIndexFile: no old record outlives the build
     job.glExist = glExist;
-    outputs.add(job.gsIndexFile);
+    // An index that could not be deleted would keep its tail behind the new records.
+    if (Exist(job.gsIndexFile)) throw ZvError(err::kPermissionDenied, ErrorText(err::kPermissionDenied), job.gsIndexFile);
     ndx.open(job.gsIndexFile);
 
     // The last three labels seen: enough to write record k - 2 when label k comes.
