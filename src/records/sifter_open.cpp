@@ -1,6 +1,7 @@
 // OpenSifter (command 1600), and the sifter's common error handling.
 #include <filesystem>
 #include <new>
+#include <stdexcept>
 
 #include "core/brindle.h"
 #include "core/files.h"
