@@ -5,6 +5,9 @@
 #include <cstdint>
 
 #include <QDialog>
+#include <QElapsedTimer>
+
+#include "records/index_progress.h"
 
 class QLabel;
 
@@ -12,17 +15,18 @@ namespace zv::forms {
 
 class FrmMain;
 
-class FrmIndexing : public QDialog {
+class FrmIndexing : public QDialog, public IndexProgress {
   Q_OBJECT
 
  public:
   FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt);
 
-  // Both counters blank, as at the start of a build.
-  void clearCounters();
-  // pnlLineOdom and pnlRecOdom, a number with a blank on each side.
-  void showLine(int32_t lineNumber);
-  void showRecord(int32_t recordNumber);
+  // IndexProgress. The counters show a number with a blank on each side.
+  void indexingStarted(std::string_view fileSize, std::string_view startTime) override;
+  void indexLine(int32_t lineNumber) override;
+  void indexRecord(int32_t recordCount) override;
+  void indexingFinished(std::string_view finishTime, std::string_view elapsed) override;
+  void indexingClosed() override;
 
   void cmdCancelClick();
 
@@ -30,8 +34,13 @@ class FrmIndexing : public QDialog {
   void reject() override;
 
  private:
+  void showCounters();
+
   FrmMain& frmMain_;
   std::atomic<int16_t>& giInterrupt_;
+  QElapsedTimer repaintClock_;
+  int32_t line_ = 0;
+  int32_t record_ = 0;
   QLabel* pnlLineOdom_ = nullptr;
   QLabel* pnlRecOdom_ = nullptr;
 };

@@ -1,18 +1,20 @@
 // frmWriting: the record, line and file being written.
 #include "forms/frm_writing.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 
 #include "forms/center_form.h"
 #include "forms/frm_filter.h"
+#include "forms/messages.h"
 #include "forms/panels.h"
 
 namespace zv::forms {
 
 FrmWriting::FrmWriting(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("frmWriting"));
-  setWindowTitle(QLatin1String(kWritingKeptCaption));
+  setWindowTitle(Q(kWritingKeptCaption));
   setModal(false);
   setWindowFlags(windowFlags() & ~Qt::WindowCloseButtonHint);
 
@@ -31,14 +33,37 @@ FrmWriting::FrmWriting(QWidget* parent) : QDialog(parent) {
   grid->setColumnStretch(2, 1);
 }
 
-void FrmWriting::showRecord(int32_t n) { pnlRecord_->setText(FrmFilter::OdometerText(n)); }
-void FrmWriting::showLine(int32_t n) { pnlLine_->setText(FrmFilter::OdometerText(n)); }
-void FrmWriting::showFile(const QString& name) { pnlFile_->setText(name); }
-
-void FrmWriting::clearPanels() {
+void FrmWriting::writingStarted(std::string_view caption) {
+  setWindowTitle(Q(caption));
   pnlRecord_->clear();
   pnlLine_->clear();
   pnlFile_->clear();
+  repaintClock_.invalidate();
+  show();
+  raise();
+  repaint();
+}
+
+void FrmWriting::writingRecord(int32_t n) { pnlRecord_->setText(FrmFilter::OdometerText(n)); }
+
+void FrmWriting::writingFile(std::string_view name) { pnlFile_->setText(Q(name)); }
+
+void FrmWriting::writingLine(int32_t n) {
+  // The writers' yield. Serving the interface after every line would cost more than
+  // the writing: the panels are repainted, and events served, every 30 ms or so.
+  lines_ = n;
+  if (repaintClock_.isValid() && repaintClock_.elapsed() < FrmFilter::kRepaintMs) return;
+  pnlLine_->setText(FrmFilter::OdometerText(n));
+  repaintClock_.start();
+  QCoreApplication::processEvents();
+}
+
+void FrmWriting::writingEnded() {
+  if (lines_ > 0) pnlLine_->setText(FrmFilter::OdometerText(lines_));
+  lines_ = 0;
+  hide();
+  setWindowTitle(Q(kWritingKeptCaption));
+  QApplication::restoreOverrideCursor();
 }
 
 void FrmWriting::showEvent(QShowEvent* event) {

@@ -4,24 +4,26 @@
 #include <cstdint>
 
 #include <QDialog>
+#include <QElapsedTimer>
+
+#include "records/index_progress.h"
 
 class QLabel;
 
 namespace zv::forms {
 
-inline constexpr const char* kWritingKeptCaption = "Writing Kept Records";
-inline constexpr const char* kWritingOrderCaption = "Writing Reordered Records";
-
-class FrmWriting : public QDialog {
+class FrmWriting : public QDialog, public WritingProgress {
   Q_OBJECT
 
  public:
   explicit FrmWriting(QWidget* parent);
 
-  void showRecord(int32_t n);
-  void showLine(int32_t n);
-  void showFile(const QString& name);
-  void clearPanels();
+  // WritingProgress.
+  void writingStarted(std::string_view caption) override;
+  void writingRecord(int32_t n) override;
+  void writingFile(std::string_view name) override;
+  void writingLine(int32_t n) override;
+  void writingEnded() override;
 
  public slots:
   // Nothing stops a write once it runs: the close box and Escape do nothing.
@@ -31,6 +33,8 @@ class FrmWriting : public QDialog {
   void showEvent(QShowEvent* event) override;
 
  private:
+  QElapsedTimer repaintClock_;
+  int32_t lines_ = 0;
   QLabel* pnlRecord_ = nullptr;
   QLabel* pnlLine_ = nullptr;
   QLabel* pnlFile_ = nullptr;
