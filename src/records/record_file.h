@@ -76,6 +76,10 @@ class RecordReader {
   std::size_t end_ = 0;
 };
 
+// The number conversion of typed and stored numbers: a whole number, blanks around it
+// allowed. Other text is error 13, "Type mismatch"; beyond 32 bits, error 6.
+int32_t ToLong(std::string_view text, const std::string& detail = {});
+
 // The .WRK bookmark: one line, the decimal position, CR LF.
 void WriteBookmark(const std::string& wrkFile, int32_t position);
 // The number on the first line; nothing when the file is empty (the caller deletes

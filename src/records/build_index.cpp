@@ -1,0 +1,155 @@
+// BuildIndex in one streaming pass, with the numbers of the program's three-pass builder.
+#include "records/build_index.h"
+
+#include <new>
+#include <string>
+
+#include "core/error.h"
+#include "core/files.h"
+#include "core/index_rec.h"
+#include "core/job_host.h"
+#include "core/line_reader.h"
+#include "core/output_files.h"
+
+namespace zv {
+
+// The builder the program has always had made three passes: one writing the running
+// byte total after every line to a table ("ByteLine.sOff"), one writing a line number
+// for each label to a second table ("RecLine.Num": the label's line for the first
+// label, the line before it for every later one), and one walking both tables to
+// write the index. What that walk gives, with lab(k) and off(k) the line and byte
+// offset of label k, T the file's lines, L its bytes and N the labels:
+//
+//   record    startByte   byteLen             startLine    endLine
+//   1         1           off(2) - 2          lab(1)       lab(2) - 2
+//   2..N-2    off(k)      off(k+1) - off(k)   lab(k) - 1   lab(k+1) - 2
+//   N-1       off(N-1)    off(N) - off(N-1)   lab(N-1)     lab(N) - 1
+//   N         off(N)      L - off(N)          lab(N) - 1   T
+//
+// and for N = 2, record 1 is 1, off(2) - 2, lab(1) + 1, lab(2) - 1. Offsets count each
+// line as its length plus 2, whatever its line end. The walk of the byte table never
+// meets an entry that is not beyond its position, and reads past the table's end: two
+// labels on adjacent lines. Those numbers are made here as the labels are found, which
+// needs no table: a record is written once the label two further on is seen, and the
+// last two at the end of the file.
+namespace {
+
+constexpr std::string_view kLabel = "Record - ";
+
+struct Label {
+  int32_t line = 0;    // lab(k)
+  int32_t offset = 0;  // off(k)
+};
+
+IndexRec indexRecord(int32_t k, int32_t startByte, int32_t byteLen, int32_t startLine, int32_t endLine) {
+  IndexRec rec;
+  rec.recNum = k;
+  rec.startByte = startByte;
+  rec.byteLen = byteLen;
+  rec.startLine = startLine;
+  rec.endLine = endLine;
+  rec.keepFlag = 0;
+  rec.setKeepFile("");
+  return rec;
+}
+
+int32_t diff(int64_t a, int64_t b) {
+  int32_t out = 0;
+  Add32(out, a - b);
+  return out;
+}
+
+// Record k when it is neither of the last two (so record 1 of three or more), from its
+// label and the label after it.
+IndexRec middleRecord(int32_t k, const Label& at, const Label& next) {
+  if (k == 1) return indexRecord(1, 1, diff(next.offset, 2), at.line, diff(next.line, 2));
+  return indexRecord(k, at.offset, diff(next.offset, at.offset), diff(at.line, 1), diff(next.line, 2));
+}
+
+ZvError asZvError(const std::exception& e) {
+  if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;
+  if (dynamic_cast<const std::bad_alloc*>(&e)) return ZvError(7, "Out of memory");
+  return ZvError(51, "Internal error", e.what());
+}
+
+}  // namespace
+
+IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
+  OutputFiles outputs;  // the .NDX goes on every way out but success
+  IndexFile ndx;
+  auto closeUp = [&] {
+    ndx.abandon();
+    outputs.discardAll();
+    progress.indexingClosed();
+  };
+  try {
+    const std::string startTime = TimeOfDayText();
+    progress.indexingStarted(std::to_string(FileSize(job.gsProFile)), startTime);
+    LineReader pro(job.gsProFile);
+
+    int32_t glExist = 0;
+    KillIfExists(job.gsIndexFile, glExist);  // KillIndexFile: no old record outlives the build
+    job.glExist = glExist;
+    outputs.add(job.gsIndexFile);
+    ndx.open(job.gsIndexFile);
+
+    // The last three labels seen: enough to write record k - 2 when label k comes.
+    Label older, previous, current;
+    int32_t labels = 0;
+    bool adjacent = false;
+    int32_t lines = 0;
+    int32_t total = 0;  // bytes of the lines read so far: the offset of the next line
+    std::string line;
+    while (pro.readLine(line)) {
+      Add32(lines, 1);
+      const bool isLabel = std::string_view(line).starts_with(kLabel);
+      if (isLabel) {
+        Add32(labels, 1);
+        older = previous;
+        previous = current;
+        current = {lines, total};
+        if (labels > 1 && current.line == previous.line + 1) adjacent = true;
+        if (labels > 2) ndx.put(labels - 2, middleRecord(labels - 2, older, previous));
+      }
+      Add32(total, static_cast<int64_t>(line.size()) + 2);
+      progress.indexLine(lines);
+      if (isLabel) progress.indexRecord(labels);
+      if (job.giInterrupt == 1) {
+        closeUp();
+        return IndexOutcome::Interrupted;
+      }
+    }
+
+    if (labels < 2) {
+      job.giInterrupt = 1;
+      closeUp();
+      return IndexOutcome::NotARecordFile;
+    }
+    if (adjacent) throw ZvError(err::kPastEnd, ErrorText(err::kPastEnd), job.gsProFile);
+
+    // Record N-1: its own start line, and an end line at the line before label N.
+    const int32_t n = labels;
+    IndexRec beforeLast = n == 2 ? indexRecord(1, 1, diff(current.offset, 2), diff(previous.line, -1), diff(current.line, 1))
+                                 : indexRecord(n - 1, previous.offset, diff(current.offset, previous.offset),
+                                               previous.line, diff(current.line, 1));
+    ndx.put(n - 1, beforeLast);
+    const int64_t fileBytes = FileSize(job.gsProFile);
+    ndx.put(n, indexRecord(n, current.offset, diff(fileBytes, current.offset), diff(current.line, 1), lines));
+    ndx.close();
+
+    const std::string finishTime = TimeOfDayText();
+    progress.indexingFinished(finishTime, ShowElapsed(startTime, finishTime));
+    outputs.commit();
+    progress.indexingClosed();
+    job.giInterrupt = 0;
+    return IndexOutcome::Built;
+  } catch (const std::exception& e) {
+    ZvError error = asZvError(e);
+    job.gsErrNumber = ErrNumberText(error.number());
+    job.gsErrText = error.text();
+    closeUp();
+    throw error;
+  }
+}
+
+}  // namespace zv

@@ -1,0 +1,140 @@
+// OpenSifter (command 1600), and the sifter's common error handling.
+#include <filesystem>
+#include <new>
+
+#include "core/brindle.h"
+#include "core/files.h"
+#include "core/output_files.h"
+#include "records/build_index.h"
+#include "records/record_file.h"
+#include "records/sift_common.h"
+
+namespace zv {
+
+namespace sift {
+
+ZvError AsZvError(const std::exception& e) {
+  if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;
+  if (dynamic_cast<const std::bad_alloc*>(&e)) return ZvError(7, "Out of memory");
+  if (dynamic_cast<const std::out_of_range*>(&e)) return ZvError(9, "Subscript out of range", e.what());
+  return ZvError(51, "Internal error", e.what());
+}
+
+void NoteError(JobState& job, const ZvError& error) {
+  job.gsErrNumber = ErrNumberText(error.number());
+  job.gsErrText = error.text();
+}
+
+}  // namespace sift
+
+namespace {
+
+using sift::NumberCaption;
+
+bool sameFile(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return std::filesystem::equivalent(a, b, ec) && !ec;
+}
+
+void forgetNames(JobState& job) {
+  job.gsInFile.clear();
+  job.gsBaseName.clear();
+  job.gsProFile.clear();
+  job.gsIndexFile.clear();
+}
+
+// Steps 2 to 5 on a chosen name. Sets the names and returns true, or shows why the
+// name will not do, forgets it and returns false.
+bool acceptName(JobState& job, SiftView& view, const std::string& name) {
+  if (name.find(".PRO") == std::string::npos && name.find(".NDX") == std::string::npos) {
+    view.message({"Not a .PRO or .NDX File", "The file you specified is\r\n" + name +
+                                                 "\r\n\r\nThe sifter requires that you specify\r\n"
+                                                 "a .PRO (processed by filter) file\r\n"
+                                                 "or a .NDX (index of a .PRO) file."},
+                 MsgIcon::Warning);
+    return false;
+  }
+  // A name that is not there has no length either; nothing is created to find out.
+  if (FileSize(name) == 0) {
+    view.message({"Zero-Length File", name + "\r\nis a zero-length file."}, MsgIcon::Warning);
+    return false;
+  }
+  job.gsInFile = name;
+  job.gsBaseName = BaseName(name);
+  const bool indexChosen = name.find(".NDX") != std::string::npos;
+  if (indexChosen) {
+    job.gsIndexFile = name;
+    job.gsProFile = job.outputPath(job.gsBaseName + ".PRO");
+  } else {
+    job.gsProFile = name;
+    job.gsIndexFile = job.outputPath(job.gsBaseName + ".NDX");
+  }
+  std::string problem;
+  if (indexChosen && !Exist(job.gsIndexFile)) {
+    problem = ".NDX file not found.";
+  } else if (!Exist(job.gsProFile)) {
+    problem = ".PRO file not found.";
+  } else if (sameFile(job.gsProFile, job.gsIndexFile)) {
+    // "x.NDX.PRO" names its own index: marks would be written into the records.
+    problem = "The record file and its index would be the same file.";
+  }
+  if (!problem.empty()) {
+    view.message({"File Open Error", problem}, MsgIcon::Warning);
+    forgetNames(job);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+JobOutcome OpenSifter(JobState& job, JobHost& host) {
+  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+    SiftState& s = view.sift;
+    for (;;) {
+      const std::optional<std::string> chosen = view.chooseFile(kSiftDialogFilter);
+      if (!chosen) {
+        view.hideSifter();  // the dialog's cancel: no message, no reset
+        return JobOutcome::Cancelled;
+      }
+      if (acceptName(job, view, *chosen)) break;
+    }
+    const bool indexChosen = job.gsInFile.find(".NDX") != std::string::npos;
+
+    if (!indexChosen) {
+      const IndexOutcome built = BuildIndex(job, view.frmIndexing());
+      if (built == IndexOutcome::NotARecordFile)
+        view.message({std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)}, MsgIcon::Stop);
+      if (built != IndexOutcome::Built) {
+        job.giInterrupt = 0;
+        forgetNames(job);
+        view.hideSifter();
+        return JobOutcome::Cancelled;
+      }
+    }
+
+    s.glRecCount = RecordCount(job.gsIndexFile);
+    s.glOrder = IdentityOrder(s.glRecCount);
+
+    s.glCurRec = 1;
+    const std::string wrk = job.outputPath(job.gsBaseName + ".WRK");
+    if (indexChosen && Exist(wrk)) {
+      const std::optional<int32_t> mark = ReadBookmark(wrk);
+      if (!mark) {
+        int32_t glExist = 0;
+        KillIfExists(wrk, glExist);
+        job.glExist = glExist;
+      } else if (*mark > 0 && *mark <= s.glRecCount) {
+        s.glCurRec = *mark;
+      }
+    }
+
+    view.setPanel(SiftPanel::pnlProFileName, job.gsProFile);
+    view.setPanel(SiftPanel::pnlTotRecs, NumberCaption(s.glRecCount));
+    view.showSifter();
+    view.RunCommand(kShowProRecord);
+    return JobOutcome::Done;
+  });
+}
+
+}  // namespace zv
