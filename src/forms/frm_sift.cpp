@@ -181,9 +181,11 @@ void FrmSift::placeChildren() {
                                   PixelsToTwips(backgroundTop), PixelsToTwips(kRecordLeft),
                                   PixelsToTwips(kHeaderHeight));
   pnlBackground_->setGeometry(0, backgroundTop, inner.width(), TwipsToPixels(l.backgroundHeight));
-  header_->setGeometry(0, 0, inner.width(), kHeaderHeight);
   txtRecord_->setGeometry(kRecordLeft, kHeaderHeight, TwipsToPixels(l.recordWidth), TwipsToPixels(l.recordHeight));
-  footer_->setGeometry(0, txtRecord_->geometry().bottom() + 6, inner.width(), footer_->sizeHint().height());
+  // The rows above and below line up with the text's edges.
+  const int rowWidth = txtRecord_->width() + 2 * kRecordLeft;
+  header_->setGeometry(0, 0, rowWidth, kHeaderHeight);
+  footer_->setGeometry(0, txtRecord_->geometry().bottom() + 6, rowWidth, footer_->sizeHint().height());
   const QRect text = txtRecord_->geometry();
   const int listHeight = std::min(text.height() - 8, 360);
   pnlKeepList_->setGeometry(text.right() - kKeepListWidth - 22, text.top() + 4, kKeepListWidth, listHeight);
