@@ -108,8 +108,16 @@ bool FrmSift::eventFilter(QObject* watched, QEvent* event) {
       // shortcut: Ctrl+O writes the order, as its menu caption says, rather than
       // opening another file over the session.
       auto* target = qobject_cast<QWidget*>(watched);
-      if (target != nullptr && target->window() == this && SiftKeyAction(*static_cast<QKeyEvent*>(event))) {
+      if (target == nullptr || target->window() != this) break;
+      auto* key = static_cast<QKeyEvent*>(event);
+      if (SiftKeyAction(*key)) {
         event->accept();
+        return true;
+      }
+      // Ctrl+C is Edit's Copy, with its message when nothing is selected, not the
+      // record text's own copy.
+      if (key->matches(QKeySequence::Copy)) {
+        event->ignore();
         return true;
       }
       break;

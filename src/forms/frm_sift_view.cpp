@@ -118,8 +118,12 @@ void FrmSift::setPanel(SiftPanel panel, std::string_view text) {
 
 void FrmSift::setViewMode(std::string_view gsSiftView, uint32_t backColor) {
   pnlViewMode_->setText(Q(gsSiftView));
+  // The program's colour values keep red in the low byte and blue in the high one:
+  // 0x80FFFF is a light yellow.
+  const QColor colour(static_cast<int>(backColor & 0xFF), static_cast<int>((backColor >> 8) & 0xFF),
+                      static_cast<int>((backColor >> 16) & 0xFF));
   QPalette p = pnlViewMode_->palette();
-  p.setColor(QPalette::Window, QColor::fromRgb(static_cast<QRgb>(backColor)));
+  p.setColor(QPalette::Window, colour);
   pnlViewMode_->setPalette(p);
   pnlViewMode_->setAutoFillBackground(true);
 }
@@ -164,10 +168,11 @@ WritingProgress& FrmSift::frmWriting() { return *frmWriting_; }
 IndexProgress& FrmSift::frmIndexing() { return *frmIndexing_; }
 
 void FrmSift::showSifter() {
+  // The main window goes first, so that the activation it gives up lands here.
+  frmMain_.hide();
   show();
   raise();
   activateWindow();
-  frmMain_.hide();
   txtRecord_->setFocus();
 }
 
