@@ -10,8 +10,10 @@
 #include <QRadioButton>
 #include <QScopeGuard>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
+#include "forms/frm_indexing.h"
 #include "forms/frm_keep_file.h"
 #include "forms/frm_options_fonts.h"
 #include "forms/frm_sift.h"
@@ -170,6 +172,16 @@ class TestSiftWindow : public QObject {
     t.menu("mnuHelpSifter");
     QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftHelpContext);
     ExistingHelpWindow()->close();
+    // The pointer over the text gives it the focus and context 120 again.
+    t.s.activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), &t.s);
+    Child(t.s, "lstKeepList")->setFocus();
+    QWidget* viewport = t.s.txtRecord()->viewport();
+    QMouseEvent move(QEvent::MouseMove, QPointF(30, 30), viewport->mapToGlobal(QPointF(30, 30)), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &move);
+    QVERIFY(t.s.txtRecord()->hasFocus());
+    QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftWindowContext);
   }
 
   void openStepKeepWriteAndTheBookmark() {
@@ -258,7 +270,18 @@ class TestSiftWindow : public QObject {
     t.key('k');
     t.log.messages.clear();
     t.answers.queue = {"Yes", "Yes"};
+    // frmWriting's caption while each file is written.
+    QStringList captions;
+    auto* writing = Child<QDialog>(t.s, "frmWriting");
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      if (writing->isVisible() && !captions.contains(writing->windowTitle())) captions << writing->windowTitle();
+    });
+    watch.start(0);
     t.menu("mnuFileExit");
+    watch.stop();
+    QCOMPARE(captions, (QStringList{"Writing Kept Records", "Writing Reordered Records"}));
+    QCOMPARE(writing->windowTitle(), "Writing Kept Records");
     QStringList titles;
     for (const ShownMessage& m : t.log.messages) titles << m.title + (m.kind == MsgKind::YesNo ? "?" : "");
     QCOMPARE(titles, (QStringList{"Keeping Oversight?", "Reordering Oversight?"}));
@@ -354,6 +377,14 @@ class TestSiftWindow : public QObject {
     QCOMPARE(titles, (QStringList{"Not a .PRO or .NDX File", "Zero-Length File", "File Format Error"}));
     QCOMPARE(t.log.messages[2].icon, MsgIcon::Critical);
     QVERIFY(!t.exists("one.NDX") && !t.s.isVisible() && t.frmMain->isVisible() && t.frmMain->mainEnabled());
+
+    // Cancel in frmIndexing at the builder's first yield: no index, no message.
+    QTimer::singleShot(0, &t.s, [&t] { Child<QPushButton>(t.s.indexingForm(), "cmdCancel")->click(); });
+    t.open("f.PRO");
+    QVERIFY(!t.exists("f.NDX") && !t.s.isVisible() && !t.s.indexingForm().isVisible());
+    QVERIFY(t.frmMain->isVisible() && t.frmMain->mainEnabled());
+    QCOMPARE(t.log.messages.size(), 3);
+    QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
 
     // File Open from inside the sifter, cancelled: back to the main window.
     t.open("f.PRO");
