@@ -1,7 +1,6 @@
 // zorvanta-cli: subcommands made from the command table, exit codes, Ctrl-C.
 #include "cli/cli.h"
 
-#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -10,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/cli_host.h"
+#include "cli/cli_records.h"
 #include "commands/command_table.h"
 #include "core/error.h"
 #include "core/files.h"
@@ -18,40 +18,6 @@
 namespace zv::cli {
 
 namespace {
-
-// The job Ctrl-C interrupts. Only the atomic flag is touched from the handler.
-std::atomic<int16_t>* gInterruptFlag = nullptr;
-
-extern "C" void onInterrupt(int) {
-  if (gInterruptFlag != nullptr) gInterruptFlag->store(1);
-}
-
-class InterruptGuard {
- public:
-  explicit InterruptGuard(JobState& job) {
-    gInterruptFlag = &job.giInterrupt;
-    struct sigaction sa {};
-    sa.sa_handler = onInterrupt;
-    sigemptyset(&sa.sa_mask);
-    sigaction(SIGINT, &sa, &oldInt_);
-    sigaction(SIGTERM, &sa, &oldTerm_);
-  }
-  ~InterruptGuard() {
-    sigaction(SIGINT, &oldInt_, nullptr);
-    sigaction(SIGTERM, &oldTerm_, nullptr);
-    gInterruptFlag = nullptr;
-  }
-
- private:
-  struct sigaction oldInt_ {};
-  struct sigaction oldTerm_ {};
-};
-
-void printError(const ZvError& e, const JobState& job) {
-  std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;
-  if (!e.detail().empty()) std::cerr << " (" << e.detail() << ')';
-  std::cerr << '\n';
-}
 
 int runFilter(const Command& command, const std::string& capture, const std::string& outDir) {
   if (!outDir.empty() && !std::filesystem::is_directory(outDir)) {
@@ -68,7 +34,7 @@ int runFilter(const Command& command, const std::string& capture, const std::str
   }
   host.endProgress();
   if (result.error) {
-    printError(*result.error, job);
+    PrintError(*result.error, job);
     return kExitFailed;
   }
   switch (result.outcome) {
@@ -111,7 +77,7 @@ int listIndex(const std::string& path) {
     JobState job;
     job.gsErrNumber = ErrNumberText(e.number());
     job.gsErrText = e.text();
-    printError(e, job);
+    PrintError(e, job);
     return kExitFailed;
   }
   return kExitDone;
@@ -129,11 +95,16 @@ int Main(int argc, char** argv) {
     footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
               " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
   }
+  footer += RecordCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
       "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"
       "Outputs are named after the capture (BASE.PRO, BASE.NDX, BASE.FSC) and written to the current "
       "directory unless --out-dir is given. The capture itself is never changed.\n"
+      "index, keep and order name BASE.NDX, the BASE.PRO of a given index and BASE.ORD in the folder of "
+      "FILE; KEEPFILE is taken as given and added to, never replaced. A LIST is record numbers and ranges, "
+      "as 4,1,7-9. A .PRO given to keep or order is indexed first, replacing its BASE.NDX. keep first "
+      "clears keep marks an earlier sifter session left in the index, and leaves none behind.\n"
       "A progress bar is drawn on stderr when it is a terminal; messages go to stderr.\n"
       "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
       "130 interrupted (outputs removed).";
@@ -152,6 +123,20 @@ int Main(int argc, char** argv) {
     const Command* c = &command;
     sub->callback([&, c] { exitCode = runFilter(*c, capture, outDir); });
   }
+
+  std::string recordFile, recordList, keepTo;
+  CLI::App* index = app.add_subcommand("index", "Index a record file: FILE.NDX beside FILE.PRO");
+  index->add_option("FILE", recordFile, "The .PRO file (never changed)")->required();
+  index->callback([&] { exitCode = RunIndex(recordFile); });
+  CLI::App* keep = app.add_subcommand("keep", "Append the listed records to a keep file");
+  keep->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
+  keep->add_option("--records", recordList, "Record numbers and ranges, e.g. 4,1,7-9")->required();
+  keep->add_option("--to", keepTo, "The keep file, added to if it exists")->required();
+  keep->callback([&] { exitCode = RunKeep(recordFile, recordList, keepTo); });
+  CLI::App* order = app.add_subcommand("order", "Write every record to BASE.ORD in a new order");
+  order->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
+  order->add_option("--order", recordList, "Records to put first, in this order, e.g. 5,2,9-12")->required();
+  order->callback([&] { exitCode = RunOrder(recordFile, recordList); });
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

@@ -7,6 +7,14 @@
 namespace zv::cli {
 
 namespace {
+
+// The job Ctrl-C interrupts. Only the atomic flag is touched from the handler.
+std::atomic<int16_t>* gInterruptFlag = nullptr;
+
+extern "C" void onInterrupt(int) {
+  if (gInterruptFlag != nullptr) gInterruptFlag->store(1);
+}
+
 constexpr auto kRedrawEvery = std::chrono::milliseconds(100);
 constexpr int kBarWidth = 30;
 }  // namespace
@@ -23,6 +31,27 @@ void PrintMessage(const Message& message) {
     }
   }
   std::cerr << message.title << ": " << out << '\n';
+}
+
+InterruptGuard::InterruptGuard(JobState& job) {
+  gInterruptFlag = &job.giInterrupt;
+  struct sigaction sa {};
+  sa.sa_handler = onInterrupt;
+  sigemptyset(&sa.sa_mask);
+  sigaction(SIGINT, &sa, &oldInt_);
+  sigaction(SIGTERM, &sa, &oldTerm_);
+}
+
+InterruptGuard::~InterruptGuard() {
+  sigaction(SIGINT, &oldInt_, nullptr);
+  sigaction(SIGTERM, &oldTerm_, nullptr);
+  gInterruptFlag = nullptr;
+}
+
+void PrintError(const ZvError& e, const JobState& job) {
+  std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;
+  if (!e.detail().empty()) std::cerr << " (" << e.detail() << ')';
+  std::cerr << '\n';
 }
 
 void CliHost::GetInputFile(JobState& job, std::string_view /*dialogFilter*/) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <chrono>
+#include <csignal>
 #include <cstdint>
 #include <string>
 
+#include "core/error.h"
 #include "core/job_host.h"
 
 namespace zv::cli {
@@ -47,5 +49,22 @@ class CliHost final : public JobHost {
 
 // Prints a message of the system's own on stderr: its title, then its lines.
 void PrintMessage(const Message& message);
+
+// Prints a failed job's error as frmError words it, and the file involved.
+void PrintError(const ZvError& error, const JobState& job);
+
+// While it lives, Ctrl-C and SIGTERM raise the job's giInterrupt instead of ending the
+// program, so that the job removes its outputs and the program exits with 130.
+class InterruptGuard {
+ public:
+  explicit InterruptGuard(JobState& job);
+  ~InterruptGuard();
+  InterruptGuard(const InterruptGuard&) = delete;
+  InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+ private:
+  struct sigaction oldInt_ {};
+  struct sigaction oldTerm_ {};
+};
 
 }  // namespace zv::cli

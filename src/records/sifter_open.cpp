@@ -7,6 +7,7 @@
 #include "core/output_files.h"
 #include "records/build_index.h"
 #include "records/record_file.h"
+#include "records/record_file_choice.h"
 #include "records/sift_common.h"
 
 namespace zv {
@@ -31,11 +32,6 @@ namespace {
 
 using sift::NumberCaption;
 
-bool sameFile(const std::string& a, const std::string& b) {
-  std::error_code ec;
-  return std::filesystem::equivalent(a, b, ec) && !ec;
-}
-
 void forgetNames(JobState& job) {
   job.gsInFile.clear();
   job.gsBaseName.clear();
@@ -43,26 +39,30 @@ void forgetNames(JobState& job) {
   job.gsIndexFile.clear();
 }
 
-// Steps 2 to 5 on a chosen name. Sets the names and returns true, or shows why the
-// name will not do, forgets it and returns false.
-bool acceptName(JobState& job, SiftView& view, const std::string& name) {
+bool sameFile(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return std::filesystem::equivalent(a, b, ec) && !ec;
+}
+
+}  // namespace
+
+bool ChooseRecordFile(JobState& job, const std::string& name, Message& refusal) {
+  forgetNames(job);
   if (name.find(".PRO") == std::string::npos && name.find(".NDX") == std::string::npos) {
-    view.message({"Not a .PRO or .NDX File", "The file you specified is\r\n" + name +
-                                                 "\r\n\r\nThe sifter requires that you specify\r\n"
-                                                 "a .PRO (processed by filter) file\r\n"
-                                                 "or a .NDX (index of a .PRO) file."},
-                 MsgIcon::Warning);
+    refusal = {"Not a .PRO or .NDX File", "The file you specified is\r\n" + name +
+                                              "\r\n\r\nThe sifter requires that you specify\r\n"
+                                              "a .PRO (processed by filter) file\r\n"
+                                              "or a .NDX (index of a .PRO) file."};
     return false;
   }
   // A name that is not there has no length either; nothing is created to find out.
   if (FileSize(name) == 0) {
-    view.message({"Zero-Length File", name + "\r\nis a zero-length file."}, MsgIcon::Warning);
+    refusal = {"Zero-Length File", name + "\r\nis a zero-length file."};
     return false;
   }
   job.gsInFile = name;
   job.gsBaseName = BaseName(name);
-  const bool indexChosen = name.find(".NDX") != std::string::npos;
-  if (indexChosen) {
+  if (IndexChosen(job)) {
     job.gsIndexFile = name;
     job.gsProFile = job.outputPath(job.gsBaseName + ".PRO");
   } else {
@@ -70,7 +70,7 @@ bool acceptName(JobState& job, SiftView& view, const std::string& name) {
     job.gsIndexFile = job.outputPath(job.gsBaseName + ".NDX");
   }
   std::string problem;
-  if (indexChosen && !Exist(job.gsIndexFile)) {
+  if (IndexChosen(job) && !Exist(job.gsIndexFile)) {
     problem = ".NDX file not found.";
   } else if (!Exist(job.gsProFile)) {
     problem = ".PRO file not found.";
@@ -79,14 +79,12 @@ bool acceptName(JobState& job, SiftView& view, const std::string& name) {
     problem = "The record file and its index would be the same file.";
   }
   if (!problem.empty()) {
-    view.message({"File Open Error", problem}, MsgIcon::Warning);
+    refusal = {"File Open Error", problem};
     forgetNames(job);
     return false;
   }
   return true;
 }
-
-}  // namespace
 
 JobOutcome OpenSifter(JobState& job, JobHost& host) {
   return sift::RunSiftCommand(job, host, [&](SiftView& view) {
@@ -97,9 +95,11 @@ JobOutcome OpenSifter(JobState& job, JobHost& host) {
         view.hideSifter();  // the dialog's cancel: no message, no reset
         return JobOutcome::Cancelled;
       }
-      if (acceptName(job, view, *chosen)) break;
+      Message refusal;
+      if (ChooseRecordFile(job, *chosen, refusal)) break;
+      view.message(refusal, MsgIcon::Warning);
     }
-    const bool indexChosen = job.gsInFile.find(".NDX") != std::string::npos;
+    const bool indexChosen = IndexChosen(job);
 
     if (!indexChosen) {
       const IndexOutcome built = BuildIndex(job, view.frmIndexing());

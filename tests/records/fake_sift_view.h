@@ -1,0 +1,134 @@
+// A sifter window for the tests: scripted answers, and a record of what was shown.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "commands/command_table.h"
+#include "core/dispatcher.h"
+#include "records/sift_view.h"
+
+namespace zv::test {
+
+struct ShownBox {
+  std::string title, text;
+  MsgIcon icon = MsgIcon::None;
+};
+
+// Counts what the progress forms were told.
+struct FakeIndexing : IndexProgress {
+  void indexingStarted(std::string_view size, std::string_view) override { fileSize = size; }
+  void indexLine(int32_t n) override { lastLine = n; }
+  void indexRecord(int32_t n) override { lastRecord = n; }
+  void indexingFinished(std::string_view, std::string_view) override { ++finished; }
+  void indexingClosed() override { ++closed; }
+  std::string fileSize;
+  int32_t lastLine = 0, lastRecord = 0;
+  int finished = 0, closed = 0;
+};
+
+struct FakeWriting : WritingProgress {
+  void writingStarted(std::string_view caption) override { captions.emplace_back(caption); shown = true; }
+  void writingRecord(int32_t n) override { records.push_back(n); }
+  void writingFile(std::string_view name) override { files.emplace_back(name); }
+  void writingEnded() override { shown = false; }
+  std::vector<std::string> captions, files;
+  std::vector<int32_t> records;
+  bool shown = false;
+};
+
+class FakeSiftView final : public SiftView {
+ public:
+  explicit FakeSiftView(JobState& job) : job_(job) {}
+
+  // Scripted answers, taken in order; an empty queue answers Cancel (or No).
+  std::deque<std::optional<std::string>> files, keepFiles;
+  std::deque<std::string> inputs;
+  std::deque<bool> answers;
+
+  // What the window showed.
+  std::vector<ShownBox> boxes, questions;
+  std::vector<std::string> prompts;   // input box prompts, title + "|" + prompt
+  std::vector<std::string> errorForms;
+  std::vector<int32_t> commandsRun;
+  std::map<SiftPanel, std::string> panels;
+  std::string text, viewMode;
+  uint32_t viewColor = 0;
+  int textSets = 0;
+  bool partial = false, sifterShown = false, keepList = false;
+  int32_t selStart_ = 0, selLength_ = 0;
+  std::vector<std::string> keepItems;
+  FakeIndexing indexing;
+  FakeWriting writing;
+
+  void RunCommand(int32_t n) override {
+    commandsRun.push_back(n);
+    const CommandResult r = zv::RunCommand(n, job_, *this, CommandTable());
+    if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText));
+  }
+  void showErrorForm(std::string_view t) override { errorForms.emplace_back(t); }
+  std::optional<std::string> chooseFile(std::string_view) override { return take(files); }
+  void setRecordText(std::string_view bytes) override {
+    text = bytes;
+    ++textSets;
+    selStart_ = selLength_ = 0;
+  }
+  std::string recordText() const override { return text; }
+  int32_t selStart() const override { return selStart_; }
+  int32_t selLength() const override { return selLength_; }
+  void selectText(int32_t start, int32_t length) override {
+    selStart_ = start;
+    selLength_ = length;
+  }
+  void setPanel(SiftPanel p, std::string_view t) override { panels[p] = t; }
+  void setViewMode(std::string_view mode, uint32_t color) override {
+    viewMode = mode;
+    viewColor = color;
+  }
+  void setPartialDisplay(bool visible) override { partial = visible; }
+  bool keepListVisible() const override { return keepList; }
+  void showKeepList(bool visible) override { keepList = visible; }
+  void clearKeepList() override { keepItems.clear(); }
+  void addKeepListItem(std::string_view t) override { keepItems.emplace_back(t); }
+  void message(const Message& m, MsgIcon icon) override { boxes.push_back({m.title, m.text, icon}); }
+  bool askYesNo(const Message& m, MsgIcon icon) override {
+    questions.push_back({m.title, m.text, icon});
+    if (answers.empty()) return false;
+    const bool a = answers.front();
+    answers.pop_front();
+    return a;
+  }
+  std::string inputBox(std::string_view prompt, std::string_view title) override {
+    prompts.push_back(std::string(title) + "|" + std::string(prompt));
+    if (inputs.empty()) return "";
+    std::string a = inputs.front();
+    inputs.pop_front();
+    return a;
+  }
+  std::optional<std::string> askKeepFile() override { return take(keepFiles); }
+  WritingProgress& frmWriting() override { return writing; }
+  IndexProgress& frmIndexing() override { return indexing; }
+  void showSifter() override { sifterShown = true; }
+  void hideSifter() override { sifterShown = false; }
+
+  std::string panel(SiftPanel p) const {
+    const auto it = panels.find(p);
+    return it == panels.end() ? std::string() : it->second;
+  }
+  std::string lastBox() const { return boxes.empty() ? std::string() : boxes.back().title + ": " + boxes.back().text; }
+
+ private:
+  static std::optional<std::string> take(std::deque<std::optional<std::string>>& q) {
+    if (q.empty()) return std::nullopt;
+    auto a = q.front();
+    q.pop_front();
+    return a;
+  }
+
+  JobState& job_;
+};
+
+}  // namespace zv::test

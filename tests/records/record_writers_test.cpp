@@ -1,0 +1,181 @@
+// Write Kept Records and Write Order, byte for byte, and what a failure leaves behind.
+#include "records/record_writers.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/error.h"
+#include "records/build_index.h"
+#include "records/record_file.h"
+#include "records/sifter.h"
+#include "support/test_support.h"
+
+namespace zv {
+namespace {
+
+using test::CrLf;
+using test::FileExists;
+using test::ReadFile;
+using test::TempDir;
+using test::WriteFile;
+
+const std::string kExample = CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB", "", "Record - 3", "", "CCC",
+                                   "", "Record - 4", "", "DDD"});
+
+struct Writing : WritingProgress {
+  void writingStarted(std::string_view c) override { caption = c; }
+  void writingRecord(int32_t n) override { records.push_back(n); }
+  void writingFile(std::string_view f) override { files.push_back(std::filesystem::path(f).filename().string()); }
+  void writingLine(int32_t n) override { lines = std::max(lines, n); }
+  void writingEnded() override { ++ended; }
+  std::string caption;
+  std::vector<int32_t> records;
+  std::vector<std::string> files;
+  int32_t lines = 0;
+  int ended = 0;
+};
+
+// The example .PRO and the index BuildIndex makes of it, in `dir`.
+void IndexedExample(const TempDir& dir) {
+  WriteFile(dir.file("r.PRO"), kExample);
+  JobState job;
+  job.gsProFile = dir.file("r.PRO");
+  job.gsIndexFile = dir.file("r.NDX");
+  IndexProgress quiet;
+  ASSERT_EQ(BuildIndex(job, quiet), IndexOutcome::Built);
+}
+
+void Mark(const TempDir& dir, int32_t k, const std::string& keepFile) {
+  IndexRec r = GetIndexRec(dir.file("r.NDX"), k);
+  r.keepFlag = 1;
+  r.setKeepFile(keepFile);
+  PutIndexRec(dir.file("r.NDX"), k, r);
+}
+
+TEST(WriteKeptRecords, EachRecordGoesToItsOwnFileInAscendingOrderAppended) {
+  TempDir dir;
+  IndexedExample(dir);
+  const std::string a = dir.file("a.kep"), b = dir.file("b.kep");
+  WriteFile(a, "OLD\r\n");
+  Mark(dir, 4, a);
+  Mark(dir, 3, b);
+  Mark(dir, 1, "  " + a);  // blanks around the name are trimmed
+  Writing writing;
+  EXPECT_EQ(WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), 3);
+  // Record 1 is one line short under BuildIndex and gets one more CR LF; the last
+  // record spans one line past the end of the file.
+  EXPECT_EQ(ReadFile(a), "OLD\r\n" + CrLf({"Record - 1", "", "AAA", "", "Record - 4", "", "DDD", ""}));
+  EXPECT_EQ(ReadFile(b), CrLf({"Record - 3", "", "CCC", ""}));
+  EXPECT_EQ(writing.caption, "Writing Kept Records");
+  EXPECT_EQ(writing.records, (std::vector<int32_t>{1, 2, 3}));
+  EXPECT_EQ(writing.files, (std::vector<std::string>{"a.kep", "b.kep", "a.kep"}));
+  EXPECT_EQ(writing.ended, 1);
+  for (const IndexRec& r : ReadIndexFile(dir.file("r.NDX"))) EXPECT_EQ(r.keepFlag, 0);
+  EXPECT_EQ(ReadFile(dir.file("r.PRO")), kExample);
+
+  // A second run finds no marks and writes nothing.
+  EXPECT_EQ(WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), 0);
+  EXPECT_EQ(ReadFile(b), CrLf({"Record - 3", "", "CCC", ""}));
+}
+
+TEST(WriteKeptRecords, UnderAFiltersIndexRecordOneHasOneMoreEmptyLine) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), kExample);
+  IndexFile f;
+  f.open(dir.file("r.NDX"));
+  const int32_t rows[4][4] = {{0, 19, 1, 4}, {21, 19, 5, 8}, {42, 19, 9, 12}, {63, 19, 13, 15}};
+  for (int32_t k = 1; k <= 4; ++k) {
+    IndexRec r;
+    r.recNum = k;
+    r.startByte = rows[k - 1][0];
+    r.byteLen = rows[k - 1][1];
+    r.startLine = rows[k - 1][2];
+    r.endLine = rows[k - 1][3];
+    f.put(k, r);
+  }
+  f.close();
+  Mark(dir, 1, dir.file("k.kep"));
+  Mark(dir, 4, dir.file("k.kep"));
+  Writing writing;
+  EXPECT_EQ(WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), 2);
+  EXPECT_EQ(ReadFile(dir.file("k.kep")), CrLf({"Record - 1", "", "AAA", "", "", "Record - 4", "", "DDD"}));
+}
+
+TEST(WriteKeptRecords, AFailedRunPutsEveryKeepFileBackAsItWas) {
+  TempDir dir;
+  IndexedExample(dir);
+  WriteFile(dir.file("old.kep"), "OLD\r\n");
+  std::filesystem::create_directory(dir.file("folder.kep"));
+  Mark(dir, 1, dir.file("old.kep"));
+  Mark(dir, 2, dir.file("new.kep"));
+  Mark(dir, 3, dir.file("folder.kep"));
+  Writing writing;
+  try {
+    (void)WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing);
+    ADD_FAILURE() << "a folder was written as a keep file";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), 75);
+  }
+  EXPECT_EQ(ReadFile(dir.file("old.kep")), "OLD\r\n");
+  EXPECT_FALSE(FileExists(dir.file("new.kep")));
+  EXPECT_EQ(writing.ended, 1);
+
+  // Nor is the record file or its index ever a keep file.
+  for (const char* own : {"r.PRO", "r.NDX"}) {
+    Mark(dir, 3, dir.file(own));
+    EXPECT_THROW((void)WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), ZvError);
+  }
+  EXPECT_EQ(ReadFile(dir.file("r.PRO")), kExample);
+  EXPECT_EQ(RecordCount(dir.file("r.NDX")), 4);
+}
+
+TEST(WriteOrder, WritesEveryRecordInTheOrderAndReplacesTheOldFile) {
+  TempDir dir;
+  IndexedExample(dir);
+  WriteFile(dir.file("r.ORD"), "an older order, longer than the new one ............................................");
+  std::vector<int32_t> order = IdentityOrder(4);
+  MoveInOrder(order, 4, 3, 1);  // 3 1 2 4
+  MoveInOrder(order, 4, 4, 3);  // 3 1 4 2
+  ASSERT_EQ(order, (std::vector<int32_t>{0, 3, 1, 4, 2, 0}));
+  Writing writing;
+  WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), order, 4, writing);
+  EXPECT_EQ(ReadFile(dir.file("r.ORD")), CrLf({"Record - 3", "", "CCC", "",       // record 3
+                                                "Record - 1", "", "AAA", "",       // record 1 and its extra CR LF
+                                                "Record - 4", "", "DDD", "",       // one line past the file's end
+                                                "Record - 2", "", "BBB", "", ""}));  // and the closing CR LF
+  EXPECT_EQ(writing.caption, "Writing Reordered Records");
+  EXPECT_EQ(writing.records, (std::vector<int32_t>{3, 1, 4, 2}));
+  EXPECT_EQ(writing.files, (std::vector<std::string>{"r.ORD"}));
+  EXPECT_EQ(writing.ended, 1);
+}
+
+TEST(WriteOrder, ARecordOf32768LinesOverflowsAndNoOrderFileStays) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), kExample);
+  IndexFile f;
+  f.open(dir.file("r.NDX"));
+  IndexRec r;
+  r.recNum = 1;
+  r.startLine = 1;
+  r.endLine = 32767;  // the most a 16-bit count takes
+  f.put(1, r);
+  r.recNum = 2;
+  r.startLine = 5;
+  r.endLine = 32772;
+  f.put(2, r);
+  f.close();
+  Writing writing;
+  EXPECT_NO_THROW(WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), IdentityOrder(1), 1, writing));
+  EXPECT_EQ(writing.lines, 32767);
+  try {
+    WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), IdentityOrder(2), 2, writing);
+    ADD_FAILURE() << "no overflow";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), 6);
+  }
+  EXPECT_FALSE(FileExists(dir.file("r.ORD")));
+}
+
+}  // namespace
+}  // namespace zv
