@@ -195,6 +195,11 @@ class TestSiftWindow : public QObject {
              (QStringList{" 1 ", " 4 ", " 1 ", ".PRO View"}));
     QCOMPARE(t.text(), "Record - 1\n\nAAA\n");
     QCOMPARE(QFileInfo(t.file("f.NDX")).size(), 4 * 277);
+    // frmIndexing's odometers as the build left them; the main window's timing panels.
+    QCOMPARE(Child<QLabel>(t.s.indexingForm(), "pnlLineOdom")->text(), " 15 ");
+    QCOMPARE(Child<QLabel>(t.s.indexingForm(), "pnlRecOdom")->text(), " 4 ");
+    QCOMPARE(Child<QLabel>(*t.frmMain, "pnlFileSize")->text(), "82");
+    QVERIFY(!Child<QLabel>(*t.frmMain, "pnlElapsed")->text().isEmpty());
     QVERIFY(!Child(t.s, "pnlPartialDisplay")->isVisible());
 
     // Keep to a.kep, Keep Express, Keep to b.kep: each moves on.
@@ -275,12 +280,13 @@ class TestSiftWindow : public QObject {
     auto* writing = Child<QDialog>(t.s, "frmWriting");
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
-      if (writing->isVisible() && !captions.contains(writing->windowTitle())) captions << writing->windowTitle();
+      const QString shown = writing->windowTitle() + ": " + Child<QLabel>(*writing, "pnlFile")->text();
+      if (writing->isVisible() && !captions.contains(shown)) captions << shown;
     });
     watch.start(0);
     t.menu("mnuFileExit");
     watch.stop();
-    QCOMPARE(captions, (QStringList{"Writing Kept Records", "Writing Reordered Records"}));
+    QCOMPARE(captions, (QStringList{"Writing Kept Records: c.kep", "Writing Reordered Records: f.ORD"}));
     QCOMPARE(writing->windowTitle(), "Writing Kept Records");
     QStringList titles;
     for (const ShownMessage& m : t.log.messages) titles << m.title + (m.kind == MsgKind::YesNo ? "?" : "");
