@@ -50,11 +50,11 @@ void setBackground(QWidget* w, const QColor& colour) {
 }  // namespace
 
 SiftLayout SiftResize(int innerWidth, int innerHeight, int backgroundTop, int recordLeft, int recordTop) {
-  auto atLeast0 = [](int v) { return v < 0 ? 400 : v; };
+  auto orFloor = [](int v) { return v < 0 ? 400 : v; };
   SiftLayout l{};
-  l.backgroundHeight = atLeast0(innerHeight - backgroundTop);
-  l.recordHeight = atLeast0(l.backgroundHeight - recordTop - 825);
-  l.recordWidth = atLeast0(innerWidth - recordLeft - 250);
+  l.backgroundHeight = orFloor(innerHeight - backgroundTop);
+  l.recordHeight = orFloor(l.backgroundHeight - recordTop - 825);
+  l.recordWidth = orFloor(innerWidth - recordLeft - 250);
   return l;
 }
 
@@ -68,7 +68,7 @@ FrmSift::FrmSift(FrmMain& frmMain, SettingsStore& store)
   central_->setObjectName(QStringLiteral("pnlClient"));
   central_->setMouseTracking(true);
   toolbar_ = buildToolbar();
-  pnlBackground_ = static_cast<QFrame*>(buildBackground());
+  pnlBackground_ = buildBackground();
   setCentralWidget(central_);
   buildMenus();
 
@@ -86,7 +86,7 @@ FrmSift::FrmSift(FrmMain& frmMain, SettingsStore& store)
 
 FrmSift::~FrmSift() { qApp->removeEventFilter(this); }
 
-QWidget* FrmSift::buildBackground() {
+QFrame* FrmSift::buildBackground() {
   auto* background = new QFrame(central_);
   background->setObjectName(QStringLiteral("pnlBackground"));
   background->setFrameStyle(QFrame::Panel | QFrame::Raised);

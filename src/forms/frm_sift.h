@@ -92,7 +92,7 @@ class FrmSift : public QMainWindow, public SiftView {
  private:
   void buildMenus();
   QWidget* buildToolbar();
-  QWidget* buildBackground();
+  QFrame* buildBackground();
   void placeChildren();
   bool handleKey(QWidget* target, QKeyEvent* key);
   void buttonHover(QToolButton* button, bool entering);
