@@ -10,6 +10,7 @@
 
 #include "forms/center_form.h"
 #include "forms/messages.h"
+#include "forms/sift_tables.h"
 #include "forms/version_record.h"
 
 namespace zv::forms {
@@ -19,6 +20,7 @@ FrmKeepFile::FrmKeepFile(QWidget* parent, std::atomic<int16_t>& giInterrupt)
   setObjectName(QStringLiteral("frmKeepFile"));
   setWindowTitle(QStringLiteral("Specify Keep File"));
   setModal(true);
+  setProperty("helpContext", kSiftKeepContext);
 
   auto* layout = new QVBoxLayout(this);
   txtKeepFile_ = new QLineEdit(this);

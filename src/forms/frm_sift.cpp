@@ -63,6 +63,8 @@ FrmSift::FrmSift(FrmMain& frmMain, SettingsStore& store)
   setObjectName(QStringLiteral("frmSift"));
   setWindowTitle(QStringLiteral("Zorvanta Sifter"));
   setMouseTracking(true);
+  // F1 on an element without a context of its own opens the sifter's page.
+  setProperty("helpContext", kSiftHelpContext);
 
   central_ = new QWidget(this);
   central_->setObjectName(QStringLiteral("pnlClient"));
