@@ -1,10 +1,11 @@
-// Throughput and peak memory of the DIALOG filter beside plain reads of the same capture.
+// Throughput and peak memory of every line filter beside plain reads of the same capture.
 //
-// A plain main(): it writes one large synthetic capture, then runs every case in a
-// child process of its own, timed by Google Benchmark, so that the peak resident
-// memory wait4() reports for the child belongs to that case alone. It ends with the
-// figures that matter side by side: MB/s of each case, the filter's cost over the
-// plain line read, the cost of progress reporting, and peak memory against targets.
+// A plain main(): for each filter of kFilters it writes a large synthetic capture of
+// that filter's service, then runs every case on it in a child process of its own,
+// timed by Google Benchmark, so that the peak resident memory wait4() reports for the
+// child belongs to that case alone. It ends with one table of all filters side by
+// side: MB/s, the filter's time over the plain line read of the same file measured in
+// the same run, peak memory, and the verdicts against the targets.
 #include <benchmark/benchmark.h>
 
 #include <sys/resource.h>
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -23,6 +25,7 @@
 #include <regex>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/files.h"
@@ -31,7 +34,21 @@
 #include "core/line_reader.h"
 #include "core/text.h"
 #include "core/text_out.h"
+#include "capture_brs.h"
+#include "capture_datastar.h"
+#include "capture_djnr.h"
+#include "capture_nlm.h"
+#include "capture_orbit.h"
+#include "capture_ovid.h"
+#include "capture_stn.h"
+#include "filters/brs.h"
+#include "filters/datastar.h"
 #include "filters/dialog_all.h"
+#include "filters/djnr.h"
+#include "filters/nlm.h"
+#include "filters/orbit.h"
+#include "filters/ovid.h"
+#include "filters/stn.h"
 #include "synthetic_capture.h"
 
 #ifndef ZV_BENCH_BUILD_TYPE
@@ -49,12 +66,36 @@ constexpr double kTargetFilterMBs = 150.0;
 constexpr double kTargetRatio = 4.0;
 constexpr double kTargetPeakMB = 32.0;
 
+using FilterFn = zv::JobOutcome (*)(zv::JobState&, zv::JobHost&);
+using CaptureWriter = SyntheticCapture (*)(const std::string& path, int64_t targetBytes);
+
+// A line filter and the generator of a capture of its service.
+struct FilterRow {
+  const char* name;  // as the table shows it
+  const char* key;   // prefix of its case names; the word for ZV_BENCH_FILTERS
+  FilterFn filter;
+  CaptureWriter writeCapture;
+};
+
+// Every filter the benchmark measures: adding one is adding its row.
+constexpr FilterRow kFilters[] = {
+    {"DIALOG", "dialog", &zv::FilterDialogAll, &zv::bench::WriteSyntheticCapture},
+    {"BRS", "brs", &zv::FilterBRS, &zv::bench::WriteBrsCapture},
+    {"DataStar", "datastar", &zv::FilterDataStar, &zv::bench::WriteDataStarCapture},
+    {"DJN/R", "djnr", &zv::FilterDJ, &zv::bench::WriteDjnrCapture},
+    {"NLM", "nlm", &zv::FilterNLM, &zv::bench::WriteNlmCapture},
+    {"Orbit", "orbit", &zv::FilterOrbit, &zv::bench::WriteOrbitCapture},
+    {"Ovid", "ovid", &zv::FilterOvid, &zv::bench::WriteOvidCapture},
+    {"STN", "stn", &zv::FilterSTN, &zv::bench::WriteStnCapture},
+};
+
 struct Setup {
   std::string dir;
-  SyntheticCapture capture;
+  const FilterRow* row = nullptr;  // the filter whose cases run now
+  SyntheticCapture capture;        // its capture
   bool showProgress = false;
 };
-Setup gSetup;  // filled before the first case runs
+Setup gSetup;  // filled before the cases of a filter run
 
 int64_t envInt(const char* name, int64_t fallback) {
   const char* v = std::getenv(name);
@@ -269,8 +310,9 @@ struct JobOutputs {
   }
 };
 
+// The outputs of a job on the current capture: its stem, in the benchmark's folder.
 JobOutputs outputsOf(const std::string& dir) {
-  const std::string stem = (std::filesystem::path(dir) / "capture").string();
+  const std::string stem = (std::filesystem::path(dir) / std::filesystem::path(gSetup.capture.path).stem()).string();
   return {stem + ".PRO", stem + ".NDX", stem + ".FSC"};
 }
 
@@ -284,9 +326,12 @@ std::string checkJob(const zv::JobState& job, zv::JobOutcome outcome, const JobO
     return "recognized " + std::to_string(job.glRecNum) + " records, expected " + std::to_string(c.records);
   if (fileBytes(out.ndx) != c.records * static_cast<int64_t>(zv::kIndexRecLen)) return ".NDX of the wrong size";
   if (fileBytes(out.pro) <= 0) return "no .PRO";
-  if (const int64_t fscLines = countLines(out.fsc); fscLines != c.fscLines + c.fscSeparators)
+  if (c.fscLines + c.fscSeparators == 0) {
+    if (std::filesystem::exists(out.fsc)) return "a .FSC where none belongs";
+  } else if (const int64_t fscLines = countLines(out.fsc); fscLines != c.fscLines + c.fscSeparators) {
     return ".FSC has " + std::to_string(fscLines) + " lines, expected " +
            std::to_string(c.fscLines + c.fscSeparators);
+  }
   if (progress && (progress->linesSeen != c.lines || progress->lastRecord != c.records || progress->draws < 100))
     return "progress did not follow the whole job";
   return {};
@@ -304,7 +349,7 @@ void runFilter(benchmark::State& state, bool withProgress) {
     zv::JobHost& host = withProgress ? static_cast<zv::JobHost&>(progress) : quiet;
     state.ResumeTiming();
 
-    const zv::JobOutcome outcome = zv::FilterDialogAll(job, host);
+    const zv::JobOutcome outcome = gSetup.row->filter(job, host);
 
     state.PauseTiming();
     const std::string problem = checkJob(job, outcome, out, withProgress ? &progress : nullptr);
@@ -320,16 +365,19 @@ void filterProgressOn(benchmark::State& state) { runFilter(state, true); }
 // --- one child process per case --------------------------------------------------
 
 struct Case {
-  const char* name;
+  const char* name;  // behind the filter's key: "dialog/read/getline"
   void (*fn)(benchmark::State&);
 };
 
+// The cases of each filter, each on that filter's capture.
 constexpr Case kCases[] = {
     {"read/fread_memchr", readFreadMemchr},   {"read/getline", readGetline},
     {"read/LineReader", readLineReader},      {"read/LineReader_clean", readLineReaderClean},
     {"read/LineCount", readLineCount},        {"write/copy_lines", copyLines},
     {"filter/progress_off", filterProgressOff}, {"filter/progress_on", filterProgressOn},
 };
+
+std::string caseName(const FilterRow& row, const Case& c) { return std::string(row.key) + "/" + c.name; }
 
 // Keeps the seconds of each repetition; prints nothing.
 class CollectingReporter final : public benchmark::BenchmarkReporter {
@@ -358,6 +406,7 @@ struct CaseResult {
   std::vector<double> cpuSeconds;  // CPU time of the same repetitions
   long peakKb = 0;                 // the child's ru_maxrss
   std::string error;
+  int64_t bytes = 0;               // of the capture it ran on
 
   bool ok() const { return error.empty() && !seconds.empty(); }
   double best() const { return *std::min_element(seconds.begin(), seconds.end()); }
@@ -368,7 +417,7 @@ struct CaseResult {
   }
   // CPU time is the figure to compare when other work shares the machine.
   double bestCpu() const { return *std::min_element(cpuSeconds.begin(), cpuSeconds.end()); }
-  double mbPerSecond() const { return static_cast<double>(gSetup.capture.bytes) / kMiB / best(); }
+  double mbPerSecond() const { return static_cast<double>(bytes) / kMiB / best(); }
 };
 
 long currentRssKb() {
@@ -381,8 +430,10 @@ long currentRssKb() {
   return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
-CaseResult runCaseInChild(const Case& c) {
-  CaseResult result{c.name, {}, {}, 0, {}};
+CaseResult runCaseInChild(const std::string& name) {
+  CaseResult result;
+  result.name = name;
+  result.bytes = gSetup.capture.bytes;
   int fds[2];
   if (::pipe(fds) != 0) {
     result.error = std::strerror(errno);
@@ -397,7 +448,7 @@ CaseResult runCaseInChild(const Case& c) {
   if (pid == 0) {
     ::close(fds[0]);
     CollectingReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + std::string(c.name) + "(/|$)");
+    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + name + "(/|$)");
     std::string report;
     for (std::size_t i = 0; i < reporter.seconds.size(); ++i)
       report += "s " + std::to_string(reporter.seconds[i]) + " " + std::to_string(reporter.cpuSeconds[i]) + "\n";
@@ -444,12 +495,96 @@ CaseResult runCaseInChild(const Case& c) {
 
 const CaseResult* find(const std::vector<CaseResult>& results, std::string_view name) {
   for (const auto& r : results)
-    if (r.name == name && r.ok()) return &r;
+    if (r.name.ends_with(name) && r.ok()) return &r;
   return nullptr;
 }
 
 void printVerdict(const char* what, double value, const char* unit, const char* target, bool met) {
   std::printf("  %-44s %9.2f %-5s %-16s %s\n", what, value, unit, target, met ? "met" : "MISSED");
+}
+
+// What one filter's run gave: its capture and its cases.
+struct FilterResult {
+  const FilterRow* row;
+  SyntheticCapture capture;
+  std::vector<CaseResult> cases;
+};
+
+// The ratios of one filter's cases to each other, below its case lines.
+void printFigures(const std::vector<CaseResult>& results) {
+  const CaseResult* lineReader = find(results, "/read/LineReader");
+  const CaseResult* getlineRead = find(results, "/read/getline");
+  const CaseResult* copy = find(results, "/write/copy_lines");
+  const CaseResult* off = find(results, "/filter/progress_off");
+  const CaseResult* on = find(results, "/filter/progress_on");
+  if (off && lineReader) {
+    std::printf("    filter (progress off) / LineReader time:      %6.2fx\n", off->best() / lineReader->best());
+    if (on) std::printf("    filter (progress on) / LineReader time:       %6.2fx\n", on->best() / lineReader->best());
+  }
+  if (on && lineReader)
+    std::printf("    filter (progress on) / LineReader CPU time:   %6.2fx\n", on->bestCpu() / lineReader->bestCpu());
+  if (off && getlineRead)
+    std::printf("    filter (progress off) / std::getline time:    %6.2fx\n", off->best() / getlineRead->best());
+  if (off && copy)
+    std::printf("    filter (progress off) / line copy time:       %6.2fx\n", off->best() / copy->best());
+  if (off && on) {
+    std::printf("    progress reporting overhead (best):           %+6.1f %%\n", (on->best() / off->best() - 1.0) * 100.0);
+    std::printf("    progress reporting overhead (median):         %+6.1f %%\n",
+                (on->median() / off->median() - 1.0) * 100.0);
+    std::printf("    progress reporting overhead (best CPU time):  %+6.1f %%\n",
+                (on->bestCpu() / off->bestCpu() - 1.0) * 100.0);
+  }
+}
+
+// Whether a filter is one of the comma-separated names or keys of ZV_BENCH_FILTERS
+// (any case); every filter when it is unset.
+bool chosen(const FilterRow& row) {
+  const char* v = std::getenv("ZV_BENCH_FILTERS");
+  if (!v || !*v) return true;
+  const auto lower = [](std::string_view t) {
+    std::string l(t);
+    for (char& ch : l) ch = static_cast<char>(std::tolower(static_cast<unsigned char>(ch)));
+    return l;
+  };
+  const std::string list = lower(v);
+  for (std::size_t at = 0; at <= list.size();) {
+    std::size_t end = list.find(',', at);
+    if (end == std::string::npos) end = list.size();
+    const std::string word = list.substr(at, end - at);
+    if (word == lower(row.name) || word == lower(row.key)) return true;
+    at = end + 1;
+  }
+  return false;
+}
+
+// The table of all filters: the filter with progress on, as the programs run it,
+// against the plain line read of its own capture in the same run.
+void printTable(const std::vector<FilterResult>& filters) {
+  std::printf("\n  %-8s %10s %9s %8s %10s %12s %8s   %-10s %-12s\n", "filter", "capture MB", "records", "MB/s",
+              "x getline", "x LineReader", "peak MB", ">=150 MB/s", "<=4x getline");
+  for (const FilterResult& f : filters) {
+    const CaseResult* on = find(f.cases, "/filter/progress_on");
+    const CaseResult* getlineRead = find(f.cases, "/read/getline");
+    const CaseResult* lineReader = find(f.cases, "/read/LineReader");
+    std::printf("  %-8s %10.1f %9lld ", f.row->name, static_cast<double>(f.capture.bytes) / kMiB,
+                static_cast<long long>(f.capture.records));
+    if (!on) {
+      std::printf("%8s %10s %12s %8s   %-10s %-12s\n", "-", "-", "-", "-", "-", "-");
+      continue;
+    }
+    const auto ratioText = [&](const CaseResult* read) {
+      if (!read) return std::string("-");
+      char text[32];
+      std::snprintf(text, sizeof text, "%.2f", on->best() / read->best());
+      return std::string(text);
+    };
+    const char* ratioVerdict = !getlineRead                                         ? "-"
+                               : on->best() / getlineRead->best() <= kTargetRatio ? "met"
+                                                                                   : "MISSED";
+    std::printf("%8.1f %10s %12s %8.1f   %-10s %-12s\n", on->mbPerSecond(), ratioText(getlineRead).c_str(),
+                ratioText(lineReader).c_str(), static_cast<double>(on->peakKb) / 1024.0,
+                on->mbPerSecond() >= kTargetFilterMBs ? "met" : "MISSED", ratioVerdict);
+  }
 }
 
 }  // namespace
@@ -458,11 +593,26 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   const std::regex only(argc > 1 ? argv[1] : ".*");
 
-  const int64_t mb = envInt("ZV_BENCH_MB", 256);
+  const int64_t mb = envInt("ZV_BENCH_MB", 100);
   const int64_t reps = envInt("ZV_BENCH_REPS", 3);
   gSetup.showProgress = envFlag("ZV_BENCH_PROGRESS") && ::isatty(STDERR_FILENO);
-  for (const Case& c : kCases)
-    benchmark::RegisterBenchmark(c.name, c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+  // The filters to run, and the names of their cases that the pattern picks.
+  std::vector<std::pair<const FilterRow*, std::vector<std::string>>> plan;
+  for (const FilterRow& row : kFilters) {
+    if (!chosen(row)) continue;
+    std::vector<std::string> names;
+    for (const Case& c : kCases) {
+      const std::string name = caseName(row, c);
+      if (!std::regex_search(name, only)) continue;
+      benchmark::RegisterBenchmark(name.c_str(), c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+      names.push_back(name);
+    }
+    if (!names.empty()) plan.emplace_back(&row, std::move(names));
+  }
+  if (plan.empty()) {
+    std::fprintf(stderr, "no case of any filter is picked\n");
+    return 2;
+  }
 
   const char* tmp = std::getenv("ZV_BENCH_DIR");
   if (!tmp || !*tmp) tmp = std::getenv("TMPDIR");
@@ -472,92 +622,89 @@ int main(int argc, char** argv) {
     return 2;
   }
   gSetup.dir = pattern;
+  const bool keep = envFlag("ZV_BENCH_KEEP");
 
-  std::printf("Zorvanta DIALOG filter benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
+  std::printf("Zorvanta line filter benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
   if (std::string_view(ZV_BENCH_BUILD_TYPE) != "Release")
     std::printf("  note: not a Release build; the figures do not stand for the program\n");
-  if (mb < 200) std::printf("  note: a capture below 200 MB is for trying the benchmark, not for its figures\n");
+  if (mb < 100) std::printf("  note: a capture below 100 MB is for trying the benchmark, not for its figures\n");
+  std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes\n",
+              static_cast<long long>(reps));
   std::fflush(stdout);
 
-  const auto genStart = std::chrono::steady_clock::now();
-  try {
-    gSetup.capture = zv::bench::WriteSyntheticCapture(gSetup.dir + "/capture.log", mb * 1024 * 1024);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "%s\n", e.what());
-    std::filesystem::remove_all(gSetup.dir);
-    return 2;
-  }
-  const double genSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - genStart).count();
-  const SyntheticCapture& cap = gSetup.capture;
-  std::printf("  capture: %s\n  %.1f MB, %lld lines, %lld records, %lld .FSC lines (written in %.1f s)\n",
-              cap.path.c_str(), static_cast<double>(cap.bytes) / kMiB, static_cast<long long>(cap.lines),
-              static_cast<long long>(cap.records), static_cast<long long>(cap.fscLines), genSeconds);
-  const long baselineKb = currentRssKb();
-  std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes\n"
-              "  resident memory of this process before the cases: %.1f MB\n\n",
-              static_cast<long long>(reps), static_cast<double>(baselineKb) / 1024.0);
-
-  std::printf("  %-24s %9s %9s %9s %9s %10s\n", "case", "best s", "median s", "cpu s", "MB/s", "peak RSS");
-  std::vector<CaseResult> results;
+  std::vector<FilterResult> filters;
   bool failed = false;
-  for (const Case& c : kCases) {
-    if (!std::regex_search(c.name, only)) continue;
-    results.push_back(runCaseInChild(c));
-    const CaseResult& r = results.back();
-    if (r.ok()) {
-      std::printf("  %-24s %9.3f %9.3f %9.3f %9.1f %7.1f MB\n", r.name.c_str(), r.best(), r.median(), r.bestCpu(),
-                  r.mbPerSecond(), static_cast<double>(r.peakKb) / 1024.0);
-    } else {
-      failed = true;
-      std::printf("  %-24s FAILED: %s\n", r.name.c_str(), r.error.c_str());
+  for (const auto& [row, names] : plan) {
+    gSetup.row = row;
+    const auto genStart = std::chrono::steady_clock::now();
+    try {
+      gSetup.capture = row->writeCapture(gSetup.dir + "/" + row->key + ".log", mb * 1024 * 1024);
+    } catch (const std::exception& e) {
+      std::fprintf(stderr, "%s\n", e.what());
+      std::filesystem::remove_all(gSetup.dir);
+      return 2;
     }
-    std::fflush(stdout);
+    const double genSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - genStart).count();
+    const SyntheticCapture& cap = gSetup.capture;
+    std::printf("\n%s\n  capture: %s\n  %.1f MB, %lld lines, %lld records, %lld .FSC lines (written in %.1f s)\n",
+                row->name, cap.path.c_str(), static_cast<double>(cap.bytes) / kMiB, static_cast<long long>(cap.lines),
+                static_cast<long long>(cap.records), static_cast<long long>(cap.fscLines), genSeconds);
+    std::printf("  resident memory of this process before the cases: %.1f MB\n\n",
+                static_cast<double>(currentRssKb()) / 1024.0);
+    std::printf("  %-30s %9s %9s %9s %9s %10s\n", "case", "best s", "median s", "cpu s", "MB/s", "peak RSS");
+    FilterResult result{row, cap, {}};
+    for (const std::string& name : names) {
+      result.cases.push_back(runCaseInChild(name));
+      const CaseResult& r = result.cases.back();
+      if (r.ok()) {
+        std::printf("  %-30s %9.3f %9.3f %9.3f %9.1f %7.1f MB\n", r.name.c_str(), r.best(), r.median(), r.bestCpu(),
+                    r.mbPerSecond(), static_cast<double>(r.peakKb) / 1024.0);
+      } else {
+        failed = true;
+        std::printf("  %-30s FAILED: %s\n", r.name.c_str(), r.error.c_str());
+      }
+      std::fflush(stdout);
+    }
+    printFigures(result.cases);
+    filters.push_back(std::move(result));
+    // One capture on disk at a time, unless they are to be kept.
+    if (!keep) std::filesystem::remove(cap.path);
   }
 
-  const CaseResult* lineReader = find(results, "read/LineReader");
-  const CaseResult* getlineRead = find(results, "read/getline");
-  const CaseResult* off = find(results, "filter/progress_off");
-  const CaseResult* on = find(results, "filter/progress_on");
-  std::printf("\n  figures from the best repetition of each case (wall clock unless marked CPU)\n");
-  if (off && lineReader) {
-    std::printf("  filter (progress off) / LineReader time:      %6.2fx\n", off->best() / lineReader->best());
-    if (on) std::printf("  filter (progress on) / LineReader time:       %6.2fx\n", on->best() / lineReader->best());
-  }
-  if (on && lineReader)
-    std::printf("  filter (progress on) / LineReader CPU time:   %6.2fx\n", on->bestCpu() / lineReader->bestCpu());
-  if (off && getlineRead)
-    std::printf("  filter (progress off) / std::getline time:    %6.2fx\n", off->best() / getlineRead->best());
-  const CaseResult* copy = find(results, "write/copy_lines");
-  if (off && copy)
-    std::printf("  filter (progress off) / line copy time:       %6.2fx\n", off->best() / copy->best());
-  if (off && on) {
-    std::printf("  progress reporting overhead (best):           %+6.1f %%\n", (on->best() / off->best() - 1.0) * 100.0);
-    std::printf("  progress reporting overhead (median):         %+6.1f %%\n",
-                (on->median() / off->median() - 1.0) * 100.0);
-    std::printf("  progress reporting overhead (best CPU time):  %+6.1f %%\n",
-                (on->bestCpu() / off->bestCpu() - 1.0) * 100.0);
-  }
+  std::printf("\nAll filters, from the best repetition of each case (filter with progress on)\n");
+  printTable(filters);
 
   std::printf("\n  targets\n");
-  if (on) printVerdict("filter, progress on", on->mbPerSecond(), "MB/s", ">= 150", on->mbPerSecond() >= kTargetFilterMBs);
-  if (off) printVerdict("filter, progress off", off->mbPerSecond(), "MB/s", ">= 150", off->mbPerSecond() >= kTargetFilterMBs);
-  // The plain buffered read of a capture's lines is std::getline from an ifstream. The
-  // program's own LineReader is faster than that, so the ratio to it is shown too, as
-  // the stricter figure.
-  if (on && getlineRead)
-    printVerdict("filter (progress on) / std::getline", on->best() / getlineRead->best(), "x", "<= 4",
-                 on->best() / getlineRead->best() <= kTargetRatio);
-  if (on && lineReader)
-    printVerdict("filter (progress on) / LineReader", on->best() / lineReader->best(), "x", "<= 4",
-                 on->best() / lineReader->best() <= kTargetRatio);
-  for (const CaseResult* r : {off, on}) {
-    if (!r) continue;
-    const double peak = static_cast<double>(r->peakKb) / 1024.0;
-    printVerdict((r->name + " peak RSS").c_str(), peak, "MB", "< 32", peak < kTargetPeakMB);
+  for (const FilterResult& f : filters) {
+    const CaseResult* on = find(f.cases, "/filter/progress_on");
+    const CaseResult* off = find(f.cases, "/filter/progress_off");
+    const CaseResult* getlineRead = find(f.cases, "/read/getline");
+    const CaseResult* lineReader = find(f.cases, "/read/LineReader");
+    const std::string name = f.row->name;
+    if (on)
+      printVerdict((name + " filter, progress on").c_str(), on->mbPerSecond(), "MB/s", ">= 150",
+                   on->mbPerSecond() >= kTargetFilterMBs);
+    if (off)
+      printVerdict((name + " filter, progress off").c_str(), off->mbPerSecond(), "MB/s", ">= 150",
+                   off->mbPerSecond() >= kTargetFilterMBs);
+    // The plain buffered read of a capture's lines is std::getline from an ifstream. The
+    // program's own LineReader is faster than that, so the ratio to it is shown too, as
+    // the stricter figure.
+    if (on && getlineRead)
+      printVerdict((name + " (progress on) / std::getline").c_str(), on->best() / getlineRead->best(), "x", "<= 4",
+                   on->best() / getlineRead->best() <= kTargetRatio);
+    if (on && lineReader)
+      printVerdict((name + " (progress on) / LineReader").c_str(), on->best() / lineReader->best(), "x", "<= 4",
+                   on->best() / lineReader->best() <= kTargetRatio);
+    for (const CaseResult* r : {off, on}) {
+      if (!r) continue;
+      const double peak = static_cast<double>(r->peakKb) / 1024.0;
+      printVerdict((r->name + " peak RSS").c_str(), peak, "MB", "< 32", peak < kTargetPeakMB);
+    }
   }
   std::printf("  (peak memory must not grow with the input: compare runs at two ZV_BENCH_MB sizes)\n");
 
-  if (envFlag("ZV_BENCH_KEEP")) {
+  if (keep) {
     std::printf("\n  kept %s\n", gSetup.dir.c_str());
   } else {
     std::error_code ec;

@@ -38,6 +38,11 @@ void FilterFrame::writeText(std::string_view line) {
   UpdateIndex();
 }
 
+void FilterFrame::writeText(std::string_view line, int64_t countedLength) {
+  pro_.line(line);
+  updateIndex(countedLength);
+}
+
 void FilterFrame::writeLabel() {
   pro_.line(sLabel);
   UpdateIndex();
@@ -51,6 +56,10 @@ void FilterFrame::writeLabel() {
 //  3. count the printed line's bytes: the label's if this pass labelled, else gsLine's;
 //  4. remember which record was indexed last.
 void FilterFrame::UpdateIndex() {
+  updateIndex(static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : job.gsLine.size()));
+}
+
+void FilterFrame::updateIndex(int64_t countedLength) {
   add32(job.glOutLine, 1);
   IndexRec& rec = job.gIndexRec;
   if (job.glRecNum != lLastIndexed && iJustLabelled == -1) {
@@ -69,8 +78,7 @@ void FilterFrame::UpdateIndex() {
       ndx_.put(job.glRecNum - 1, rec);
     }
   }
-  const std::size_t printed = iJustLabelled == -1 ? sLabel.size() : job.gsLine.size();
-  add32(lOutBytes, static_cast<int64_t>(printed) + 2);
+  add32(lOutBytes, countedLength + 2);
   lLastIndexed = job.glRecNum;
 }
 

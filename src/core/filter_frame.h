@@ -64,6 +64,9 @@ class FilterFrame {
   void writeBlank();
   // A text line to the .PRO, then UpdateIndex.
   void writeText(std::string_view line);
+  // The same, but UpdateIndex counts `countedLength` bytes for the line in place of
+  // gsLine's length: for a filter whose byte count differs from what it prints.
+  void writeText(std::string_view line, int64_t countedLength);
   // Adds 1 to glRecNum, prints "Record - N" as sLabel and runs UpdateIndex with
   // iJustLabelled at -1 (the caller sets it), then shows the record odometer after the
   // caller's own blank lines: see FilterDialogAll for the order.
@@ -81,6 +84,8 @@ class FilterFrame {
 
  private:
   friend JobOutcome RunLineFilter(JobState&, JobHost&, const FilterInfo&, LineFilter&);
+
+  void updateIndex(int64_t countedLength);
 
   std::unique_ptr<LineReader> in_;
   TextOut pro_;

@@ -1,0 +1,118 @@
+// What the capture generators share: a portable random source and a buffered writer
+// of CR LF lines that streams to disk, so a capture of any size needs little memory.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+namespace zv::bench {
+
+// splitmix64: small, fast and the same on every platform, so a size always gives the
+// same file.
+class CaptureRng {
+ public:
+  explicit CaptureRng(uint64_t seed) : state_(seed) {}
+  uint64_t next() {
+    uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+    return z ^ (z >> 31);
+  }
+  uint32_t below(uint32_t n) { return static_cast<uint32_t>(next() % n); }
+  uint32_t between(uint32_t lo, uint32_t hi) { return lo + below(hi - lo + 1); }
+  bool chance(uint32_t perThousand) { return below(1000) < perThousand; }
+  template <typename T, std::size_t N>
+  const T& pick(const std::array<T, N>& a) { return a[below(N)]; }
+
+ private:
+  uint64_t state_;
+};
+
+// snprintf into a std::string, for the short lines of a capture.
+template <typename... Args>
+std::string CaptureFormat(const char* fmt, Args... args) {
+  char buf[256];
+  const int n = std::snprintf(buf, sizeof buf, fmt, args...);
+  return std::string(buf, static_cast<std::size_t>(n < 0 ? 0 : n));
+}
+
+// CR LF lines to a file through a 1 MB buffer. finish() puts them on disk (fsync), so
+// that no write-back of the capture runs beside a timed case.
+class CaptureStream {
+ public:
+  explicit CaptureStream(const std::string& path) : path_(path) {
+    out_ = std::fopen(path.c_str(), "wb");
+    if (!out_) throw std::runtime_error("cannot create " + path);
+    buf_.reserve(kFlushAt + 4096);
+  }
+  ~CaptureStream() {
+    if (out_) std::fclose(out_);
+  }
+  CaptureStream(const CaptureStream&) = delete;
+  CaptureStream& operator=(const CaptureStream&) = delete;
+
+  void line(std::string_view s) {
+    buf_.append(s);
+    buf_.append("\r\n");
+    ++lines_;
+    if (buf_.size() >= kFlushAt) flush();
+  }
+  void blank() { line({}); }
+
+  int64_t bytes() const { return written_ + static_cast<int64_t>(buf_.size()); }
+  int64_t lines() const { return lines_; }
+
+  void finish() {
+    flush();
+    const bool ok = std::fflush(out_) == 0 && ::fsync(::fileno(out_)) == 0;
+    const bool closed = std::fclose(out_) == 0;
+    out_ = nullptr;
+    if (!ok || !closed) throw std::runtime_error("cannot write " + path_);
+  }
+
+ private:
+  static constexpr std::size_t kFlushAt = 1 << 20;
+
+  void flush() {
+    if (!buf_.empty() && std::fwrite(buf_.data(), 1, buf_.size(), out_) != buf_.size())
+      throw std::runtime_error("cannot write " + path_);
+    written_ += static_cast<int64_t>(buf_.size());
+    buf_.clear();
+  }
+
+  std::string path_;
+  std::FILE* out_ = nullptr;
+  std::string buf_;
+  int64_t written_ = 0;
+  int64_t lines_ = 0;
+};
+
+// A pool of lines of running text, 40 to 76 characters, built from `words`. A few hold
+// a Latin-1 letter or a tab, as captures do, so that the line cleaning has work.
+template <std::size_t N>
+std::vector<std::string> CaptureTextPool(CaptureRng& rng, const std::array<std::string_view, N>& words,
+                                         std::size_t count) {
+  std::vector<std::string> pool;
+  pool.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    std::string s;
+    const std::size_t width = rng.between(40, 76);
+    while (s.size() < width) {
+      if (!s.empty()) s += ' ';
+      s += rng.pick(words);
+    }
+    if (rng.chance(10)) s[s.size() / 2] = '\xE9';
+    if (rng.chance(5)) s[s.size() / 3] = '\t';
+    pool.push_back(std::move(s));
+  }
+  return pool;
+}
+
+}  // namespace zv::bench

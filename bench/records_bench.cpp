@@ -1,0 +1,431 @@
+// BuildIndex beside a plain line read of the same .PRO, its peak memory at two file
+// sizes, and random record access through the index.
+//
+// A plain main() in the manner of filter_bench: it makes the files first (a DIALOG
+// capture filtered by FilterDialogAll into a .PRO of at least ZV_BENCH_PRO_MB, a small
+// .PRO for the memory comparison, and a .PRO of exactly ZV_BENCH_RECORDS records with
+// its index), then runs every case in a child process of its own, timed by Google
+// Benchmark, so that the peak resident memory wait4() reports belongs to that case.
+#include <benchmark/benchmark.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "core/index_rec.h"
+#include "core/job_host.h"
+#include "core/job_state.h"
+#include "core/line_reader.h"
+#include "core/text_out.h"
+#include "filters/dialog_all.h"
+#include "records/build_index.h"
+#include "records/record_file.h"
+#include "synthetic_capture.h"
+
+#ifndef ZV_BENCH_BUILD_TYPE
+#define ZV_BENCH_BUILD_TYPE "unknown"
+#endif
+
+namespace {
+
+constexpr double kMiB = 1024.0 * 1024.0;
+constexpr double kTargetRatio = 3.0;     // BuildIndex at no less than 1/3 of the line read's speed
+constexpr double kTargetFlatMB = 4.0;    // peak memory of the large and the small build may differ by this
+
+struct RecordFile {
+  std::string pro, ndx;
+  int64_t bytes = 0, lines = 0, records = 0;
+};
+
+struct Setup {
+  std::string dir;
+  RecordFile large, small, access;
+  int64_t accesses = 0;
+};
+Setup gSetup;
+
+int64_t envInt(const char* name, int64_t fallback) {
+  const char* v = std::getenv(name);
+  if (!v || !*v) return fallback;
+  char* end = nullptr;
+  const long long n = std::strtoll(v, &end, 10);
+  return (end && *end == '\0' && n > 0) ? n : fallback;
+}
+
+int64_t fileBytes(const std::string& path) {
+  std::error_code ec;
+  const auto n = std::filesystem::file_size(path, ec);
+  return ec ? -1 : static_cast<int64_t>(n);
+}
+
+// Lines and labels of a .PRO, counted once at setup to check the cases by.
+void count(RecordFile& f) {
+  zv::LineReader in(f.pro);
+  std::string line;
+  while (in.readLine(line)) {
+    ++f.lines;
+    if (line.starts_with("Record - ")) ++f.records;
+  }
+  f.bytes = fileBytes(f.pro);
+}
+
+class QuietHost : public zv::JobHost {
+ public:
+  explicit QuietHost(std::string capture) : capture_(std::move(capture)) {}
+  void GetInputFile(zv::JobState& job, std::string_view) override {
+    zv::Message m;
+    if (!zv::CheckInputFile(job, capture_, m)) job.giCancelOpen = 1;
+  }
+
+ private:
+  std::string capture_;
+};
+
+// A .PRO from FilterDialogAll on a synthetic DIALOG capture of `captureBytes`.
+RecordFile filteredPro(const std::string& stem, int64_t captureBytes) {
+  const std::string capture = gSetup.dir + "/" + stem + ".log";
+  zv::bench::WriteSyntheticCapture(capture, captureBytes);
+  zv::JobState job;
+  job.outDir = gSetup.dir;
+  QuietHost host(capture);
+  if (zv::FilterDialogAll(job, host) != zv::JobOutcome::Done) throw std::runtime_error("the filter did not finish");
+  std::filesystem::remove(capture);
+  std::filesystem::remove(gSetup.dir + "/" + stem + ".FSC");
+  RecordFile f{gSetup.dir + "/" + stem + ".PRO", gSetup.dir + "/" + stem + ".NDX"};
+  std::filesystem::remove(f.ndx);  // each BuildIndex case makes its own
+  count(f);
+  return f;
+}
+
+// A .PRO of exactly `records` records of one to eight text lines, and its index.
+RecordFile plainPro(const std::string& stem, int64_t records) {
+  RecordFile f{gSetup.dir + "/" + stem + ".PRO", gSetup.dir + "/" + stem + ".NDX"};
+  {
+    zv::TextOut out(f.pro);
+    std::mt19937 random(7);
+    const std::string text(120, 't');
+    for (int64_t k = 1; k <= records; ++k) {
+      out.line("Record - " + std::to_string(k));
+      out.blank();
+      for (uint32_t i = 0, n = 1 + random() % 8; i < n; ++i) out.line(std::string_view(text).substr(0, 20 + random() % 100));
+      out.blank();
+    }
+    out.close();
+  }
+  zv::JobState job;
+  job.gsProFile = f.pro;
+  job.gsIndexFile = f.ndx;
+  zv::IndexProgress quiet;
+  if (zv::BuildIndex(job, quiet) != zv::IndexOutcome::Built) throw std::runtime_error("no index of " + f.pro);
+  count(f);
+  return f;
+}
+
+void checkLines(benchmark::State& state, const RecordFile& f, int64_t lines) {
+  if (lines != f.lines)
+    state.SkipWithError(("read " + std::to_string(lines) + " lines, expected " + std::to_string(f.lines)).c_str());
+}
+
+// --- cases -------------------------------------------------------------------------
+
+// The plain buffered line read: std::getline from an ifstream.
+void readGetline(benchmark::State& state) {
+  for (auto _ : state) {
+    std::ifstream in(gSetup.large.pro, std::ios::binary);
+    std::string line;
+    int64_t lines = 0;
+    std::size_t chars = 0;
+    while (std::getline(in, line)) {
+      ++lines;
+      chars += line.size();
+    }
+    benchmark::DoNotOptimize(chars);
+    checkLines(state, gSetup.large, lines);
+  }
+}
+
+// The program's own line read, which BuildIndex is built on.
+void readLineReader(benchmark::State& state) {
+  for (auto _ : state) {
+    zv::LineReader in(gSetup.large.pro);
+    std::string line;
+    int64_t lines = 0;
+    std::size_t chars = 0;
+    while (in.readLine(line)) {
+      ++lines;
+      chars += line.size();
+    }
+    benchmark::DoNotOptimize(chars);
+    checkLines(state, gSetup.large, lines);
+  }
+}
+
+// Progress as frmIndexing takes it: every line and every label reach the host.
+struct CountingProgress : zv::IndexProgress {
+  void indexLine(int32_t n) override { lines = n; }
+  void indexRecord(int32_t n) override { records = n; }
+  int32_t lines = 0, records = 0;
+};
+
+void buildIndex(benchmark::State& state, const RecordFile& f) {
+  for (auto _ : state) {
+    zv::JobState job;
+    job.gsProFile = f.pro;
+    job.gsIndexFile = f.ndx;
+    CountingProgress progress;
+    const zv::IndexOutcome outcome = zv::BuildIndex(job, progress);
+    state.PauseTiming();
+    if (outcome != zv::IndexOutcome::Built || progress.lines != f.lines || progress.records != f.records ||
+        fileBytes(f.ndx) != f.records * static_cast<int64_t>(zv::kIndexRecLen))
+      state.SkipWithError("BuildIndex did not index every record");
+    std::filesystem::remove(f.ndx);
+    state.ResumeTiming();
+  }
+}
+void buildIndexLarge(benchmark::State& state) { buildIndex(state, gSetup.large); }
+void buildIndexSmall(benchmark::State& state) { buildIndex(state, gSetup.small); }
+
+// Random records, each one index read and one .PRO read. `sifterPath` opens and closes
+// both files around every record, as the sifter's display does; otherwise both stay
+// open, as a batch tool holds them.
+void randomAccess(benchmark::State& state, bool sifterPath) {
+  const RecordFile& f = gSetup.access;
+  std::mt19937 random(11);
+  std::uniform_int_distribution<int32_t> pick(1, static_cast<int32_t>(f.records));
+  for (auto _ : state) {
+    std::size_t bytes = 0;
+    if (sifterPath) {
+      for (int64_t i = 0; i < gSetup.accesses; ++i) {
+        const int32_t k = pick(random);
+        const zv::IndexRec rec = zv::GetIndexRec(f.ndx, k);
+        zv::RecordReader pro(f.pro);
+        bytes += pro.readDisplay(k, rec).bytes.size();
+      }
+    } else {
+      zv::IndexFile ndx;
+      ndx.openRead(f.ndx);
+      zv::RecordReader pro(f.pro);
+      for (int64_t i = 0; i < gSetup.accesses; ++i) {
+        const int32_t k = pick(random);
+        bytes += pro.readDisplay(k, ndx.get(k)).bytes.size();
+      }
+    }
+    benchmark::DoNotOptimize(bytes);
+    if (bytes == 0) state.SkipWithError("no record text read");
+  }
+  state.counters["records_per_s"] =
+      benchmark::Counter(static_cast<double>(gSetup.accesses) * static_cast<double>(state.iterations()),
+                         benchmark::Counter::kIsRate);
+}
+void accessSifterPath(benchmark::State& state) { randomAccess(state, true); }
+void accessHeldOpen(benchmark::State& state) { randomAccess(state, false); }
+
+// --- one child process per case ------------------------------------------------
+
+struct Case {
+  const char* name;
+  void (*fn)(benchmark::State&);
+};
+
+constexpr Case kCases[] = {
+    {"read/getline", readGetline},          {"read/LineReader", readLineReader},
+    {"index/BuildIndex", buildIndexLarge},  {"index/BuildIndex_small", buildIndexSmall},
+    {"access/sifter_path", accessSifterPath}, {"access/held_open", accessHeldOpen},
+};
+
+class CollectingReporter final : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context&) override { return true; }
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      if (run.error_occurred) {
+        error = run.error_message.empty() ? "failed" : run.error_message;
+        continue;
+      }
+      seconds.push_back(run.real_accumulated_time / static_cast<double>(std::max<int64_t>(run.iterations, 1)));
+    }
+  }
+  std::vector<double> seconds;
+  std::string error;
+};
+
+struct CaseResult {
+  std::string name;
+  std::vector<double> seconds;
+  long peakKb = 0;
+  std::string error;
+  bool ok() const { return error.empty() && !seconds.empty(); }
+  double best() const { return *std::min_element(seconds.begin(), seconds.end()); }
+};
+
+CaseResult runCaseInChild(const Case& c) {
+  CaseResult result{c.name, {}, 0, {}};
+  int fds[2];
+  if (::pipe(fds) != 0) return {c.name, {}, 0, std::strerror(errno)};
+  std::fflush(nullptr);
+  const pid_t pid = ::fork();
+  if (pid < 0) return {c.name, {}, 0, std::strerror(errno)};
+  if (pid == 0) {
+    ::close(fds[0]);
+    CollectingReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + std::string(c.name) + "(/|$)");
+    std::string report;
+    for (double s : reporter.seconds) report += "s " + std::to_string(s) + "\n";
+    if (!reporter.error.empty()) report += "e " + reporter.error + "\n";
+    for (std::size_t at = 0; at < report.size();) {
+      const ssize_t w = ::write(fds[1], report.data() + at, report.size() - at);
+      if (w <= 0) break;
+      at += static_cast<std::size_t>(w);
+    }
+    ::_exit(0);  // the parent owns the temporary folder
+  }
+  ::close(fds[1]);
+  std::string report;
+  char buf[4096];
+  ssize_t n;
+  while ((n = ::read(fds[0], buf, sizeof buf)) > 0 || (n < 0 && errno == EINTR))
+    if (n > 0) report.append(buf, static_cast<std::size_t>(n));
+  ::close(fds[0]);
+  int status = 0;
+  struct rusage usage {};
+  while (::wait4(pid, &status, 0, &usage) < 0 && errno == EINTR) {
+  }
+  result.peakKb = usage.ru_maxrss;
+  std::size_t at = 0;
+  while (at < report.size()) {
+    std::size_t end = report.find('\n', at);
+    if (end == std::string::npos) end = report.size();
+    const std::string line = report.substr(at, end - at);
+    if (line.rfind("s ", 0) == 0) result.seconds.push_back(std::stod(line.substr(2)));
+    if (line.rfind("e ", 0) == 0) result.error = line.substr(2);
+    at = end + 1;
+  }
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) result.error = "the case's process failed";
+  if (result.error.empty() && result.seconds.empty()) result.error = "no timing";
+  return result;
+}
+
+const CaseResult* find(const std::vector<CaseResult>& results, std::string_view name) {
+  for (const auto& r : results)
+    if (r.name == name && r.ok()) return &r;
+  return nullptr;
+}
+
+void printVerdict(const char* what, double value, const char* unit, const char* target, bool met) {
+  std::printf("  %-44s %11.2f %-5s %-12s %s\n", what, value, unit, target, met ? "met" : "MISSED");
+}
+
+void describe(const char* what, const RecordFile& f) {
+  std::printf("  %-8s %s\n           %.1f MB, %lld lines, %lld records\n", what, f.pro.c_str(),
+              static_cast<double>(f.bytes) / kMiB, static_cast<long long>(f.lines), static_cast<long long>(f.records));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  const std::regex only(argc > 1 ? argv[1] : ".*");
+  const int64_t proMb = envInt("ZV_BENCH_PRO_MB", 512);
+  const int64_t reps = envInt("ZV_BENCH_REPS", 3);
+  const int64_t records = envInt("ZV_BENCH_RECORDS", 1'000'000);
+  gSetup.accesses = envInt("ZV_BENCH_ACCESSES", 200'000);
+  for (const Case& c : kCases)
+    benchmark::RegisterBenchmark(c.name, c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+
+  const char* tmp = std::getenv("ZV_BENCH_DIR");
+  if (!tmp || !*tmp) tmp = std::getenv("TMPDIR");
+  std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/zv-records-bench-XXXXXX";
+  if (!::mkdtemp(pattern.data())) {
+    std::fprintf(stderr, "cannot make a folder from %s: %s\n", pattern.c_str(), std::strerror(errno));
+    return 2;
+  }
+  gSetup.dir = pattern;
+
+  std::printf("Zorvanta record file benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
+  if (std::string_view(ZV_BENCH_BUILD_TYPE) != "Release")
+    std::printf("  note: not a Release build; the figures do not stand for the program\n");
+  if (proMb < 500) std::printf("  note: a .PRO below 500 MB is for trying the benchmark, not for its figures\n");
+  std::fflush(stdout);
+  const auto setupStart = std::chrono::steady_clock::now();
+  try {
+    // The filter keeps most of a capture: start a little above the target and grow.
+    for (int64_t capture = proMb * 9 / 8; gSetup.large.bytes < proMb * 1024 * 1024; capture = capture * 5 / 4)
+      gSetup.large = filteredPro("large", capture * 1024 * 1024);
+    gSetup.small = filteredPro("small", std::max<int64_t>(proMb / 8, 16) * 1024 * 1024);
+    gSetup.access = plainPro("access", records);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "%s\n", e.what());
+    std::filesystem::remove_all(gSetup.dir);
+    return 2;
+  }
+  std::printf("  files made in %.1f s\n",
+              std::chrono::duration<double>(std::chrono::steady_clock::now() - setupStart).count());
+  describe("large", gSetup.large);
+  describe("small", gSetup.small);
+  describe("access", gSetup.access);
+  std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes;\n"
+              "  %lld random records per access run\n\n",
+              static_cast<long long>(reps), static_cast<long long>(gSetup.accesses));
+
+  std::printf("  %-24s %9s %12s %10s\n", "case", "best s", "rate", "peak RSS");
+  std::vector<CaseResult> results;
+  bool failed = false;
+  for (const Case& c : kCases) {
+    if (!std::regex_search(c.name, only)) continue;
+    results.push_back(runCaseInChild(c));
+    const CaseResult& r = results.back();
+    if (!r.ok()) {
+      failed = true;
+      std::printf("  %-24s FAILED: %s\n", r.name.c_str(), r.error.c_str());
+      continue;
+    }
+    const bool access = r.name.rfind("access/", 0) == 0;
+    const RecordFile& f = r.name == "index/BuildIndex_small" ? gSetup.small : gSetup.large;
+    const double rate = access ? static_cast<double>(gSetup.accesses) / r.best()
+                               : static_cast<double>(f.bytes) / kMiB / r.best();
+    std::printf("  %-24s %9.3f %10.0f %s %7.1f MB\n", r.name.c_str(), r.best(), rate, access ? "rec/s" : " MB/s",
+                static_cast<double>(r.peakKb) / 1024.0);
+    std::fflush(stdout);
+  }
+
+  const CaseResult* getlineRead = find(results, "read/getline");
+  const CaseResult* lineReader = find(results, "read/LineReader");
+  const CaseResult* large = find(results, "index/BuildIndex");
+  const CaseResult* small = find(results, "index/BuildIndex_small");
+  std::printf("\n  targets (best repetition of each case, wall clock)\n");
+  // Speed is the file's bytes over the time, so the speed ratio is the time ratio upside down.
+  if (large && getlineRead) {
+    const double speed = getlineRead->best() / large->best();
+    printVerdict("BuildIndex speed / std::getline speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+  }
+  if (large && lineReader) {
+    const double speed = lineReader->best() / large->best();
+    printVerdict("BuildIndex speed / LineReader speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+  }
+  if (large && small) {
+    const double grow = static_cast<double>(large->peakKb - small->peakKb) / 1024.0;
+    std::printf("  BuildIndex peak RSS: %.1f MB on %.0f MB, %.1f MB on %.0f MB\n",
+                static_cast<double>(large->peakKb) / 1024.0, static_cast<double>(gSetup.large.bytes) / kMiB,
+                static_cast<double>(small->peakKb) / 1024.0, static_cast<double>(gSetup.small.bytes) / kMiB);
+    printVerdict("BuildIndex peak RSS growth, large - small", grow, "MB", "< 4 (flat)", grow < kTargetFlatMB);
+  }
+
+  std::error_code ec;
+  std::filesystem::remove_all(gSetup.dir, ec);
+  benchmark::Shutdown();
+  return failed ? 1 : 0;
+}

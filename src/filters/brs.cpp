@@ -1,0 +1,95 @@
+// BRS filter: a document opens at its answer number alone in eight columns and ends
+// at the next one or at a prompt, cost or sign-off line of the service.
+#include "filters/brs.h"
+
+#include <string_view>
+
+#include "core/byte_scan.h"
+#include "core/error.h"
+#include "core/filter_frame.h"
+
+namespace zv {
+
+namespace {
+
+using sv = std::string_view;
+
+inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Exactly eight characters: blanks, then from the first digit on digits alone. So a
+// number of 1 to 8 digits right-justified in 8 columns, and nothing else.
+bool isStartLine(sv line) {
+  if (line.size() != 8) return false;
+  std::size_t p = 0;
+  while (p < line.size() && !isDigit(line[p])) ++p;
+  if (p == line.size()) return false;
+  for (std::size_t i = 0; i < p; ++i)
+    if (line[i] != ' ') return false;
+  for (std::size_t i = p; i < line.size(); ++i)
+    if (!isDigit(line[i])) return false;
+  return true;
+}
+
+// The service's prompts, answer counts, cost and sign-off lines: ten independent
+// tests, any one of which ends a document. Each text holds a "D", a ">" or a "*",
+// and one pass counts them, so that most lines of a document make no search at all
+// and the rest make only the searches their characters allow.
+bool isEndLine(sv line) {
+  const auto [ds, arrows, stars, colons] = CountBytes(line, {'D', '>', '*', ':'});
+  if (ds + arrows + stars == 0) return false;
+  if (ds && holds(line, "END OF ") && holds(line, " REQUEST")) return true;           // 1
+  if (ds && holds(line, "END OF DOCUMENTS IN LIST")) return true;                     // 2
+  if (arrows && holds(line, "ENTER ANSWER NUMBER-->")) return true;                   // 3
+  if (ds && holds(line, "ENTER SEARCH TERMS, COMMAND, OR ")) return true;             // 4
+  if (arrows && holds(line, "SEARCH  ") && holds(line, "--> ")) return true;          // 5
+  if (ds && holds(line, "DOCUMENTS FOUND") && holds(line, "ANSWER ")) return true;    // 6
+  if (stars && holds(line, "*CONNECT TIME  ")) return true;                           // 7
+  if (ds && colons && holds(line, "SESSION COST: ") && holds(line, "ESTIMATED")) return true;  // 8
+  if (stars && holds(line, "*SIGN OFF  ")) return true;                               // 9
+  return ds && holds(line, "BRS DISCONNECTED ");                                      // 10
+}
+
+class Brs final : public LineFilter {
+ public:
+  void afterCleaning(FilterFrame& f) override { f.iJustLabelled = 0; }
+
+  void onLine(FilterFrame& f) override {
+    JobState& job = f.job;
+    const sv line = job.gsLine;
+
+    if (isStartLine(line)) {
+      f.iJustLabelled = -1;
+      f.iInRecord = -1;
+      Add32(job.glRecNum, 1);
+      if (job.glRecNum > 1) f.writeBlank();  // the separator
+      f.sLabel = RecordLabel(job.glRecNum);
+      f.writeLabel();
+      f.writeBlank();
+      f.showRecordOdometer();
+    }
+
+    // The tests are independent; a start line never passes one of them.
+    if (isEndLine(line)) f.iInRecord = 0;
+
+    // Blank lines of the capture are dropped; a line of blanks is not blank.
+    if (f.iInRecord == -1) {
+      if (f.iJustLabelled == 0 && !line.empty()) f.writeText(line);
+      f.iJustLabelled = 0;
+    }
+  }
+
+  // A capture that breaks off inside a document gets its last line a second time.
+  void atEndOfInput(FilterFrame& f) override {
+    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
+  }
+};
+
+}  // namespace
+
+JobOutcome FilterBRS(JobState& job, JobHost& host) {
+  Brs filter;
+  return RunLineFilter(job, host, FilterInfo{kBrsTitle, false}, filter);
+}
+
+}  // namespace zv

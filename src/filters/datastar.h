@@ -1,0 +1,16 @@
+// Data-Star filter: the documents of a Data-Star search.
+#pragma once
+
+#include <string_view>
+
+#include "core/job_host.h"
+#include "core/job_state.h"
+
+namespace zv {
+
+inline constexpr std::string_view kDataStarTitle = "Filtering Data-Star Search";
+
+// Command 600. Writes gsBaseName .PRO and .NDX; no .FSC.
+JobOutcome FilterDataStar(JobState& job, JobHost& host);
+
+}  // namespace zv

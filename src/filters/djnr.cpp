@@ -1,0 +1,100 @@
+// DJN/R //TEXT filter: documents open at a DOCUMENT marker and close, mostly with a
+// blank line of their own, at an end notice, a command echo or a "Press ENTER".
+#include "filters/djnr.h"
+
+#include <string_view>
+
+#include "core/byte_scan.h"
+#include "core/error.h"
+#include "core/filter_frame.h"
+
+namespace zv {
+
+namespace {
+
+using sv = std::string_view;
+
+inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
+
+sv trimLeft(sv s) {
+  const auto first = s.find_first_not_of(' ');
+  return first == sv::npos ? sv{} : s.substr(first);
+}
+
+sv trimBoth(sv s) {
+  s = trimLeft(s);
+  return s.substr(0, s.find_last_not_of(' ') + 1);  // npos + 1 is 0: an empty s stays empty
+}
+
+// Holds "DOCUMENT=" or "  DOCUMENT  ", the two start markers; the start line itself is
+// never written, since it holds one. One search for the word, and its neighbours
+// looked at: a search for the blank-led marker would stop at every blank of the line.
+bool holdsMarker(sv line) {
+  constexpr sv kWord = "DOCUMENT";
+  for (auto at = line.find(kWord); at != sv::npos; at = line.find(kWord, at + 1)) {
+    const sv after = line.substr(at + kWord.size());
+    if (after.starts_with('=')) return true;
+    if (at >= 2 && line.substr(at - 2, 2) == "  " && after.starts_with("  ")) return true;
+  }
+  return false;
+}
+
+class Djnr final : public LineFilter {
+ public:
+  void onLine(FilterFrame& f) override {
+    JobState& job = f.job;
+    const sv line = job.gsLine;
+    // Which searches can find anything: both markers and every notice that is searched
+    // for hold an "E", and most body lines hold no "*" and no capital P.
+    const auto [capitalEs, stars, capitalPs, dots] = CountBytes(line, {'E', '*', 'P', '.'});
+    const bool marker = capitalEs && holdsMarker(line);
+
+    if (marker) {
+      f.iInRecord = -1;
+      Add32(job.glRecNum, 1);
+      f.sLabel = RecordLabel(job.glRecNum);
+      // Only the label's own UpdateIndex sees the flag set.
+      f.iJustLabelled = -1;
+      f.writeLabel();
+      f.iJustLabelled = 0;
+      f.writeBlank();
+      f.showRecordOdometer();
+    }
+
+    // The flag is looked at once, ahead of the whole row: a later test still runs, and
+    // still writes its blank line, after an earlier one has closed the record.
+    if (f.iInRecord == -1) {
+      const sv left = trimLeft(line);
+      const sv both = trimBoth(left);
+      auto close = [&](bool blank) {
+        f.iInRecord = 0;
+        if (blank) f.writeBlank();
+      };
+      if (stars && dots && holds(line, "* END OF DOCUMENT.")) close(true);                                 // 1
+      if (capitalEs && dots && holds(line, "End of document.")) close(true);                               // 2
+      if (both.size() == 3 && both.starts_with("..") && (both[2] == 'S' || both[2] == 's')) close(false);  // 3
+      if (both == "DOC+1") close(true);                                                                    // 4
+      if (line.starts_with("CURRENT ") && holds(line, "_") && holds(line, ":")) close(true);               // 5
+      if (capitalEs && holds(line, "End of documents in list")) close(true);                               // 6
+      if (left.starts_with("..")) close(true);                                                             // 7
+      if (left.starts_with("doc=")) close(true);                                                           // 8
+      if (capitalPs && capitalEs && holds(line, "Press ENTER")) close(false);                              // 9
+    }
+
+    if (f.iInRecord == -1 && !marker && !line.empty()) f.writeText(line);
+  }
+
+  // A capture that ends inside a document gets its last line a second time.
+  void atEndOfInput(FilterFrame& f) override {
+    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
+  }
+};
+
+}  // namespace
+
+JobOutcome FilterDJ(JobState& job, JobHost& host) {
+  Djnr filter;
+  return RunLineFilter(job, host, FilterInfo{kDjnrTitle, false}, filter);
+}
+
+}  // namespace zv

@@ -1,0 +1,105 @@
+// NLM filter: citations open at their number line and close at the service's
+// prompts, command echoes and status lines.
+#include "filters/nlm.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "core/byte_scan.h"
+#include "core/error.h"
+#include "core/filter_frame.h"
+
+namespace zv {
+
+namespace {
+
+using sv = std::string_view;
+
+inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+inline bool allDigits(sv s) { return std::all_of(s.begin(), s.end(), isDigit); }
+
+// A citation's number line: "12 (MEDLINE)", the number, one blank and one bracketed
+// word that ends the line; or a bare number of one to four digits.
+bool isStart(sv line) {
+  if (line.empty() || !isDigit(line.front())) return false;
+  const auto open = line.find('(');
+  const auto close = line.find(')');
+  if (open == sv::npos || close == sv::npos) return line.size() < 5 && allDigits(line);
+  if (std::count(line.begin(), line.end(), '(') != 1 || std::count(line.begin(), line.end(), ')') != 1) return false;
+  if (line.back() != ')') return false;
+  if (std::count(line.begin(), line.end(), ' ') != 1) return false;
+  const auto blank = line.find(' ');
+  if (open != blank + 1) return false;
+  // With one blank in the line, standing before "(", the bracketed word holds none.
+  return allDigits(line.substr(0, blank));
+}
+
+// The prompts, echoes and status lines that end a citation, tested only while one is
+// open: clearing the flag is all they do.
+bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capitalPs, uint32_t capitalYs) {
+  if (line == "OK" || line == "Y" || line == "N" || line == "n") return true;
+  for (const sv word : {"print", "PRINT", "all", "CNT", "PROG:", "SS", "stop", "TIME", "...", "GOOD", "THE", "***"})
+    if (line.starts_with(word)) return true;
+  // Every text looked for inside a line holds an "R"; all but two hold "PRINT".
+  if (!capitalRs) return false;
+  if (colons && holds(line, "USER:")) return true;
+  if (capitalYs && holds(line, "YOUR LAST SEARCH")) return true;
+  if (!capitalPs || !holds(line, "PRINT")) return false;
+  return holds(line, "CONTINUE PRINTING?") || holds(line, "READY TO PRINT FROM") ||
+         holds(line, "REPRINT PRIOR SEARCH") || holds(line, "'PRINTSPECS'") || holds(line, "SUPERPRINT COMPLETED.");
+}
+
+class Nlm final : public LineFilter {
+ public:
+  void onLine(FilterFrame& f) override {
+    JobState& job = f.job;
+    const sv line = job.gsLine;
+    // Cleared at the top of every pass, and so still set after the loop when the last
+    // line was a number line: the end-of-input copy of that line is then counted in
+    // lOutBytes with the label's length.
+    f.iJustLabelled = 0;
+
+    if (isStart(line)) {
+      f.iInRecord = -1;
+      Add32(job.glRecNum, 1);
+      f.iJustLabelled = -1;
+      if (bodyWritten) f.writeBlank();
+      f.sLabel = RecordLabel(job.glRecNum);
+      f.writeLabel();
+      f.writeBlank();
+      f.showRecordOdometer();
+    }
+
+    if (f.iInRecord == -1) {
+      const auto [capitalRs, colons, capitalPs, capitalYs] = CountBytes(line, {'R', ':', 'P', 'Y'});
+      if (endsCitation(line, capitalRs, colons, capitalPs, capitalYs)) f.iInRecord = 0;
+    }
+
+    if (f.iInRecord == -1 && f.iJustLabelled == 0 && !line.empty()) {
+      f.writeText(line);
+      bodyWritten = true;
+    }
+  }
+
+  // A capture that ends inside a citation gets its last line a second time.
+  void atEndOfInput(FilterFrame& f) override {
+    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
+  }
+
+  void CleanUp() override { bodyWritten = false; }
+
+ private:
+  // sLastWritten, the last body line written: only whether there was one is ever
+  // asked (it decides the blank line ahead of a label), so that is all that is kept.
+  bool bodyWritten = false;
+};
+
+}  // namespace
+
+JobOutcome FilterNLM(JobState& job, JobHost& host) {
+  Nlm filter;
+  return RunLineFilter(job, host, FilterInfo{kNlmTitle, false}, filter);
+}
+
+}  // namespace zv

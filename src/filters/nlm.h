@@ -1,0 +1,16 @@
+// NLM filter: each citation of a session, to one record file.
+#pragma once
+
+#include <string_view>
+
+#include "core/job_host.h"
+#include "core/job_state.h"
+
+namespace zv {
+
+inline constexpr std::string_view kNlmTitle = "Filtering NLM Search";
+
+// Command 900. Writes gsBaseName .PRO and .NDX; no .FSC.
+JobOutcome FilterNLM(JobState& job, JobHost& host);
+
+}  // namespace zv

@@ -1,0 +1,89 @@
+// Ovid filter: a citation opens at its number in angle brackets on a line of its own
+// and ends at the next one, at a database line or at a transmission notice. Body
+// lines lose their 9-column left margin.
+#include "filters/ovid.h"
+
+#include <string_view>
+
+#include "core/error.h"
+#include "core/filter_frame.h"
+#include "core/text.h"
+
+namespace zv {
+
+namespace {
+
+using sv = std::string_view;
+
+// The width of the left margin of a body line.
+constexpr std::size_t kMargin = 9;
+
+// sTrimmed: the line without blanks on either side.
+sv trimBlanks(sv s) {
+  const auto first = s.find_first_not_of(' ');
+  if (first == sv::npos) return {};
+  return s.substr(first, s.find_last_not_of(' ') - first + 1);
+}
+
+// "<", nothing but digits (or nothing at all), ">", with blanks around it or not.
+bool isStart(sv trimmed) {
+  if (trimmed.empty() || trimmed.front() != '<') return false;
+  if (trimmed.back() != '>') return false;  // a lone "<" fails here
+  const sv inner = trimmed.substr(1, trimmed.size() - 2);  // sInner
+  return InCountTbl(inner, "0123456789") == static_cast<int32_t>(inner.size());
+}
+
+class Ovid final : public LineFilter {
+ public:
+  void onLine(FilterFrame& f) override {
+    JobState& job = f.job;
+    const sv line = job.gsLine;
+    f.iJustLabelled = 0;
+    const sv trimmed = trimBlanks(line);
+
+    if (isStart(trimmed)) {
+      f.iJustLabelled = -1;
+      f.iInRecord = -1;
+      Add32(job.glRecNum, 1);
+      if (job.glRecNum > 1) f.writeBlank();
+      f.sLabel = RecordLabel(job.glRecNum);
+      f.writeLabel();
+      f.writeBlank();
+      f.showRecordOdometer();
+    }
+
+    // The end tests: library searches, which skip to the literal's first character.
+    if (line.starts_with("Database: ")) f.iInRecord = 0;
+    if (line.find("Transmission complete ...") != sv::npos) f.iInRecord = 0;
+    if (line.find("Turn off screen capture.") != sv::npos) f.iInRecord = 0;
+    if (line.find("Press Enter once screen") != sv::npos) f.iInRecord = 0;
+
+    if (f.iInRecord == -1) {
+      if (f.iJustLabelled == 0 && !trimmed.empty() &&
+          line.find("Page Number : ") == sv::npos) {
+        // Counted 9 bytes short, also when the line was too short to lose its margin.
+        const int64_t counted = static_cast<int64_t>(line.size()) - static_cast<int64_t>(kMargin);
+        f.writeText(line.size() > kMargin ? line.substr(kMargin) : line, counted);
+      }
+      f.iJustLabelled = 0;
+    }
+  }
+
+  // A capture that ends inside a citation gets its last line a second time, whole,
+  // and counted 9 bytes short like every body line.
+  void atEndOfInput(FilterFrame& f) override {
+    if (f.iInRecord == -1) {
+      const sv line = f.job.gsLine;
+      f.writeText(line, static_cast<int64_t>(line.size()) - static_cast<int64_t>(kMargin));
+    }
+  }
+};
+
+}  // namespace
+
+JobOutcome FilterOvid(JobState& job, JobHost& host) {
+  Ovid filter;
+  return RunLineFilter(job, host, FilterInfo{kOvidTitle, false}, filter);
+}
+
+}  // namespace zv
