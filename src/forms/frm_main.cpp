@@ -19,6 +19,7 @@
 #include "forms/frm_error.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_settings.h"
+#include "forms/frm_sift.h"
 #include "forms/help_window.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
@@ -57,6 +58,7 @@ FrmMain::FrmMain(SettingsStore& store, QWidget* parent) : QMainWindow(parent), s
   frmFilter_ = new FrmFilter(*this, job_);
   frmSettings_ = new FrmSettings(*this, store_);
   frmError_ = new FrmError(*this);
+  frmSift_ = new FrmSift(*this, store_);
 
   chooseToolbar(0);
   openPanel(0);
@@ -271,7 +273,8 @@ bool FrmMain::handleKey(QObject* watched, QKeyEvent* key) {
   }
   const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
   if (key->key() == Qt::Key_F1 && mods == Qt::NoModifier && widget->window() != ExistingHelpWindow()) {
-    ShowHelp(this);
+    // The page of the focused element's help context, else the contents.
+    ShowHelp(this, HelpPageForContext(HelpContextOf(widget)));
     return true;
   }
   if (widget->window() != this || !mainEnabled_) return false;

@@ -20,6 +20,7 @@ namespace zv::forms {
 class FrmError;
 class FrmFilter;
 class FrmSettings;
+class FrmSift;
 class SettingsStore;
 
 class FrmMain : public QMainWindow {
@@ -33,7 +34,7 @@ class FrmMain : public QMainWindow {
   void FormLoad(QWidget* frmStartup);
 
   // The one dispatcher of menu and toolbars: the core's tools by their number, the
-  // terminal (3000) and shutdown (3010). Errors end in frmError, the zero-record
+  // terminal (3000) and shutdown (3010). The sifter's numbers go to frmSift, their host. Errors end in frmError, the zero-record
   // warning and the interrupt as the filter frame leaves them.
   void RunCommand(int32_t commandNumber);
 
@@ -68,6 +69,7 @@ class FrmMain : public QMainWindow {
   JobState& job() { return job_; }
   FrmFilter& frmFilter() { return *frmFilter_; }
   FrmSettings& frmSettings() { return *frmSettings_; }
+  FrmSift& frmSift() { return *frmSift_; }
   KeyLocks& keyLocks() { return keyLocks_; }
 
  protected:
@@ -97,6 +99,7 @@ class FrmMain : public QMainWindow {
   FrmFilter* frmFilter_ = nullptr;
   FrmSettings* frmSettings_ = nullptr;
   FrmError* frmError_ = nullptr;
+  FrmSift* frmSift_ = nullptr;
   KeyLocks keyLocks_;
   QTimer timer1_;
 

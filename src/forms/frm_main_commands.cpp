@@ -13,6 +13,7 @@
 #include "forms/frm_error.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_settings.h"
+#include "forms/frm_sift.h"
 #include "forms/help_window.h"
 #include "forms/messages.h"
 #include "forms/programs.h"
@@ -24,6 +25,8 @@ namespace {
 
 constexpr int32_t kDosWindow = 3000;
 constexpr int32_t kShutdown = 3010;
+constexpr int32_t kFirstSiftCommand = 1600;
+constexpr int32_t kLastSiftCommand = 1611;
 
 }  // namespace
 
@@ -36,6 +39,11 @@ void FrmMain::RunCommand(int32_t commandNumber) {
   }
   if (commandNumber == kShutdown) {
     Shutdown();
+    return;
+  }
+  if (commandNumber >= kFirstSiftCommand && commandNumber <= kLastSiftCommand) {
+    frmSift_->RunCommand(commandNumber);
+    job_.glRecNum = 0;
     return;
   }
   jobRunning_ = true;

@@ -350,4 +350,24 @@ void ShowHelp(QWidget* parent, const QString& page) {
 
 HelpWindow* ExistingHelpWindow() { return gHelpWindow.data(); }
 
+QString HelpPageForContext(int context) {
+  // The sifter's window, its Keep and Order menus, and the sifter as a whole.
+  static const QHash<int, QString> kPages{
+      {116, QStringLiteral("sift.html")},
+      {120, QStringLiteral("sift.html#window")},
+      {121, QStringLiteral("sift.html#keeping")},
+      {122, QStringLiteral("sift.html#ordering")},
+  };
+  return kPages.value(context, QStringLiteral("index.html"));
+}
+
+int HelpContextOf(const QWidget* w) {
+  for (; w != nullptr; w = w->parentWidget()) {
+    const int context = w->property("helpContext").toInt();
+    if (context != 0) return context;
+    if (w->isWindow()) break;
+  }
+  return 0;
+}
+
 }  // namespace zv::forms

@@ -91,6 +91,13 @@ class HelpWindow : public QWidget {
 // window of its own over `parent`, and reused by every later call.
 void ShowHelp(QWidget* parent, const QString& page = QStringLiteral("index.html"));
 
+// Help contexts: a number an element carries in its "helpContext" property, and the
+// page of the manual that F1 opens for it. A number the manual has no page for, and
+// 0, give the contents page.
+QString HelpPageForContext(int context);
+// The context of `w` or of the nearest element around it that has one; 0 for none.
+int HelpContextOf(const QWidget* w);
+
 // The help window if ShowHelp has made it, else null.
 HelpWindow* ExistingHelpWindow();
 

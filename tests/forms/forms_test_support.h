@@ -29,6 +29,19 @@ struct MessageLog {
   }
 };
 
+// Answers Yes/No questions and input boxes from a queue while it lives ("No" and an
+// empty text once the queue is used up). The questions are recorded by a MessageLog.
+struct Answers {
+  QStringList queue;
+  explicit Answers(QStringList answers = {}) : queue(std::move(answers)) {
+    SetAnswerSink([this](const ShownMessage& m) {
+      if (!queue.isEmpty()) return queue.takeFirst();
+      return m.kind == MsgKind::YesNo ? QStringLiteral("No") : QString();
+    });
+  }
+  ~Answers() { SetAnswerSink({}); }
+};
+
 // Answers modal dialogs while it lives: records each one's objectName and frmError's
 // text, then closes it as its OK button would.
 struct ModalLog {

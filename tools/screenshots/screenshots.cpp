@@ -1,12 +1,14 @@
 // Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
-// frmMain's timing panels after it, the About box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR (under xvfb-run).
+// frmMain's timing panels after it, the sifter on a record, the About box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR (under xvfb-run).
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
 #include "forms/frm_about.h"
 #include "forms/frm_filter.h"
+#include "forms/frm_sift.h"
 #include "forms/frm_startup.h"
 #include "forms_test_support.h"
 
@@ -46,6 +48,27 @@ int main(int argc, char* argv[]) {
   w.chooseToolbar(2);
   w.setStatusMsg(QString());
   save(w, out, QStringLiteral("main_window_processing_time.png"));
+
+  // The sifter on the second record of the run's .PRO, with the keep list shown.
+  FrmSift& sift = w.frmSift();
+  sift.setFileChooser([&work](const QString&) { return work.file(QStringLiteral("session.PRO")); });
+  sift.resize(860, 600);
+  sift.move(40, 40);
+  w.RunCommand(1600);
+  {
+    // Record 2 kept to a keep file (which moves on to record 3), then back to it.
+    ModalLog keepFile([](QDialog& d) {
+      d.findChild<QLineEdit*>(QStringLiteral("txtKeepFile"))->setText(QStringLiteral("wetland.kep"));
+    });
+    sift.doAction(SiftAction::Next);
+    sift.doAction(SiftAction::Keep);
+    sift.doAction(SiftAction::Previous);
+    sift.doAction(SiftAction::KeepList);
+  }
+  save(sift, out, QStringLiteral("sifter.png"));
+  sift.doAction(SiftAction::KeepList);
+  sift.sift.giSiftKeepFlag = 0;  // leave without the question
+  sift.doAction(SiftAction::Exit);
 
   FrmAbout about(&w);
   about.show();

@@ -1,0 +1,99 @@
+// frmIndexing: two odometers while the index is built, and Cancel.
+#include "forms/frm_indexing.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "forms/center_form.h"
+#include "forms/frm_filter.h"
+#include "forms/frm_main.h"
+#include "forms/messages.h"
+#include "forms/panels.h"
+
+namespace zv::forms {
+
+FrmIndexing::FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt)
+    : QDialog(&frmMain), frmMain_(frmMain), giInterrupt_(giInterrupt) {
+  setObjectName(QStringLiteral("frmIndexing"));
+  setWindowTitle(QStringLiteral("Indexing Record File"));
+  setModal(false);
+
+  auto* layout = new QVBoxLayout(this);
+  auto* odometers = new QGridLayout;
+  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this, 22);
+  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this, 22);
+  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
+    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    odom->setMinimumWidth(100);
+  }
+  odometers->addWidget(new QLabel(QStringLiteral("Scanning line number:"), this), 0, 0);
+  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(new QLabel(QStringLiteral("Indexing record number:"), this), 1, 0);
+  odometers->addWidget(pnlRecOdom_, 1, 1);
+  layout->addLayout(odometers);
+
+  auto* buttons = new QHBoxLayout;
+  auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
+  cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+  buttons->addStretch();
+  buttons->addWidget(cmdCancel);
+  buttons->addStretch();
+  layout->addLayout(buttons);
+  connect(cmdCancel, &QPushButton::clicked, this, &FrmIndexing::cmdCancelClick);
+}
+
+void FrmIndexing::indexingStarted(std::string_view fileSize, std::string_view startTime) {
+  line_ = record_ = 0;
+  showCounters();
+  repaintClock_.invalidate();
+  frmMain_.ClearStatusPanels();
+  frmMain_.showJobStart(Q(fileSize), Q(startTime), QString());
+  frmMain_.EnableMain(false);
+  CenterForm(*this, frmMain_);
+  show();
+  raise();
+  repaint();
+}
+
+void FrmIndexing::indexLine(int32_t lineNumber) {
+  // The builder's yield, where Cancel gets through. The odometer is repainted, and
+  // the interface served, every 30 ms or so: after every line would be slower than
+  // the build itself.
+  line_ = lineNumber;
+  if (repaintClock_.isValid() && ((lineNumber & 255) != 1 || repaintClock_.elapsed() < FrmFilter::kRepaintMs)) return;
+  showCounters();
+  repaintClock_.start();
+  QCoreApplication::processEvents();
+}
+
+void FrmIndexing::indexRecord(int32_t recordCount) { record_ = recordCount; }
+
+void FrmIndexing::showCounters() {
+  pnlLineOdom_->setText(line_ > 0 ? FrmFilter::OdometerText(line_) : QString());
+  pnlRecOdom_->setText(record_ > 0 ? FrmFilter::OdometerText(record_) : QString());
+}
+
+void FrmIndexing::indexingFinished(std::string_view finishTime, std::string_view elapsed) {
+  showCounters();
+  frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
+}
+
+void FrmIndexing::indexingClosed() {
+  frmMain_.EnableMain(true);
+  hide();
+  frmMain_.activateWindow();
+}
+
+void FrmIndexing::cmdCancelClick() {
+  // The builder looks at the flag after the line in hand and removes what it made.
+  giInterrupt_ = 1;
+  frmMain_.ClearStatusPanels();
+}
+
+void FrmIndexing::reject() { cmdCancelClick(); }
+
+}  // namespace zv::forms

@@ -1,0 +1,509 @@
+// frmSift driven as a user drives it: open, step, keep, order, write, leave; its menus,
+// toolbar, keys, fonts, satellites and resize rule.
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QScopeGuard>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+#include "forms/frm_indexing.h"
+#include "forms/frm_keep_file.h"
+#include "forms/frm_options_fonts.h"
+#include "forms/frm_sift.h"
+#include "forms/help_window.h"
+#include "forms/sift_pictures.h"
+#include "forms_test_support.h"
+
+using namespace zv::forms;
+using namespace zv::forms::test;
+
+namespace {
+
+// Four records, as a filter writes them: 15 lines, 82 bytes.
+const QByteArray kPro =
+    "Record - 1\r\n\r\nAAA\r\n\r\nRecord - 2\r\n\r\nBBB\r\n\r\nRecord - 3\r\n\r\nCCC\r\n\r\nRecord - 4\r\n\r\nDDD\r\n";
+// The records as the writers give them from the index BuildIndex makes: record 1 is
+// one line short and gets one more CR LF; record 4 reads one empty line past the end.
+const QByteArray kRec1 = "Record - 1\r\n\r\nAAA\r\n\r\n";
+const QByteArray kRec2 = "Record - 2\r\n\r\nBBB\r\n\r\n";
+const QByteArray kRec3 = "Record - 3\r\n\r\nCCC\r\n\r\n";
+const QByteArray kRec4 = "Record - 4\r\n\r\nDDD\r\n\r\n";
+
+// The menu tree: caption, "=" shortcut, "#" help context of a menu of the bar.
+const QStringList kExpectedMenus = {
+    "&File#120", " &Open=Ctrl+O", " &DOS=Ctrl+F2", " -", " E&xit Sifter=F7",
+    "&Edit#120", " &Copy=Ctrl+C",
+    "&Navigate#120", " N    &Next", " P    &Previous", " F    &First", " L    &Last", " J    &Jump",
+    "Kee&p#121", " &Keep                         K", " Keep E&xpress            Alt-K",
+    " &Unkeep                     Ctrl-U", " Keep &List                   Ctrl-L", " -",
+    " &Write Kept Records   Ctrl-K",
+    "Or&der#122", " &Order                O", " Order &Toggle    Alt-O", " -", " &Write Order      Ctrl-O",
+    "&Search#120", " &Find Text=F2", " &Repeat Search=F3",
+    "Op&tions#120", " &Font",
+    "&Help#116", " &Sifter Help", " &About",
+};
+
+const QStringList kExpectedButtons = {
+    "Jump", " Jump to a record by giving its number. ",
+    "First", " Navigate to the first record. ",
+    "Last", " Navigate to the last record. ",
+    "Prev", " Navigate to the previous record. ",
+    "Next", " Navigate to the next record. ",
+    "Keep Exp", " Mark this record to be written to the current 'keep' file. ",
+    "Keep", " Mark this record to be written to a 'keep' file. ",
+    "Unkeep", " Reverse the Keep command for this record. ",
+    "Wrt Kept", " Write the records marked for 'keeping' to the designated 'keep' files. ",
+    "Order", " Move this whole record to a different position, by number. ",
+    "Ord Tog", " Switch forth and back between .ORD View and .PRO View. ",
+    "Wrt Ord", " Write a new file of the records in their new order. ",
+    "Help", " Read the online documentation for the sifter. ",
+    "Exit", " Quit using the sifter and return to the Zorvanta main screen. ",
+};
+
+QImage image(const QPixmap& p) { return p.toImage().convertToFormat(QImage::Format_ARGB32); }
+
+QByteArray readAll(const QString& path) {
+  QFile f(path);
+  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+}
+
+// A main window in a fresh folder holding f.PRO; the open dialog, frmKeepFile, the
+// questions and the input boxes answer from lists.
+struct Sifter : WorkDir, MainFixture {
+  MessageLog log;
+  Answers answers;
+  FrmSift& s = frmMain->frmSift();
+  QStringList opens;      // paths the open dialog gives, then its cancel
+  int dialogs = 0;
+  QStringList keepNames;  // what is typed in frmKeepFile; Cancel when none is left
+  std::function<void(QDialog&)> onDialog;  // looks at any other modal dialog first
+  ModalLog modal{[this](QDialog& d) {
+    if (d.objectName() != QLatin1String("frmKeepFile")) {
+      if (onDialog) onDialog(d);
+      return;
+    }
+    if (keepNames.isEmpty())
+      Child<QPushButton>(d, "cmdCancel")->click();
+    else
+      Child<QLineEdit>(d, "txtKeepFile")->setText(keepNames.takeFirst());
+  }};
+
+  Sifter() {
+    WriteText(file("f.PRO"), kPro);
+    s.setFileChooser([this](const QString&) {
+      ++dialogs;
+      return opens.isEmpty() ? QString() : file(opens.takeFirst());
+    });
+  }
+  // The Sift button of the Contents toolbar.
+  void open(const QString& name) {
+    opens = {name};
+    Child<QToolButton>(*frmMain, "cmdTB_Content_0")->click();
+  }
+  QString panel(const char* name) { return Child<QLabel>(s, name)->text(); }
+  QString text() { return s.txtRecord()->toPlainText(); }
+  QStringList keepList() {
+    QStringList out;
+    auto* list = Child<QListWidget>(s, "lstKeepList");
+    for (int i = 0; i < list->count(); ++i) out << list->item(i)->text();
+    return out;
+  }
+  bool keepListShown() { return Child(s, "pnlKeepList")->isVisible(); }
+  void menu(const char* name) { Child<QAction>(s, name)->trigger(); }
+  void key(Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier) { QTest::keyClick(s.txtRecord(), k, mods); }
+  void key(char c) { QTest::keyClick(s.txtRecord(), c); }
+};
+
+void walkMenus(const QMenuBar* bar, QStringList& out) {
+  for (const QAction* top : bar->actions()) {
+    out << top->text() + "#" + QString::number(top->menu()->property("helpContext").toInt());
+    for (const QAction* a : top->menu()->actions())
+      out << " " + (a->isSeparator() ? "-" : a->text()) +
+                 (a->shortcut().isEmpty() ? QString() : "=" + a->shortcut().toString());
+  }
+}
+
+}  // namespace
+
+class TestSiftWindow : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void menusToolbarAndHelpContexts() {
+    Sifter t;
+    QCOMPARE(t.s.windowTitle(), "Zorvanta Sifter");
+    QStringList menus;
+    walkMenus(t.s.menuBar(), menus);
+    QCOMPARE(menus, kExpectedMenus);
+
+    t.open("f.PRO");
+    QTRY_COMPARE(QApplication::activeWindow(), &t.s);
+    QStringList buttons;
+    for (int i = 0; i < 14; ++i) {
+      auto* b = Child<QToolButton>(t.s, QString("cmdTB_%1").arg(i));
+      buttons << b->text() << b->toolTip();
+      QEvent enter(QEvent::Enter), leave(QEvent::Leave);
+      Child(t.s, "lstKeepList")->setFocus();
+      QApplication::sendEvent(b, &enter);
+      QCOMPARE(image(b->icon().pixmap(kSiftPictureSize)), image(SiftPicture(i, true)));
+      QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(128, 0, 128));
+      QVERIFY(t.s.txtRecord()->hasFocus());
+      QApplication::sendEvent(b, &leave);
+      QCOMPARE(image(b->icon().pixmap(kSiftPictureSize)), image(SiftPicture(i, false)));
+      QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(0, 128, 128));
+    }
+    QCOMPARE(buttons, kExpectedButtons);
+    // The two states are different pictures.
+    QVERIFY(image(SiftPicture(4, true)) != image(SiftPicture(4, false)));
+
+    // F1 in the record text opens the sifter's page; Sifter Help sets context 116.
+    QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftWindowContext);
+    t.key(Qt::Key_F1);
+    QCOMPARE(ExistingHelpWindow()->currentPage(), "sift.html");
+    QCOMPARE(HelpPageForContext(kSiftKeepContext), "sift.html#keeping");
+    t.s.txtRecord()->setFocus();
+    t.menu("mnuHelpSifter");
+    QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftHelpContext);
+    ExistingHelpWindow()->close();
+    // The pointer over the text gives it the focus and context 120 again.
+    t.s.activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), &t.s);
+    Child(t.s, "lstKeepList")->setFocus();
+    QWidget* viewport = t.s.txtRecord()->viewport();
+    QMouseEvent move(QEvent::MouseMove, QPointF(30, 30), viewport->mapToGlobal(QPointF(30, 30)), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &move);
+    QVERIFY(t.s.txtRecord()->hasFocus());
+    QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftWindowContext);
+  }
+
+  void openStepKeepWriteAndTheBookmark() {
+    Sifter t;
+    WriteText(t.file("a.kep"), "OLD\r\n");
+    t.open("f.PRO");
+    QCOMPARE(t.dialogs, 1);
+    QVERIFY(t.s.isVisible() && !t.frmMain->isVisible());
+    QCOMPARE(t.panel("pnlProFileName"), t.file("f.PRO"));
+    QCOMPARE((QStringList{t.panel("pnlRecToView"), t.panel("pnlTotRecs"), t.panel("pnlOrder"), t.panel("pnlViewMode")}),
+             (QStringList{" 1 ", " 4 ", " 1 ", ".PRO View"}));
+    QCOMPARE(t.text(), "Record - 1\n\nAAA\n");
+    QCOMPARE(QFileInfo(t.file("f.NDX")).size(), 4 * 277);
+    // frmIndexing's odometers as the build left them; the main window's timing panels.
+    QCOMPARE(Child<QLabel>(t.s.indexingForm(), "pnlLineOdom")->text(), " 15 ");
+    QCOMPARE(Child<QLabel>(t.s.indexingForm(), "pnlRecOdom")->text(), " 4 ");
+    QCOMPARE(Child<QLabel>(*t.frmMain, "pnlFileSize")->text(), "82");
+    QVERIFY(!Child<QLabel>(*t.frmMain, "pnlElapsed")->text().isEmpty());
+    QVERIFY(!Child(t.s, "pnlPartialDisplay")->isVisible());
+
+    // Keep to a.kep, Keep Express, Keep to b.kep: each moves on.
+    t.keepNames = {"a.kep", "b.kep"};
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    Child<QToolButton>(t.s, "cmdTB_5")->click();
+    QCOMPARE(t.panel("pnlCurrentKeepFile"), "a.kep");
+    t.menu("mnuKeepList");
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    QCOMPARE(t.panel("pnlRecToView"), " 4 ");
+    QCOMPARE(t.keepList(), (QStringList{"1", "2", "3"}));
+    QVERIFY(Child<QAction>(t.s, "mnuKeepList")->isChecked() && t.keepListShown());
+    // Unkeep record 3: the panel blanks, the list stays until it is filled again.
+    Child<QToolButton>(t.s, "cmdTB_3")->click();
+    QCOMPARE(t.panel("pnlKeptFileName").trimmed(), "b.kep");
+    Child<QToolButton>(t.s, "cmdTB_7")->click();
+    QCOMPARE(t.panel("pnlKeptFileName").trimmed(), "");
+    QCOMPARE(t.keepList().size(), 3);
+    t.menu("mnuKeepList");
+    QVERIFY(!t.keepListShown() && t.keepList().isEmpty());
+    t.menu("mnuKeepList");
+    QCOMPARE(t.keepList(), (QStringList{"1", "2"}));
+
+    // Written in record order, appended to what a.kep held; b.kep has nothing.
+    t.menu("mnuKeepWrite");
+    QCOMPARE(readAll(t.file("a.kep")), "OLD\r\n" + kRec1 + kRec2);
+    QVERIFY(!t.exists("b.kep"));
+    QVERIFY(!Child(t.s, "frmWriting")->isVisible());
+    QCOMPARE(t.log.said(), QStringList());
+
+    // Leaving on record 3 asks nothing and leaves the bookmark.
+    Child<QToolButton>(t.s, "cmdTB_13")->click();
+    QVERIFY(!t.s.isVisible() && t.frmMain->isVisible() && t.frmMain->mainEnabled());
+    QCOMPARE(readAll(t.file("f.WRK")), "3\r\n");
+    QCOMPARE(t.log.said(), QStringList());
+
+    // Through the .NDX the sifter comes back there; at the end, Next says so and
+    // leaving on the last record takes the bookmark away.
+    t.open("f.NDX");
+    QCOMPARE(t.panel("pnlRecToView"), " 3 ");
+    QVERIFY(!t.keepListShown());
+    Child<QToolButton>(t.s, "cmdTB_4")->click();
+    Child<QToolButton>(t.s, "cmdTB_4")->click();
+    QCOMPARE(t.log.said(), QStringList{"Last Record: You have reached the last record."});
+    QCOMPARE(t.text(), "Record - 4\n\nDDD\n");
+    t.s.close();
+    QVERIFY(!t.s.isVisible() && !t.exists("f.WRK"));
+  }
+
+  void orderViewsAndTheOversightQuestions() {
+    Sifter t;
+    t.open("f.PRO");
+    t.answers.queue = {"3"};
+    t.key('o');
+    QCOMPARE(t.panel("pnlOrder"), " 3 ");
+    QCOMPARE(t.text(), "Record - 1\n\nAAA\n");
+
+    t.key(Qt::Key_O, Qt::AltModifier);
+    auto* mode = Child<QLabel>(t.s, "pnlViewMode");
+    QCOMPARE(mode->text(), ".ORD View");
+    QCOMPARE(mode->palette().color(QPalette::Window), QColor(255, 255, 128));
+    QCOMPARE(t.panel("pnlRecToView"), " 3 ");
+    Child<QToolButton>(t.s, "cmdTB_9")->click();
+    QCOMPARE(t.log.said().last(), "Command Not Available: This command not available in .ORD View");
+    t.key('n');  // position 4 holds record 4
+    QCOMPARE(t.text(), "Record - 4\n\nDDD\n");
+    Child<QToolButton>(t.s, "cmdTB_10")->click();
+    QCOMPARE(mode->palette().color(QPalette::Window), QColor(Qt::white));
+    QCOMPARE(t.panel("pnlRecToView"), " 4 ");
+
+    // Kept on the last record: marked, then the end is said.
+    t.keepNames = {"c.kep"};
+    t.key('k');
+    t.log.messages.clear();
+    t.answers.queue = {"Yes", "Yes"};
+    // frmWriting's caption while each file is written.
+    QStringList captions;
+    auto* writing = Child<QDialog>(t.s, "frmWriting");
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      const QString shown = writing->windowTitle() + ": " + Child<QLabel>(*writing, "pnlFile")->text();
+      if (writing->isVisible() && !captions.contains(shown)) captions << shown;
+    });
+    watch.start(0);
+    t.menu("mnuFileExit");
+    watch.stop();
+    QCOMPARE(captions, (QStringList{"Writing Kept Records: c.kep", "Writing Reordered Records: f.ORD"}));
+    QCOMPARE(writing->windowTitle(), "Writing Kept Records");
+    QStringList titles;
+    for (const ShownMessage& m : t.log.messages) titles << m.title + (m.kind == MsgKind::YesNo ? "?" : "");
+    QCOMPARE(titles, (QStringList{"Keeping Oversight?", "Reordering Oversight?"}));
+    QCOMPARE(t.log.messages[0].icon, MsgIcon::Warning);
+    QVERIFY(t.log.messages[0].text.endsWith("\r\n\r\nWould you like to use Write Kept Records now?"));
+    QCOMPARE(readAll(t.file("c.kep")), kRec4);
+    QCOMPARE(readAll(t.file("f.ORD")), kRec2 + kRec3 + kRec1 + kRec4 + "\r\n");
+    QVERIFY(!t.s.isVisible() && !t.exists("f.WRK"));
+
+    // The next session starts in .PRO View, and asks nothing after a plain look.
+    t.log.messages.clear();
+    t.open("f.NDX");
+    QCOMPARE(mode->text(), ".PRO View");
+    t.menu("mnuFileExit");
+    QCOMPARE(t.log.said(), QStringList());
+  }
+
+  void windowKeysActBeforeTheFocusedText() {
+    Sifter t;
+    t.open("f.PRO");
+    QTRY_COMPARE(QApplication::activeWindow(), &t.s);
+    t.s.txtRecord()->setFocus();
+    const struct {
+      char key;
+      const char* record;
+    } steps[] = {{'n', " 2 "}, {'x', " 2 "}, {'P', " 1 "}, {'L', " 4 "}, {'f', " 1 "}};
+    for (const auto& step : steps) {
+      t.key(step.key);
+      QCOMPARE(t.panel("pnlRecToView"), step.record);
+    }
+    QCOMPARE(t.text(), "Record - 1\n\nAAA\n");  // nothing typed into it
+    t.answers.queue = {"3"};
+    t.key('j');
+    QCOMPARE(t.text(), "Record - 3\n\nCCC\n\n");
+
+    // F2 and F3 select in bytes of the record, where a line end is two.
+    t.answers.queue = {"C"};
+    t.key(Qt::Key_F2);
+    QCOMPARE((QList<int>{t.s.selStart(), t.s.selLength()}), (QList<int>{14, 1}));
+    t.key(Qt::Key_F3);
+    t.key(Qt::Key_F3);
+    QCOMPARE(t.s.selStart(), 16);
+    QCOMPARE(t.s.txtRecord()->textCursor().selectedText(), "C");
+    t.key(Qt::Key_F3);
+    QCOMPARE(t.log.said().last(), "Zorvanta: No further occurences of search text.");
+
+    // Ctrl+L, Alt+K, Ctrl+U, and Ctrl+O, which writes the order rather than opening.
+    t.key(Qt::Key_L, Qt::ControlModifier);
+    QVERIFY(t.keepListShown());
+    t.key(Qt::Key_K, Qt::AltModifier);
+    QCOMPARE(t.log.said().last(),
+             "No Keep File: There is no current keep file.  You must use Keep at least once before using Keep Express.");
+    t.key(Qt::Key_O, Qt::ControlModifier);
+    QCOMPARE(t.dialogs, 1);
+    QCOMPARE(readAll(t.file("f.ORD")), kRec1 + kRec2 + kRec3 + kRec4 + "\r\n");
+    QVERIFY(QFile::remove(t.file("f.ORD")));
+    t.key('w');
+    QVERIFY(t.exists("f.ORD"));
+    QCOMPARE(t.text(), "Record - 3\n\nCCC\n\n");
+
+    // The keys that share a code with a small letter, and keys with no binding.
+    const Qt::KeyboardModifiers alt = Qt::AltModifier, ctrl = Qt::ControlModifier, pad = Qt::KeypadModifier;
+    const struct {
+      int key;
+      Qt::KeyboardModifiers mods;
+      const char* text;
+      std::optional<SiftAction> action;
+    } codes[] = {
+        {Qt::Key_Plus, alt | pad, "+", SiftAction::KeepExpress},
+        {Qt::Key_Slash, alt | pad, "/", SiftAction::OrderToggle},
+        {Qt::Key_Slash, ctrl | pad, "/", SiftAction::WriteOrder},
+        {Qt::Key_F6, ctrl, "", SiftAction::Unkeep},
+        {Qt::Key_Comma, ctrl | pad, ",", SiftAction::KeepList},
+        {Qt::Key_Plus, alt, "+", std::nullopt},
+        {Qt::Key_K, ctrl, "\x0b", std::nullopt},
+        {Qt::Key_6, pad, "6", std::nullopt},
+        {Qt::Key_F, ctrl, "\x06", std::nullopt},
+    };
+    for (const auto& c : codes)
+      QCOMPARE(SiftKeyAction(QKeyEvent(QEvent::KeyPress, c.key, c.mods, QLatin1String(c.text))), c.action);
+  }
+
+  void openRefusalsCancelAndErrors() {
+    Sifter t;
+    WriteText(t.file("low.pro"), kPro);
+    WriteText(t.file("z.PRO"), "");
+    WriteText(t.file("one.PRO"), "Record - 1\r\n\r\nAAA\r\n");
+    t.opens = {"low.pro", "z.PRO", "one.PRO"};
+    Child<QAction>(*t.frmMain, "mnuContentSift")->trigger();
+    QCOMPARE(t.dialogs, 3);
+    QStringList titles;
+    for (const ShownMessage& m : t.log.messages) titles << m.title;
+    QCOMPARE(titles, (QStringList{"Not a .PRO or .NDX File", "Zero-Length File", "File Format Error"}));
+    QCOMPARE(t.log.messages[2].icon, MsgIcon::Critical);
+    QVERIFY(!t.exists("one.NDX") && !t.s.isVisible() && t.frmMain->isVisible() && t.frmMain->mainEnabled());
+
+    // Cancel in frmIndexing at the builder's first yield: no index, no message.
+    QTimer::singleShot(0, &t.s, [&t] { Child<QPushButton>(t.s.indexingForm(), "cmdCancel")->click(); });
+    t.open("f.PRO");
+    QVERIFY(!t.exists("f.NDX") && !t.s.isVisible() && !t.s.indexingForm().isVisible());
+    QVERIFY(t.frmMain->isVisible() && t.frmMain->mainEnabled());
+    QCOMPARE(t.log.messages.size(), 3);
+    QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
+
+    // File Open from inside the sifter, cancelled: back to the main window.
+    t.open("f.PRO");
+    t.menu("mnuFileOpen");
+    QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
+
+    // A .PRO cut short after indexing: showing record 4 fails, frmError reports it and
+    // the session ends.
+    WriteText(t.file("f.PRO"), kPro.left(60));
+    t.open("f.NDX");
+    QCOMPARE(t.modal.errorTexts, QStringList{});
+    t.key('l');
+    QCOMPARE(t.modal.errorTexts, QStringList{"Error number 62\nInput past end of file"});
+    QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
+  }
+
+  void keepFileAndFontOptions() {
+    Sifter t;
+    FrmKeepFile& keep = t.s.frmKeepFile();
+    QLineEdit* name = keep.txtKeepFile();
+    QTest::keyClicks(name, "a*b|c.kep");
+    QCOMPARE(name->text(), "abc.kep");
+    QCOMPARE(t.log.said(), (QStringList{"Zorvanta: * is not a valid character in a file name",
+                                        "Zorvanta: | is not a valid character in a file name"}));
+    for (QChar c : {QChar(3), QChar(9), QChar(21), QChar('"'), QChar(':'), QChar('\\')})
+      QVERIFY(!FrmKeepFile::RefusalOfKey(c).isEmpty());
+    for (QChar c : {QChar(8), QChar(22), QChar('.'), QChar(' '), QChar('~')}) QVERIFY(FrmKeepFile::RefusalOfKey(c).isEmpty());
+    name->setText(QString(251, 'x'));
+    QCOMPARE(name->text().size(), 250);
+    QCOMPARE(t.log.said().last(), "File Specification Error: Your file name now has over 250 characters.");
+
+    QCOMPARE(FontDialogFlags(false, false, false), 6);
+    QCOMPARE(FontDialogFlags(true, false, false), 1);
+    QCOMPARE(FontDialogFlags(false, true, false), 16387);
+    QCOMPARE(FontDialogFlags(true, true, true), 17409);
+
+    // Fixed Fonts Only and Save Setting: the chosen font goes to the text and the store.
+    QList<int> flagsSeen;
+    SetFontChooser([&](const QFont&, int flags) {
+      flagsSeen << flags;
+      QFont f(QStringLiteral("DejaVu Serif"), 14);
+      f.setBold(true);
+      return std::optional<QFont>(f);
+    });
+    auto guard = qScopeGuard([] { SetFontChooser({}); });
+    QCOMPARE(t.s.txtRecord()->font().family(), "Courier New");
+    QCOMPARE(t.s.txtRecord()->font().pointSize(), 10);
+    t.onDialog = [](QDialog& d) {
+      Child<QCheckBox>(d, "chkFonts_1")->setChecked(true);
+      Child<QRadioButton>(d, "optSave_0")->setChecked(true);
+    };
+    t.menu("mnuOptionsFont");
+    QCOMPARE(flagsSeen, QList<int>{16387});
+    QCOMPARE(t.s.txtRecord()->font().family(), "DejaVu Serif");
+    auto stored = [&] {
+      QStringList out;
+      for (const char* key : {"FontName", "FontSize", "FontBold", "FontItalic", "FontUnderline", "FontStrikethru"})
+        out << t.store->GetSetting("Sifter Fonts", key);
+      return out;
+    };
+    QCOMPARE(stored(), (QStringList{"DejaVu Serif", "14", "True", "False", "False", "False"}));
+
+    // Each showing starts from "Session Only" and no box: nothing more is stored.
+    t.onDialog = nullptr;
+    SetFontChooser([&](const QFont&, int flags) {
+      flagsSeen << flags;
+      return std::optional<QFont>(QFont(QStringLiteral("DejaVu Sans Mono"), 9));
+    });
+    t.menu("mnuOptionsFont");
+    QCOMPARE(flagsSeen.last(), 6);
+    QCOMPARE(t.s.txtRecord()->font().pointSize(), 9);
+    QCOMPARE(stored()[0], "DejaVu Serif");
+    // Cancel in Font Options: no font dialog, the interrupt lowered again.
+    t.onDialog = [](QDialog& d) { Child<QPushButton>(d, "cmdCancel")->click(); };
+    t.menu("mnuOptionsFont");
+    QCOMPARE(flagsSeen.size(), 2);
+    QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
+
+    // A new start reads the saved font.
+    FrmMain next(*t.store);
+    QCOMPARE(next.frmSift().txtRecord()->font().family(), "DejaVu Serif");
+    QCOMPARE(next.frmSift().txtRecord()->font().pointSize(), 14);
+    QVERIFY(next.frmSift().txtRecord()->font().bold());
+  }
+
+  void resizeRuleAndCopy() {
+    const SiftLayout big = SiftResize(9000, 6000, 900, 120, 960);
+    QCOMPARE((QList<int>{big.backgroundHeight, big.recordHeight, big.recordWidth}), (QList<int>{5100, 3315, 8630}));
+    const SiftLayout tiny = SiftResize(300, 800, 900, 120, 960);
+    QCOMPARE((QList<int>{tiny.backgroundHeight, tiny.recordHeight, tiny.recordWidth}), (QList<int>{400, 400, 400}));
+
+    Sifter t;
+    t.open("f.PRO");
+    for (const QSize size : {QSize(900, 640), QSize(500, 380)}) {
+      t.s.resize(size);
+      QTest::qWait(20);
+      const QWidget* text = t.s.txtRecord();
+      const QWidget* background = Child(t.s, "pnlBackground");
+      QCOMPARE(background->width() - text->geometry().right() - 1, TwipsToPixels(250) + 1);
+      QCOMPARE(background->height() - text->geometry().bottom() - 1, TwipsToPixels(825));
+    }
+
+    t.menu("mnuEditCopy");
+    QCOMPARE(t.log.said(), QStringList{"Copy Error: No text has been selected for the copy command."});
+    t.key(Qt::Key_C, Qt::ControlModifier);  // in the text, the menu's Copy all the same
+    QCOMPARE(t.log.said().size(), 2);
+    t.answers.queue = {"AA"};
+    t.menu("mnuSearchFind");
+    t.key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QApplication::clipboard()->text(), "AA");
+    QCOMPARE(t.log.said().size(), 3);  // the input box
+  }
+};
+
+QTEST_MAIN(TestSiftWindow)
+#include "sift_window_test.moc"
