@@ -55,8 +55,7 @@ constexpr std::array<sv, 12> kTerms = {
 class Generator {
  public:
   Generator(const std::string& path, int64_t target) : rng_(0xB125D07Du), target_(target), out_(path) {
-    result_.path = path;
-    pool_ = CaptureTextPool(rng_, kWords, 4096);
+    pool_ = CaptureTextPool(rng_, kWords);
     titles_.reserve(1024);
     for (std::size_t i = 0; i < 1024; ++i) {
       std::string t = pool_[i];
@@ -77,20 +76,14 @@ class Generator {
       searchAndPrint();
     }
     signOff();
-    out_.finish();
-    result_.bytes = out_.bytes();
-    result_.lines = out_.lines();
-    return result_;
+    return out_.finish(result_);
   }
 
  private:
-  const std::string& text() { return pool_[rng_.below(static_cast<uint32_t>(pool_.size()))]; }
-  const std::string& title() { return titles_[rng_.below(static_cast<uint32_t>(titles_.size()))]; }
+  const std::string& text() { return rng_.pick(pool_); }
+  const std::string& title() { return rng_.pick(titles_); }
 
-  std::string clock() {
-    seconds_ += rng_.between(5, 90);
-    return CaptureFormat("%02d:%02d:%02d", (seconds_ / 3600) % 24, (seconds_ / 60) % 60, seconds_ % 60);
-  }
+  std::string clock() { return clock_.next(rng_); }
 
   void logon() {
     out_.line("CONNECTED TO PACKET NETWORK 3106 NODE 41A");
@@ -198,7 +191,7 @@ class Generator {
   int set_ = 0;
   int searches_ = 0;
   int printsInBase_ = 0;
-  int seconds_ = 9 * 3600;
+  CaptureClock clock_;
 };
 
 }  // namespace

@@ -56,8 +56,7 @@ constexpr std::array<sv, 10> kTerms = {
 class Generator {
  public:
   Generator(const std::string& path, int64_t target) : rng_(0xDA7A57A2u), target_(target), out_(path) {
-    result_.path = path;
-    pool_ = CaptureTextPool(rng_, kWords, 4096);
+    pool_ = CaptureTextPool(rng_, kWords);
   }
 
   SyntheticCapture run() {
@@ -72,19 +71,13 @@ class Generator {
       searchAndPrint();
     }
     logoff();
-    out_.finish();
-    result_.bytes = out_.bytes();
-    result_.lines = out_.lines();
-    return result_;
+    return out_.finish(result_);
   }
 
  private:
-  const std::string& text() { return pool_[rng_.below(static_cast<uint32_t>(pool_.size()))]; }
+  const std::string& text() { return rng_.pick(pool_); }
 
-  std::string clock() {
-    seconds_ += rng_.between(5, 90);
-    return CaptureFormat("%02d:%02d:%02d", (seconds_ / 3600) % 24, (seconds_ / 60) % 60, seconds_ % 60);
-  }
+  std::string clock() { return clock_.next(rng_); }
 
   void prompt(const std::string& command) {
     out_.line("D-S - SEARCH MODE - ENTER QUERY");
@@ -182,7 +175,7 @@ class Generator {
   int set_ = 0;
   int searches_ = 0;
   int printsInBase_ = 0;
-  int seconds_ = 9 * 3600;
+  CaptureClock clock_;
 };
 
 }  // namespace

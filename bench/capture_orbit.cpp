@@ -7,13 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "stn_family_writer.h"
+#include "capture_stream.h"
 
 namespace zv::bench {
 
 namespace {
 
-using namespace stn_family;
 using sv = std::string_view;
 
 constexpr std::array<sv, 3> kFiles = {"PATDOC", "CHEMREF", "WPAT"};
@@ -28,7 +27,10 @@ constexpr std::array<sv, 6> kTitles = {
 class OrbitGenerator {
  public:
   OrbitGenerator(const std::string& path, int64_t target)
-      : rng_(0x0E817u), out_(path), target_(target), text_(TextPool(rng_, 6)) {}
+      : rng_(0x0E817u),
+        out_(path),
+        target_(target),
+        text_(CaptureTextPool(rng_, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 6})) {}
 
   SyntheticCapture run() {
     logon();
@@ -42,15 +44,15 @@ class OrbitGenerator {
       searchAndPrint();
     }
     logoff();
-    return out_.finish(records_);
+    return out_.finish(result_);
   }
 
  private:
-  const std::string& text() { return text_[rng_.below(static_cast<uint32_t>(text_.size()))]; }
+  const std::string& text() { return rng_.pick(text_); }
 
   // The prompt, the user's command and the program's answer line.
   void command(const std::string& typed) {
-    out_.line(Format("SS %d /C?", ss_));
+    out_.line(CaptureFormat("SS %d /C?", ss_));
     out_.line("USER:");
     out_.line(typed);
     out_.line("PROG:");
@@ -77,8 +79,8 @@ class OrbitGenerator {
     const sv old = file_;
     file_ = rng_.pick(kFiles);
     command("file " + std::string(file_));
-    out_.line(Format("ELAPSED TIME ON %s: 0.%02u HRS.", old.data(), rng_.below(100)));
-    out_.line(Format("$%u.%02u ESTIMATED COST THIS FILE", rng_.below(90), rng_.below(100)));
+    out_.line(CaptureFormat("ELAPSED TIME ON %s: 0.%02u HRS.", old.data(), rng_.below(100)));
+    out_.line(CaptureFormat("$%u.%02u ESTIMATED COST THIS FILE", rng_.below(90), rng_.below(100)));
     out_.line("YOU ARE NOW CONNECTED TO THE " + std::string(file_) + " DATABASE.");
     out_.blank();
     ss_ = 1;
@@ -88,7 +90,7 @@ class OrbitGenerator {
     ++searches_;
     command(std::string(rng_.pick(kTerms)) + " and " + std::string(rng_.pick(kTerms)));
     const uint32_t hits = rng_.between(3, 60);
-    out_.line(Format("SS %d PSTG (%u)", ss_, hits));
+    out_.line(CaptureFormat("SS %d PSTG (%u)", ss_, hits));
     out_.blank();
     ++ss_;
     const uint32_t kind = rng_.below(100);
@@ -102,26 +104,26 @@ class OrbitGenerator {
   }
 
   void hyphenLine(uint32_t n) {
-    out_.line(Format("-%u- %s (%s)", n, rng_.pick(kTitles).data(), file_.data()));
+    out_.line(CaptureFormat("-%u- %s (%s)", n, rng_.pick(kTitles).data(), file_.data()));
   }
 
   void print(uint32_t hits, bool full) {
     const uint32_t n = std::min(hits, rng_.between(1, 25));
-    command(Format("prt 1-%u %s", n, full ? "ful" : "ti"));
+    command(CaptureFormat("prt 1-%u %s", n, full ? "ful" : "ti"));
     for (uint32_t i = 1; i <= n; ++i) {
       hyphenLine(i);
-      ++records_;
+      ++result_.records;
       ++itemsInSession_;
       if (!full) {
         out_.line("TI  - " + text().substr(6));
         continue;
       }
-      out_.line(Format("AN  - 2024-%06u", rng_.below(1000000)));
+      out_.line(CaptureFormat("AN  - 2024-%06u", rng_.below(1000000)));
       out_.line("TI  - " + text().substr(6));
       out_.line(text());
       out_.line("PA  - (NORR) NORRHAVEN MEMBRANE WORKS");
-      out_.line("IN  - " + std::string(rng_.pick(kAuthors)));
-      out_.line(Format("PN  - XA %010u A1 2023%02u%02u", rng_.below(2000000000), rng_.between(1, 12),
+      out_.line("IN  - " + std::string(rng_.pick(kMembraneAuthors)));
+      out_.line(CaptureFormat("PN  - XA %010u A1 2023%02u%02u", rng_.below(2000000000), rng_.between(1, 12),
                        rng_.between(1, 28)));
       out_.line("AB  - " + text().substr(6));
       const uint32_t paragraphs = rng_.between(1, 3);
@@ -139,10 +141,10 @@ class OrbitGenerator {
   void biblioGroup() {
     command("prt 1 biblio");
     out_.line("*** BIBLIO GROUP ***");
-    ++records_;
+    ++result_.records;
     ++itemsInSession_;
     hyphenLine(1);
-    out_.line(Format("AN  - 2023-%06u", rng_.below(1000000)));
+    out_.line(CaptureFormat("AN  - 2023-%06u", rng_.below(1000000)));
     out_.line("TI  - " + text().substr(6));
     out_.line("PA  - (OKAF) OKAFOR REYES COATINGS");
   }
@@ -150,19 +152,19 @@ class OrbitGenerator {
   void logoff() {
     command("logoff");
     out_.line("SESSION FINISHED 14 MAR 2024  10:21:48");
-    out_.line(Format("ELAPSED TIME ON %s: 0.%02u HRS.", file_.data(), rng_.below(100)));
-    out_.line(Format("YOUR SESSION COST $%u.%02u (ESTIMATED)", rng_.below(900), rng_.below(100)));
+    out_.line(CaptureFormat("ELAPSED TIME ON %s: 0.%02u HRS.", file_.data(), rng_.below(100)));
+    out_.line(CaptureFormat("YOUR SESSION COST $%u.%02u (ESTIMATED)", rng_.below(900), rng_.below(100)));
     out_.line("TYMNET: call cleared by request");
   }
 
-  Rng rng_;
-  LineWriter out_;
+  CaptureRng rng_;
+  CaptureStream out_;
   int64_t target_;
   std::vector<std::string> text_;
   sv file_ = kFiles[0];
   int ss_ = 1;
   int64_t searches_ = 0;
-  int64_t records_ = 0;
+  SyntheticCapture result_;
   int64_t itemsInSession_ = 0;
 };
 

@@ -7,13 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "stn_family_writer.h"
+#include "capture_stream.h"
 
 namespace zv::bench {
 
 namespace {
 
-using namespace stn_family;
 using sv = std::string_view;
 
 constexpr std::array<sv, 4> kFiles = {"POLYDOC", "MATCITE", "PATINDEX", "CHEMREF"};
@@ -24,7 +23,10 @@ constexpr std::array<sv, 10> kTerms = {"membrane?", "gas(w)separation", "polyimi
 class StnGenerator {
  public:
   StnGenerator(const std::string& path, int64_t target)
-      : rng_(0x57A7u), out_(path), target_(target), text_(TextPool(rng_, 5)) {}
+      : rng_(0x57A7u),
+        out_(path),
+        target_(target),
+        text_(CaptureTextPool(rng_, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 5})) {}
 
   SyntheticCapture run() {
     logon();
@@ -37,11 +39,11 @@ class StnGenerator {
       searchAndDisplay();
     }
     logoff();
-    return out_.finish(records_);
+    return out_.finish(result_);
   }
 
  private:
-  const std::string& text() { return text_[rng_.below(static_cast<uint32_t>(text_.size()))]; }
+  const std::string& text() { return rng_.pick(text_); }
 
   void logon() {
     out_.line("Welcome to STN International!  Enter x:x");
@@ -65,7 +67,7 @@ class StnGenerator {
   void costBlock() {
     out_.line("COST IN U.S. DOLLARS                               SINCE FILE     TOTAL");
     out_.line("                                                        ENTRY   SESSION");
-    out_.line(Format("FULL ESTIMATED COST                                    %7u.%02u %7u.%02u", rng_.below(90),
+    out_.line(CaptureFormat("FULL ESTIMATED COST                                    %7u.%02u %7u.%02u", rng_.below(90),
                      rng_.below(100), rng_.below(900), rng_.below(100)));
     out_.blank();
   }
@@ -74,7 +76,7 @@ class StnGenerator {
     file_ = rng_.pick(kFiles);
     out_.line("=> file " + std::string(file_));
     costBlock();
-    out_.line(Format("FILE '%s' ENTERED AT 09:%02u:%02u ON 14 MAR 2024", file_.data(), rng_.below(60), rng_.below(60)));
+    out_.line(CaptureFormat("FILE '%s' ENTERED AT 09:%02u:%02u ON 14 MAR 2024", file_.data(), rng_.below(60), rng_.below(60)));
     out_.line("COPYRIGHT (C) 2024 Documentation Cooperative");
     out_.blank();
   }
@@ -83,9 +85,9 @@ class StnGenerator {
     ++searches_;
     ++lSet_;
     out_.line("=> s " + std::string(rng_.pick(kTerms)) + " and " + std::string(rng_.pick(kTerms)));
-    out_.line(Format("         %5u %s", rng_.between(100, 90000), "TERM"));
+    out_.line(CaptureFormat("         %5u %s", rng_.between(100, 90000), "TERM"));
     const uint32_t hits = rng_.between(5, 60);
-    out_.line(Format("L%d       %5u TERM AND TERM", lSet_, hits));
+    out_.line(CaptureFormat("L%d       %5u TERM AND TERM", lSet_, hits));
     out_.blank();
     const uint32_t kind = rng_.below(100);
     if (kind < 60) displayAnswers(hits, true);
@@ -96,14 +98,14 @@ class StnGenerator {
   }
 
   void answerLine(uint32_t n, uint32_t of) {
-    out_.line(Format("L%d  ANSWER %u OF %u  %s  COPYRIGHT 2024 on STN", lSet_, n, of, file_.data()));
-    ++records_;
+    out_.line(CaptureFormat("L%d  ANSWER %u OF %u  %s  COPYRIGHT 2024 on STN", lSet_, n, of, file_.data()));
+    ++result_.records;
     ++answersInSession_;
   }
 
   void displayAnswers(uint32_t hits, bool full) {
     const uint32_t n = std::min(hits, rng_.between(1, 25));
-    out_.line(Format("=> d l%d 1-%u %s", lSet_, n, full ? "bib abs" : "ti"));
+    out_.line(CaptureFormat("=> d l%d 1-%u %s", lSet_, n, full ? "bib abs" : "ti"));
     out_.blank();
     for (uint32_t i = 1; i <= n; ++i) {
       answerLine(i, hits);
@@ -112,11 +114,11 @@ class StnGenerator {
         out_.blank();
         continue;
       }
-      out_.line(Format("AN   2024:%06u  %s", rng_.below(1000000), file_.data()));
+      out_.line(CaptureFormat("AN   2024:%06u  %s", rng_.below(1000000), file_.data()));
       out_.line("TI   " + text().substr(5));
       out_.line(text());
-      out_.line("AU   " + std::string(rng_.pick(kAuthors)) + "; " + std::string(rng_.pick(kAuthors)));
-      out_.line(Format("SO   Journal of Separation Polymers (%u), %u(%u), %u", rng_.between(1990, 2024),
+      out_.line("AU   " + std::string(rng_.pick(kMembraneAuthors)) + "; " + std::string(rng_.pick(kMembraneAuthors)));
+      out_.line(CaptureFormat("SO   Journal of Separation Polymers (%u), %u(%u), %u", rng_.between(1990, 2024),
                        rng_.between(1, 60), rng_.between(1, 12), rng_.between(1, 900)));
       out_.line("DT   Journal");
       out_.line("LA   English");
@@ -134,13 +136,13 @@ class StnGenerator {
 
   void displayReferences() {
     const uint32_t n = rng_.between(1, 12);
-    out_.line(Format("=> d l%d 1-%u re", lSet_, n));
+    out_.line(CaptureFormat("=> d l%d 1-%u re", lSet_, n));
     out_.blank();
     for (uint32_t i = 1; i <= n; ++i) {
-      out_.line(Format("REFERENCE  %u", i));
-      ++records_;
+      out_.line(CaptureFormat("REFERENCE  %u", i));
+      ++result_.records;
       for (uint32_t l = rng_.between(1, 6); l > 0; --l)
-        out_.line(Format("RE   %s; Polymer Membrane Letters %u, V%u, P%u", rng_.pick(kAuthors).data(),
+        out_.line(CaptureFormat("RE   %s; Polymer Membrane Letters %u, V%u, P%u", rng_.pick(kMembraneAuthors).data(),
                          rng_.between(1980, 2024), rng_.between(1, 40), rng_.between(1, 999)));
       out_.blank();
     }
@@ -149,15 +151,15 @@ class StnGenerator {
   // A biblio group opens a record, and the hyphen line below it is left out; the
   // further hyphen number lines each open one, and "-AB-" lines are left out.
   void displayFamilies() {
-    out_.line(Format("=> d l%d 1-3 fam", lSet_));
+    out_.line(CaptureFormat("=> d l%d 1-3 fam", lSet_));
     out_.blank();
     out_.line("*** BIBLIO GROUP ***");
-    ++records_;
+    ++result_.records;
     const uint32_t members = rng_.between(1, 5);
     for (uint32_t m = 1; m <= members; ++m) {
-      out_.line(Format("-%u- Hollow fibre module with polyimide skin (PATINDEX)", m));
-      if (m > 1) ++records_;
-      out_.line(Format("PN   XA %010u A1 2023%02u%02u", rng_.below(2000000000), rng_.between(1, 12), rng_.between(1, 28)));
+      out_.line(CaptureFormat("-%u- Hollow fibre module with polyimide skin (PATINDEX)", m));
+      if (m > 1) ++result_.records;
+      out_.line(CaptureFormat("PN   XA %010u A1 2023%02u%02u", rng_.below(2000000000), rng_.between(1, 12), rng_.between(1, 28)));
       out_.line("PA   Norrhaven Membrane Works");
       if (rng_.chance(300)) out_.line("-AB- Family members not shown (PATINDEX)");
     }
@@ -165,7 +167,7 @@ class StnGenerator {
   }
 
   void invalidFormat() {
-    out_.line(Format("=> d l%d 1 xyz", lSet_));
+    out_.line(CaptureFormat("=> d l%d 1 xyz", lSet_));
     out_.line("'XYZ' IS NOT A VALID FORMAT FOR FILE '" + std::string(file_) + "'");
     out_.blank();
   }
@@ -176,14 +178,14 @@ class StnGenerator {
     out_.line("STN INTERNATIONAL LOGOFF AT 09:42:31 ON 14 MAR 2024");
   }
 
-  Rng rng_;
-  LineWriter out_;
+  CaptureRng rng_;
+  CaptureStream out_;
   int64_t target_;
   std::vector<std::string> text_;
   sv file_ = kFiles[0];
   int lSet_ = 0;
   int64_t searches_ = 0;
-  int64_t records_ = 0;
+  SyntheticCapture result_;
   int64_t answersInSession_ = 0;
 };
 

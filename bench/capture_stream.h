@@ -1,5 +1,6 @@
-// What the capture generators share: a portable random source and a buffered writer
-// of CR LF lines that streams to disk, so a capture of any size needs little memory.
+// What the capture generators share: a portable random source, a buffered writer of
+// CR LF lines that streams to disk, so a capture of any size needs little memory, a
+// session clock, pools of running text and the word lists more than one service uses.
 #pragma once
 
 #include <array>
@@ -11,6 +12,8 @@
 #include <vector>
 
 #include <unistd.h>
+
+#include "synthetic_capture.h"
 
 namespace zv::bench {
 
@@ -30,6 +33,8 @@ class CaptureRng {
   bool chance(uint32_t perThousand) { return below(1000) < perThousand; }
   template <typename T, std::size_t N>
   const T& pick(const std::array<T, N>& a) { return a[below(N)]; }
+  template <typename T>
+  const T& pick(const std::vector<T>& v) { return v[below(static_cast<uint32_t>(v.size()))]; }
 
  private:
   uint64_t state_;
@@ -43,8 +48,8 @@ std::string CaptureFormat(const char* fmt, Args... args) {
   return std::string(buf, static_cast<std::size_t>(n < 0 ? 0 : n));
 }
 
-// CR LF lines to a file through a 1 MB buffer. finish() puts them on disk (fsync), so
-// that no write-back of the capture runs beside a timed case.
+// CR LF lines to a file through a 1 MB buffer, counted as they go. finish() puts them
+// on disk (fsync), so that no write-back of the capture runs beside a timed case.
 class CaptureStream {
  public:
   explicit CaptureStream(const std::string& path) : path_(path) {
@@ -64,17 +69,28 @@ class CaptureStream {
     ++lines_;
     if (buf_.size() >= kFlushAt) flush();
   }
+  // One line of two parts, such as an indent and its text, without a joined copy.
+  void line(std::string_view head, std::string_view rest) {
+    buf_.append(head);
+    line(rest);
+  }
   void blank() { line({}); }
 
   int64_t bytes() const { return written_ + static_cast<int64_t>(buf_.size()); }
   int64_t lines() const { return lines_; }
 
-  void finish() {
+  // Puts the capture on disk and returns `counts` (what the generator counted: records,
+  // .FSC lines) with the path, bytes and lines filled in.
+  SyntheticCapture finish(SyntheticCapture counts = {}) {
     flush();
     const bool ok = std::fflush(out_) == 0 && ::fsync(::fileno(out_)) == 0;
     const bool closed = std::fclose(out_) == 0;
     out_ = nullptr;
     if (!ok || !closed) throw std::runtime_error("cannot write " + path_);
+    counts.path = path_;
+    counts.bytes = written_;
+    counts.lines = lines_;
+    return counts;
   }
 
  private:
@@ -94,18 +110,40 @@ class CaptureStream {
   int64_t lines_ = 0;
 };
 
-// A pool of lines of running text, 40 to 76 characters, built from `words`. A few hold
-// a Latin-1 letter or a tab, as captures do, so that the line cleaning has work.
+// The time of day through a session, from 09:00:00 on, a few seconds to a minute and
+// a half later at each reading.
+class CaptureClock {
+ public:
+  std::string next(CaptureRng& rng) {
+    seconds_ += static_cast<int>(rng.between(5, 90));
+    return CaptureFormat("%02d:%02d:%02d", (seconds_ / 3600) % 24, (seconds_ / 60) % 60, seconds_ % 60);
+  }
+
+ private:
+  int seconds_ = 9 * 3600;
+};
+
+// How the lines of a text pool look: `count` lines, each `indent` blanks and then
+// words up to a width of `minWidth` to `maxWidth` characters behind the indent.
+struct TextPoolShape {
+  std::size_t count = 4096;
+  uint32_t minWidth = 40;
+  uint32_t maxWidth = 76;
+  std::size_t indent = 0;
+};
+
+// A pool of lines of running text built from `words`. A few hold a Latin-1 letter or a
+// tab, as captures do, so that the line cleaning has work.
 template <std::size_t N>
 std::vector<std::string> CaptureTextPool(CaptureRng& rng, const std::array<std::string_view, N>& words,
-                                         std::size_t count) {
+                                         TextPoolShape shape = {}) {
   std::vector<std::string> pool;
-  pool.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    std::string s;
-    const std::size_t width = rng.between(40, 76);
+  pool.reserve(shape.count);
+  for (std::size_t i = 0; i < shape.count; ++i) {
+    std::string s(shape.indent, ' ');
+    const std::size_t width = shape.indent + rng.between(shape.minWidth, shape.maxWidth);
     while (s.size() < width) {
-      if (!s.empty()) s += ' ';
+      if (s.size() > shape.indent) s += ' ';
       s += rng.pick(words);
     }
     if (rng.chance(10)) s[s.size() / 2] = '\xE9';
@@ -114,5 +152,23 @@ std::vector<std::string> CaptureTextPool(CaptureRng& rng, const std::array<std::
   }
   return pool;
 }
+
+inline constexpr std::array<std::string_view, 12> kCaptureMonths = {
+    "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+// Running text of polymer membrane records, as the patent and chemistry services (STN,
+// Orbit) show them: no hyphens, no capitals, no colons, so that no text line made of
+// them can pass for a start or end line there.
+inline constexpr std::array<std::string_view, 48> kMembraneWords = {
+    "membrane", "fibre", "fibres", "polymer", "film", "films", "gas", "carbon", "dioxide",
+    "methane", "permeance", "selectivity", "pressure", "bar", "module", "modules", "spun",
+    "tested", "measured", "rose", "fell", "held", "steady", "after", "before", "within",
+    "between", "the", "of", "and", "in", "on", "by", "was", "were", "a", "to", "from",
+    "with", "than", "days", "months", "free", "volume", "ageing", "thin", "humid", "sites"};
+
+inline constexpr std::array<std::string_view, 12> kMembraneAuthors = {
+    "Brandvold, Kari", "Oyelaran, Simi", "Ekwall, Mats", "Moreau Castell, Delphine",
+    "Rautio, Heikki", "Aldana Ruiz, Carmen", "Petrakis, Nikos", "Gallacher, Sean",
+    "Achterberg, Lise", "Faltin, Rolf", "Ndiaye, Fatou", "Ibarra, Marta"};
 
 }  // namespace zv::bench

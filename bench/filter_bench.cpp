@@ -8,19 +8,15 @@
 // the same run, peak memory, and the verdicts against the targets.
 #include <benchmark/benchmark.h>
 
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <regex>
 #include <string>
@@ -32,8 +28,8 @@
 #include "core/job_host.h"
 #include "core/job_state.h"
 #include "core/line_reader.h"
-#include "core/text.h"
 #include "core/text_out.h"
+#include "bench_harness.h"
 #include "capture_brs.h"
 #include "capture_datastar.h"
 #include "capture_djnr.h"
@@ -51,15 +47,9 @@
 #include "filters/stn.h"
 #include "synthetic_capture.h"
 
-#ifndef ZV_BENCH_BUILD_TYPE
-#define ZV_BENCH_BUILD_TYPE "unknown"
-#endif
-
 namespace {
 
-using zv::bench::SyntheticCapture;
-
-constexpr double kMiB = 1024.0 * 1024.0;
+using namespace zv::bench;
 
 // What the targets ask of the filter.
 constexpr double kTargetFilterMBs = 150.0;
@@ -96,25 +86,6 @@ struct Setup {
   bool showProgress = false;
 };
 Setup gSetup;  // filled before the cases of a filter run
-
-int64_t envInt(const char* name, int64_t fallback) {
-  const char* v = std::getenv(name);
-  if (!v || !*v) return fallback;
-  char* end = nullptr;
-  const long long n = std::strtoll(v, &end, 10);
-  return (end && *end == '\0' && n > 0) ? n : fallback;
-}
-
-bool envFlag(const char* name) {
-  const char* v = std::getenv(name);
-  return v && *v && std::strcmp(v, "0") != 0;
-}
-
-int64_t fileBytes(const std::string& path) {
-  std::error_code ec;
-  const auto n = std::filesystem::file_size(path, ec);
-  return ec ? -1 : static_cast<int64_t>(n);
-}
 
 // Lines of a file by its LF bytes, read in small blocks: the check must not add to
 // the peak memory of the case it checks.
@@ -165,51 +136,27 @@ void readFreadMemchr(benchmark::State& state) {
 // What most C++ code would write: std::getline from an ifstream into one string.
 void readGetline(benchmark::State& state) {
   for (auto _ : state) {
-    std::ifstream in(gSetup.capture.path, std::ios::binary);
-    std::string line;
-    int64_t lines = 0;
-    std::size_t chars = 0;
-    while (std::getline(in, line)) {
-      ++lines;
-      chars += line.size();
-    }
-    benchmark::DoNotOptimize(chars);
-    checkLines(state, lines);
+    const LineTally read = TallyGetline(gSetup.capture.path);
+    benchmark::DoNotOptimize(read.chars);
+    checkLines(state, read.lines);
   }
 }
 
 // The program's own buffered line read, as the filter frame uses it.
 void readLineReader(benchmark::State& state) {
   for (auto _ : state) {
-    zv::LineReader in(gSetup.capture.path);
-    std::string line;
-    int64_t lines = 0;
-    std::size_t chars = 0;
-    while (in.readLine(line)) {
-      ++lines;
-      chars += line.size();
-    }
-    benchmark::DoNotOptimize(chars);
-    checkLines(state, lines);
+    const LineTally read = TallyLineReader(gSetup.capture.path);
+    benchmark::DoNotOptimize(read.chars);
+    checkLines(state, read.lines);
   }
 }
 
 // The line read plus the cleaning every filter applies to each line.
 void readLineReaderClean(benchmark::State& state) {
-  static constexpr char kNul[1] = {'\0'};
   for (auto _ : state) {
-    zv::LineReader in(gSetup.capture.path);
-    std::string line;
-    int64_t lines = 0;
-    std::size_t chars = 0;
-    while (in.readLine(line)) {
-      zv::LowAscii(line);
-      zv::RemCtrl(line, std::string_view(kNul, 1));
-      ++lines;
-      chars += line.size();
-    }
-    benchmark::DoNotOptimize(chars);
-    checkLines(state, lines);
+    const LineTally read = TallyLineReader(gSetup.capture.path, true);
+    benchmark::DoNotOptimize(read.chars);
+    checkLines(state, read.lines);
   }
 }
 
@@ -324,8 +271,8 @@ std::string checkJob(const zv::JobState& job, zv::JobOutcome outcome, const JobO
   if (outcome != zv::JobOutcome::Done) return "the filter did not finish";
   if (job.glRecNum != c.records)
     return "recognized " + std::to_string(job.glRecNum) + " records, expected " + std::to_string(c.records);
-  if (fileBytes(out.ndx) != c.records * static_cast<int64_t>(zv::kIndexRecLen)) return ".NDX of the wrong size";
-  if (fileBytes(out.pro) <= 0) return "no .PRO";
+  if (FileBytes(out.ndx) != c.records * static_cast<int64_t>(zv::kIndexRecLen)) return ".NDX of the wrong size";
+  if (FileBytes(out.pro) <= 0) return "no .PRO";
   if (c.fscLines + c.fscSeparators == 0) {
     if (std::filesystem::exists(out.fsc)) return "a .FSC where none belongs";
   } else if (const int64_t fscLines = countLines(out.fsc); fscLines != c.fscLines + c.fscSeparators) {
@@ -356,13 +303,13 @@ void runFilter(benchmark::State& state, bool withProgress) {
     if (!problem.empty()) state.SkipWithError(problem.c_str());
     state.ResumeTiming();
   }
-  if (!envFlag("ZV_BENCH_KEEP")) out.remove();
+  if (!EnvFlag("ZV_BENCH_KEEP")) out.remove();
 }
 
 void filterProgressOff(benchmark::State& state) { runFilter(state, false); }
 void filterProgressOn(benchmark::State& state) { runFilter(state, true); }
 
-// --- one child process per case --------------------------------------------------
+// --- the cases of each filter ---------------------------------------------------
 
 struct Case {
   const char* name;  // behind the filter's key: "dialog/read/getline"
@@ -379,130 +326,6 @@ constexpr Case kCases[] = {
 
 std::string caseName(const FilterRow& row, const Case& c) { return std::string(row.key) + "/" + c.name; }
 
-// Keeps the seconds of each repetition; prints nothing.
-class CollectingReporter final : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      if (run.error_occurred) {
-        error = run.error_message.empty() ? "failed" : run.error_message;
-        continue;
-      }
-      const auto iterations = static_cast<double>(std::max<int64_t>(run.iterations, 1));
-      seconds.push_back(run.real_accumulated_time / iterations);
-      cpuSeconds.push_back(run.cpu_accumulated_time / iterations);
-    }
-  }
-  std::vector<double> seconds;
-  std::vector<double> cpuSeconds;
-  std::string error;
-};
-
-struct CaseResult {
-  std::string name;
-  std::vector<double> seconds;     // wall clock, one per repetition
-  std::vector<double> cpuSeconds;  // CPU time of the same repetitions
-  long peakKb = 0;                 // the child's ru_maxrss
-  std::string error;
-  int64_t bytes = 0;               // of the capture it ran on
-
-  bool ok() const { return error.empty() && !seconds.empty(); }
-  double best() const { return *std::min_element(seconds.begin(), seconds.end()); }
-  double median() const {
-    std::vector<double> s = seconds;
-    std::sort(s.begin(), s.end());
-    return s.size() % 2 ? s[s.size() / 2] : (s[s.size() / 2 - 1] + s[s.size() / 2]) / 2;
-  }
-  // CPU time is the figure to compare when other work shares the machine.
-  double bestCpu() const { return *std::min_element(cpuSeconds.begin(), cpuSeconds.end()); }
-  double mbPerSecond() const { return static_cast<double>(bytes) / kMiB / best(); }
-};
-
-long currentRssKb() {
-  std::FILE* f = std::fopen("/proc/self/statm", "r");
-  long pages = 0, resident = 0;
-  if (f) {
-    if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = 0;
-    std::fclose(f);
-  }
-  return resident * (sysconf(_SC_PAGESIZE) / 1024);
-}
-
-CaseResult runCaseInChild(const std::string& name) {
-  CaseResult result;
-  result.name = name;
-  result.bytes = gSetup.capture.bytes;
-  int fds[2];
-  if (::pipe(fds) != 0) {
-    result.error = std::strerror(errno);
-    return result;
-  }
-  std::fflush(nullptr);
-  const pid_t pid = ::fork();
-  if (pid < 0) {
-    result.error = std::strerror(errno);
-    return result;
-  }
-  if (pid == 0) {
-    ::close(fds[0]);
-    CollectingReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + name + "(/|$)");
-    std::string report;
-    for (std::size_t i = 0; i < reporter.seconds.size(); ++i)
-      report += "s " + std::to_string(reporter.seconds[i]) + " " + std::to_string(reporter.cpuSeconds[i]) + "\n";
-    if (!reporter.error.empty()) report += "e " + reporter.error + "\n";
-    const char* p = report.data();
-    std::size_t left = report.size();
-    while (left > 0) {
-      const ssize_t w = ::write(fds[1], p, left);
-      if (w <= 0) break;
-      p += w;
-      left -= static_cast<std::size_t>(w);
-    }
-    ::_exit(0);  // no destructors or atexit handlers: the parent owns the temp folder
-  }
-  ::close(fds[1]);
-  std::string report;
-  char buf[4096];
-  ssize_t n;
-  while ((n = ::read(fds[0], buf, sizeof buf)) > 0 || (n < 0 && errno == EINTR))
-    if (n > 0) report.append(buf, static_cast<std::size_t>(n));
-  ::close(fds[0]);
-  int status = 0;
-  struct rusage usage {};
-  while (::wait4(pid, &status, 0, &usage) < 0 && errno == EINTR) {
-  }
-  result.peakKb = usage.ru_maxrss;
-  std::size_t at = 0;
-  while (at < report.size()) {
-    std::size_t end = report.find('\n', at);
-    if (end == std::string::npos) end = report.size();
-    const std::string lineText = report.substr(at, end - at);
-    if (lineText.rfind("s ", 0) == 0) {
-      std::size_t used = 0;
-      result.seconds.push_back(std::stod(lineText.substr(2), &used));
-      result.cpuSeconds.push_back(std::stod(lineText.substr(2 + used)));
-    }
-    if (lineText.rfind("e ", 0) == 0) result.error = lineText.substr(2);
-    at = end + 1;
-  }
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) result.error = "the case's process failed";
-  if (result.error.empty() && result.seconds.empty()) result.error = "no timing";
-  return result;
-}
-
-const CaseResult* find(const std::vector<CaseResult>& results, std::string_view name) {
-  for (const auto& r : results)
-    if (r.name.ends_with(name) && r.ok()) return &r;
-  return nullptr;
-}
-
-void printVerdict(const char* what, double value, const char* unit, const char* target, bool met) {
-  std::printf("  %-44s %9.2f %-5s %-16s %s\n", what, value, unit, target, met ? "met" : "MISSED");
-}
-
 // What one filter's run gave: its capture and its cases.
 struct FilterResult {
   const FilterRow* row;
@@ -512,11 +335,11 @@ struct FilterResult {
 
 // The ratios of one filter's cases to each other, below its case lines.
 void printFigures(const std::vector<CaseResult>& results) {
-  const CaseResult* lineReader = find(results, "/read/LineReader");
-  const CaseResult* getlineRead = find(results, "/read/getline");
-  const CaseResult* copy = find(results, "/write/copy_lines");
-  const CaseResult* off = find(results, "/filter/progress_off");
-  const CaseResult* on = find(results, "/filter/progress_on");
+  const CaseResult* lineReader = FindCase(results, "/read/LineReader");
+  const CaseResult* getlineRead = FindCase(results, "/read/getline");
+  const CaseResult* copy = FindCase(results, "/write/copy_lines");
+  const CaseResult* off = FindCase(results, "/filter/progress_off");
+  const CaseResult* on = FindCase(results, "/filter/progress_on");
   if (off && lineReader) {
     std::printf("    filter (progress off) / LineReader time:      %6.2fx\n", off->best() / lineReader->best());
     if (on) std::printf("    filter (progress on) / LineReader time:       %6.2fx\n", on->best() / lineReader->best());
@@ -563,9 +386,9 @@ void printTable(const std::vector<FilterResult>& filters) {
   std::printf("\n  %-8s %10s %9s %8s %10s %12s %8s   %-10s %-12s\n", "filter", "capture MB", "records", "MB/s",
               "x getline", "x LineReader", "peak MB", ">=150 MB/s", "<=4x getline");
   for (const FilterResult& f : filters) {
-    const CaseResult* on = find(f.cases, "/filter/progress_on");
-    const CaseResult* getlineRead = find(f.cases, "/read/getline");
-    const CaseResult* lineReader = find(f.cases, "/read/LineReader");
+    const CaseResult* on = FindCase(f.cases, "/filter/progress_on");
+    const CaseResult* getlineRead = FindCase(f.cases, "/read/getline");
+    const CaseResult* lineReader = FindCase(f.cases, "/read/LineReader");
     std::printf("  %-8s %10.1f %9lld ", f.row->name, static_cast<double>(f.capture.bytes) / kMiB,
                 static_cast<long long>(f.capture.records));
     if (!on) {
@@ -593,9 +416,9 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   const std::regex only(argc > 1 ? argv[1] : ".*");
 
-  const int64_t mb = envInt("ZV_BENCH_MB", 100);
-  const int64_t reps = envInt("ZV_BENCH_REPS", 3);
-  gSetup.showProgress = envFlag("ZV_BENCH_PROGRESS") && ::isatty(STDERR_FILENO);
+  const int64_t mb = EnvInt("ZV_BENCH_MB", 100);
+  const int64_t reps = EnvInt("ZV_BENCH_REPS", 3);
+  gSetup.showProgress = EnvFlag("ZV_BENCH_PROGRESS") && ::isatty(STDERR_FILENO);
   // The filters to run, and the names of their cases that the pattern picks.
   std::vector<std::pair<const FilterRow*, std::vector<std::string>>> plan;
   for (const FilterRow& row : kFilters) {
@@ -604,7 +427,7 @@ int main(int argc, char** argv) {
     for (const Case& c : kCases) {
       const std::string name = caseName(row, c);
       if (!std::regex_search(name, only)) continue;
-      benchmark::RegisterBenchmark(name.c_str(), c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+      RegisterCase(name, c.fn, reps);
       names.push_back(name);
     }
     if (!names.empty()) plan.emplace_back(&row, std::move(names));
@@ -614,19 +437,11 @@ int main(int argc, char** argv) {
     return 2;
   }
 
-  const char* tmp = std::getenv("ZV_BENCH_DIR");
-  if (!tmp || !*tmp) tmp = std::getenv("TMPDIR");
-  std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/zv-bench-XXXXXX";
-  if (!::mkdtemp(pattern.data())) {
-    std::fprintf(stderr, "cannot make a folder from %s: %s\n", pattern.c_str(), std::strerror(errno));
-    return 2;
-  }
-  gSetup.dir = pattern;
-  const bool keep = envFlag("ZV_BENCH_KEEP");
+  gSetup.dir = MakeBenchDir("zv-bench-");
+  if (gSetup.dir.empty()) return 2;
+  const bool keep = EnvFlag("ZV_BENCH_KEEP");
 
-  std::printf("Zorvanta line filter benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
-  if (std::string_view(ZV_BENCH_BUILD_TYPE) != "Release")
-    std::printf("  note: not a Release build; the figures do not stand for the program\n");
+  PrintBanner("line filter benchmark");
   if (mb < 100) std::printf("  note: a capture below 100 MB is for trying the benchmark, not for its figures\n");
   std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes\n",
               static_cast<long long>(reps));
@@ -650,11 +465,12 @@ int main(int argc, char** argv) {
                 row->name, cap.path.c_str(), static_cast<double>(cap.bytes) / kMiB, static_cast<long long>(cap.lines),
                 static_cast<long long>(cap.records), static_cast<long long>(cap.fscLines), genSeconds);
     std::printf("  resident memory of this process before the cases: %.1f MB\n\n",
-                static_cast<double>(currentRssKb()) / 1024.0);
+                static_cast<double>(CurrentRssKb()) / 1024.0);
     std::printf("  %-30s %9s %9s %9s %9s %10s\n", "case", "best s", "median s", "cpu s", "MB/s", "peak RSS");
     FilterResult result{row, cap, {}};
     for (const std::string& name : names) {
-      result.cases.push_back(runCaseInChild(name));
+      result.cases.push_back(RunCaseInChild(name));
+      result.cases.back().bytes = cap.bytes;
       const CaseResult& r = result.cases.back();
       if (r.ok()) {
         std::printf("  %-30s %9.3f %9.3f %9.3f %9.1f %7.1f MB\n", r.name.c_str(), r.best(), r.median(), r.bestCpu(),
@@ -676,30 +492,30 @@ int main(int argc, char** argv) {
 
   std::printf("\n  targets\n");
   for (const FilterResult& f : filters) {
-    const CaseResult* on = find(f.cases, "/filter/progress_on");
-    const CaseResult* off = find(f.cases, "/filter/progress_off");
-    const CaseResult* getlineRead = find(f.cases, "/read/getline");
-    const CaseResult* lineReader = find(f.cases, "/read/LineReader");
+    const CaseResult* on = FindCase(f.cases, "/filter/progress_on");
+    const CaseResult* off = FindCase(f.cases, "/filter/progress_off");
+    const CaseResult* getlineRead = FindCase(f.cases, "/read/getline");
+    const CaseResult* lineReader = FindCase(f.cases, "/read/LineReader");
     const std::string name = f.row->name;
     if (on)
-      printVerdict((name + " filter, progress on").c_str(), on->mbPerSecond(), "MB/s", ">= 150",
+      PrintVerdict((name + " filter, progress on").c_str(), on->mbPerSecond(), "MB/s", ">= 150",
                    on->mbPerSecond() >= kTargetFilterMBs);
     if (off)
-      printVerdict((name + " filter, progress off").c_str(), off->mbPerSecond(), "MB/s", ">= 150",
+      PrintVerdict((name + " filter, progress off").c_str(), off->mbPerSecond(), "MB/s", ">= 150",
                    off->mbPerSecond() >= kTargetFilterMBs);
     // The plain buffered read of a capture's lines is std::getline from an ifstream. The
     // program's own LineReader is faster than that, so the ratio to it is shown too, as
     // the stricter figure.
     if (on && getlineRead)
-      printVerdict((name + " (progress on) / std::getline").c_str(), on->best() / getlineRead->best(), "x", "<= 4",
+      PrintVerdict((name + " (progress on) / std::getline").c_str(), on->best() / getlineRead->best(), "x", "<= 4",
                    on->best() / getlineRead->best() <= kTargetRatio);
     if (on && lineReader)
-      printVerdict((name + " (progress on) / LineReader").c_str(), on->best() / lineReader->best(), "x", "<= 4",
+      PrintVerdict((name + " (progress on) / LineReader").c_str(), on->best() / lineReader->best(), "x", "<= 4",
                    on->best() / lineReader->best() <= kTargetRatio);
     for (const CaseResult* r : {off, on}) {
       if (!r) continue;
       const double peak = static_cast<double>(r->peakKb) / 1024.0;
-      printVerdict((r->name + " peak RSS").c_str(), peak, "MB", "< 32", peak < kTargetPeakMB);
+      PrintVerdict((r->name + " peak RSS").c_str(), peak, "MB", "< 32", peak < kTargetPeakMB);
     }
   }
   std::printf("  (peak memory must not grow with the input: compare runs at two ZV_BENCH_MB sizes)\n");

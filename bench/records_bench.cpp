@@ -8,23 +8,17 @@
 // Benchmark, so that the peak resident memory wait4() reports belongs to that case.
 #include <benchmark/benchmark.h>
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "bench_harness.h"
 #include "core/index_rec.h"
 #include "core/job_host.h"
 #include "core/job_state.h"
@@ -35,13 +29,10 @@
 #include "records/record_file.h"
 #include "synthetic_capture.h"
 
-#ifndef ZV_BENCH_BUILD_TYPE
-#define ZV_BENCH_BUILD_TYPE "unknown"
-#endif
-
 namespace {
 
-constexpr double kMiB = 1024.0 * 1024.0;
+using namespace zv::bench;
+
 constexpr double kTargetRatio = 3.0;     // BuildIndex at no less than 1/3 of the line read's speed
 constexpr double kTargetFlatMB = 4.0;    // peak memory of the large and the small build may differ by this
 
@@ -57,20 +48,6 @@ struct Setup {
 };
 Setup gSetup;
 
-int64_t envInt(const char* name, int64_t fallback) {
-  const char* v = std::getenv(name);
-  if (!v || !*v) return fallback;
-  char* end = nullptr;
-  const long long n = std::strtoll(v, &end, 10);
-  return (end && *end == '\0' && n > 0) ? n : fallback;
-}
-
-int64_t fileBytes(const std::string& path) {
-  std::error_code ec;
-  const auto n = std::filesystem::file_size(path, ec);
-  return ec ? -1 : static_cast<int64_t>(n);
-}
-
 // Lines and labels of a .PRO, counted once at setup to check the cases by.
 void count(RecordFile& f) {
   zv::LineReader in(f.pro);
@@ -79,7 +56,7 @@ void count(RecordFile& f) {
     ++f.lines;
     if (line.starts_with("Record - ")) ++f.records;
   }
-  f.bytes = fileBytes(f.pro);
+  f.bytes = FileBytes(f.pro);
 }
 
 class QuietHost : public zv::JobHost {
@@ -144,32 +121,18 @@ void checkLines(benchmark::State& state, const RecordFile& f, int64_t lines) {
 // The plain buffered line read: std::getline from an ifstream.
 void readGetline(benchmark::State& state) {
   for (auto _ : state) {
-    std::ifstream in(gSetup.large.pro, std::ios::binary);
-    std::string line;
-    int64_t lines = 0;
-    std::size_t chars = 0;
-    while (std::getline(in, line)) {
-      ++lines;
-      chars += line.size();
-    }
-    benchmark::DoNotOptimize(chars);
-    checkLines(state, gSetup.large, lines);
+    const LineTally read = TallyGetline(gSetup.large.pro);
+    benchmark::DoNotOptimize(read.chars);
+    checkLines(state, gSetup.large, read.lines);
   }
 }
 
 // The program's own line read, which BuildIndex is built on.
 void readLineReader(benchmark::State& state) {
   for (auto _ : state) {
-    zv::LineReader in(gSetup.large.pro);
-    std::string line;
-    int64_t lines = 0;
-    std::size_t chars = 0;
-    while (in.readLine(line)) {
-      ++lines;
-      chars += line.size();
-    }
-    benchmark::DoNotOptimize(chars);
-    checkLines(state, gSetup.large, lines);
+    const LineTally read = TallyLineReader(gSetup.large.pro);
+    benchmark::DoNotOptimize(read.chars);
+    checkLines(state, gSetup.large, read.lines);
   }
 }
 
@@ -189,7 +152,7 @@ void buildIndex(benchmark::State& state, const RecordFile& f) {
     const zv::IndexOutcome outcome = zv::BuildIndex(job, progress);
     state.PauseTiming();
     if (outcome != zv::IndexOutcome::Built || progress.lines != f.lines || progress.records != f.records ||
-        fileBytes(f.ndx) != f.records * static_cast<int64_t>(zv::kIndexRecLen))
+        FileBytes(f.ndx) != f.records * static_cast<int64_t>(zv::kIndexRecLen))
       state.SkipWithError("BuildIndex did not index every record");
     std::filesystem::remove(f.ndx);
     state.ResumeTiming();
@@ -233,7 +196,7 @@ void randomAccess(benchmark::State& state, bool sifterPath) {
 void accessSifterPath(benchmark::State& state) { randomAccess(state, true); }
 void accessHeldOpen(benchmark::State& state) { randomAccess(state, false); }
 
-// --- one child process per case ------------------------------------------------
+// --- the cases in their order ------------------------------------------------
 
 struct Case {
   const char* name;
@@ -246,89 +209,6 @@ constexpr Case kCases[] = {
     {"access/sifter_path", accessSifterPath}, {"access/held_open", accessHeldOpen},
 };
 
-class CollectingReporter final : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& runs) override {
-    for (const Run& run : runs) {
-      if (run.run_type != Run::RT_Iteration) continue;
-      if (run.error_occurred) {
-        error = run.error_message.empty() ? "failed" : run.error_message;
-        continue;
-      }
-      seconds.push_back(run.real_accumulated_time / static_cast<double>(std::max<int64_t>(run.iterations, 1)));
-    }
-  }
-  std::vector<double> seconds;
-  std::string error;
-};
-
-struct CaseResult {
-  std::string name;
-  std::vector<double> seconds;
-  long peakKb = 0;
-  std::string error;
-  bool ok() const { return error.empty() && !seconds.empty(); }
-  double best() const { return *std::min_element(seconds.begin(), seconds.end()); }
-};
-
-CaseResult runCaseInChild(const Case& c) {
-  CaseResult result{c.name, {}, 0, {}};
-  int fds[2];
-  if (::pipe(fds) != 0) return {c.name, {}, 0, std::strerror(errno)};
-  std::fflush(nullptr);
-  const pid_t pid = ::fork();
-  if (pid < 0) return {c.name, {}, 0, std::strerror(errno)};
-  if (pid == 0) {
-    ::close(fds[0]);
-    CollectingReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter, "^" + std::string(c.name) + "(/|$)");
-    std::string report;
-    for (double s : reporter.seconds) report += "s " + std::to_string(s) + "\n";
-    if (!reporter.error.empty()) report += "e " + reporter.error + "\n";
-    for (std::size_t at = 0; at < report.size();) {
-      const ssize_t w = ::write(fds[1], report.data() + at, report.size() - at);
-      if (w <= 0) break;
-      at += static_cast<std::size_t>(w);
-    }
-    ::_exit(0);  // the parent owns the temporary folder
-  }
-  ::close(fds[1]);
-  std::string report;
-  char buf[4096];
-  ssize_t n;
-  while ((n = ::read(fds[0], buf, sizeof buf)) > 0 || (n < 0 && errno == EINTR))
-    if (n > 0) report.append(buf, static_cast<std::size_t>(n));
-  ::close(fds[0]);
-  int status = 0;
-  struct rusage usage {};
-  while (::wait4(pid, &status, 0, &usage) < 0 && errno == EINTR) {
-  }
-  result.peakKb = usage.ru_maxrss;
-  std::size_t at = 0;
-  while (at < report.size()) {
-    std::size_t end = report.find('\n', at);
-    if (end == std::string::npos) end = report.size();
-    const std::string line = report.substr(at, end - at);
-    if (line.rfind("s ", 0) == 0) result.seconds.push_back(std::stod(line.substr(2)));
-    if (line.rfind("e ", 0) == 0) result.error = line.substr(2);
-    at = end + 1;
-  }
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) result.error = "the case's process failed";
-  if (result.error.empty() && result.seconds.empty()) result.error = "no timing";
-  return result;
-}
-
-const CaseResult* find(const std::vector<CaseResult>& results, std::string_view name) {
-  for (const auto& r : results)
-    if (r.name == name && r.ok()) return &r;
-  return nullptr;
-}
-
-void printVerdict(const char* what, double value, const char* unit, const char* target, bool met) {
-  std::printf("  %-44s %11.2f %-5s %-12s %s\n", what, value, unit, target, met ? "met" : "MISSED");
-}
-
 void describe(const char* what, const RecordFile& f) {
   std::printf("  %-8s %s\n           %.1f MB, %lld lines, %lld records\n", what, f.pro.c_str(),
               static_cast<double>(f.bytes) / kMiB, static_cast<long long>(f.lines), static_cast<long long>(f.records));
@@ -339,25 +219,17 @@ void describe(const char* what, const RecordFile& f) {
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   const std::regex only(argc > 1 ? argv[1] : ".*");
-  const int64_t proMb = envInt("ZV_BENCH_PRO_MB", 512);
-  const int64_t reps = envInt("ZV_BENCH_REPS", 3);
-  const int64_t records = envInt("ZV_BENCH_RECORDS", 1'000'000);
-  gSetup.accesses = envInt("ZV_BENCH_ACCESSES", 200'000);
+  const int64_t proMb = EnvInt("ZV_BENCH_PRO_MB", 512);
+  const int64_t reps = EnvInt("ZV_BENCH_REPS", 3);
+  const int64_t records = EnvInt("ZV_BENCH_RECORDS", 1'000'000);
+  gSetup.accesses = EnvInt("ZV_BENCH_ACCESSES", 200'000);
   for (const Case& c : kCases)
-    benchmark::RegisterBenchmark(c.name, c.fn)->Iterations(1)->Repetitions(static_cast<int>(reps))->UseRealTime();
+    RegisterCase(c.name, c.fn, reps);
 
-  const char* tmp = std::getenv("ZV_BENCH_DIR");
-  if (!tmp || !*tmp) tmp = std::getenv("TMPDIR");
-  std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/zv-records-bench-XXXXXX";
-  if (!::mkdtemp(pattern.data())) {
-    std::fprintf(stderr, "cannot make a folder from %s: %s\n", pattern.c_str(), std::strerror(errno));
-    return 2;
-  }
-  gSetup.dir = pattern;
+  gSetup.dir = MakeBenchDir("zv-records-bench-");
+  if (gSetup.dir.empty()) return 2;
 
-  std::printf("Zorvanta record file benchmark (%s build)\n", ZV_BENCH_BUILD_TYPE);
-  if (std::string_view(ZV_BENCH_BUILD_TYPE) != "Release")
-    std::printf("  note: not a Release build; the figures do not stand for the program\n");
+  PrintBanner("record file benchmark");
   if (proMb < 500) std::printf("  note: a .PRO below 500 MB is for trying the benchmark, not for its figures\n");
   std::fflush(stdout);
   const auto setupStart = std::chrono::steady_clock::now();
@@ -386,7 +258,7 @@ int main(int argc, char** argv) {
   bool failed = false;
   for (const Case& c : kCases) {
     if (!std::regex_search(c.name, only)) continue;
-    results.push_back(runCaseInChild(c));
+    results.push_back(RunCaseInChild(c.name));
     const CaseResult& r = results.back();
     if (!r.ok()) {
       failed = true;
@@ -402,26 +274,26 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
   }
 
-  const CaseResult* getlineRead = find(results, "read/getline");
-  const CaseResult* lineReader = find(results, "read/LineReader");
-  const CaseResult* large = find(results, "index/BuildIndex");
-  const CaseResult* small = find(results, "index/BuildIndex_small");
+  const CaseResult* getlineRead = FindCase(results, "read/getline");
+  const CaseResult* lineReader = FindCase(results, "read/LineReader");
+  const CaseResult* large = FindCase(results, "index/BuildIndex");
+  const CaseResult* small = FindCase(results, "index/BuildIndex_small");
   std::printf("\n  targets (best repetition of each case, wall clock)\n");
   // Speed is the file's bytes over the time, so the speed ratio is the time ratio upside down.
   if (large && getlineRead) {
     const double speed = getlineRead->best() / large->best();
-    printVerdict("BuildIndex speed / std::getline speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+    PrintVerdict("BuildIndex speed / std::getline speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
   }
   if (large && lineReader) {
     const double speed = lineReader->best() / large->best();
-    printVerdict("BuildIndex speed / LineReader speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+    PrintVerdict("BuildIndex speed / LineReader speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
   }
   if (large && small) {
     const double grow = static_cast<double>(large->peakKb - small->peakKb) / 1024.0;
     std::printf("  BuildIndex peak RSS: %.1f MB on %.0f MB, %.1f MB on %.0f MB\n",
                 static_cast<double>(large->peakKb) / 1024.0, static_cast<double>(gSetup.large.bytes) / kMiB,
                 static_cast<double>(small->peakKb) / 1024.0, static_cast<double>(gSetup.small.bytes) / kMiB);
-    printVerdict("BuildIndex peak RSS growth, large - small", grow, "MB", "< 4 (flat)", grow < kTargetFlatMB);
+    PrintVerdict("BuildIndex peak RSS growth, large - small", grow, "MB", "< 4 (flat)", grow < kTargetFlatMB);
   }
 
   std::error_code ec;

@@ -3,40 +3,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <unistd.h>
+#include "capture_stream.h"
 
 namespace zv::bench {
 
 namespace {
 
 using sv = std::string_view;
-
-// splitmix64: small, fast and the same on every platform, so a size always gives
-// the same file.
-class Rng {
- public:
-  explicit Rng(uint64_t seed) : state_(seed) {}
-  uint64_t next() {
-    uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
-    return z ^ (z >> 31);
-  }
-  uint32_t below(uint32_t n) { return static_cast<uint32_t>(next() % n); }
-  uint32_t between(uint32_t lo, uint32_t hi) { return lo + below(hi - lo + 1); }
-  bool chance(uint32_t perThousand) { return below(1000) < perThousand; }
-  template <typename T, std::size_t N>
-  const T& pick(const std::array<T, N>& a) { return a[below(N)]; }
-
- private:
-  uint64_t state_;
-};
 
 // Words of the running text. None holds "off": in a prompt it would open the logoff
 // block, and the generator keeps prompts and record text apart from that rule.
@@ -65,9 +42,6 @@ constexpr std::array<sv, 20> kTerms = {
     "wetland?", "peat?", "restoration", "ditch(w)block?", "fen?", "bog?", "methane",
     "water()table", "sphagnum", "rewet?", "carbon", "nitrogen", "sediment?", "drain?",
     "floodplain?", "salt()marsh?", "grazing", "subsidence", "hydrology", "mire?"};
-
-constexpr std::array<sv, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 struct DialogFile {
   int number;
@@ -104,29 +78,16 @@ constexpr std::array<Format, 6> kFormats = {{
 constexpr int64_t kFscBudget = 30000;
 constexpr int64_t kLargestFscEvent = 40;
 
-std::string format(const char* fmt, auto... args) {
-  char buf[256];
-  const int n = std::snprintf(buf, sizeof buf, fmt, args...);
-  return std::string(buf, static_cast<std::size_t>(n < 0 ? 0 : n));
-}
-
 class Generator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0x5A0A7A11u), target_(target) {
-    out_ = std::fopen(path.c_str(), "wb");
-    if (!out_) throw std::runtime_error("cannot create " + path);
-    buf_.reserve(kFlushAt + 4096);
-    result_.path = path;
-    makeTextPool();
-  }
-  ~Generator() {
-    if (out_) std::fclose(out_);
+  Generator(const std::string& path, int64_t target) : rng_(0x5A0A7A11u), target_(target), out_(path) {
+    pool_ = CaptureTextPool(rng_, kWords);
   }
 
   SyntheticCapture run() {
     logon(true);
     begin();
-    while (bytes() < target_) {
+    while (out_.bytes() < target_) {
       if (recordsInSession_ > 60000 && affordable()) {
         logoff();
         logon(false);
@@ -137,163 +98,118 @@ class Generator {
       searchAndPrint();
     }
     logoff();
-    flush();
-    // On disk before any case is timed, so that its write-back does not run beside them.
-    if (std::fflush(out_) != 0 || ::fsync(::fileno(out_)) != 0 || std::fclose(out_) != 0) {
-      out_ = nullptr;
-      throw std::runtime_error("cannot write " + result_.path);
-    }
-    out_ = nullptr;
-    result_.bytes = written_;
-    return result_;
+    return out_.finish(result_);
   }
 
  private:
-  static constexpr std::size_t kFlushAt = 1 << 20;
-
-  int64_t bytes() const { return written_ + static_cast<int64_t>(buf_.size()); }
   bool affordable() const { return result_.fscLines + kLargestFscEvent <= kFscBudget; }
-
-  void line(sv s) {
-    buf_.append(s);
-    buf_.append("\r\n");
-    ++result_.lines;
-    if (buf_.size() >= kFlushAt) flush();
-  }
-  void blank() { line({}); }
-
-  void flush() {
-    if (!buf_.empty() && std::fwrite(buf_.data(), 1, buf_.size(), out_) != buf_.size())
-      throw std::runtime_error("cannot write " + result_.path);
-    written_ += static_cast<int64_t>(buf_.size());
-    buf_.clear();
-  }
 
   // A block of the .FSC runs from its command to the next prompt, and the prompt that
   // closes it adds a blank separator: count what the block function wrote.
   template <typename F>
   void fscBlock(F&& emit) {
-    const int64_t before = result_.lines;
+    const int64_t before = out_.lines();
     emit();
-    result_.fscLines += result_.lines - before;
+    result_.fscLines += out_.lines() - before;
     ++result_.fscSeparators;
   }
 
-  // Lines of running text, 40 to 76 characters. A few hold a Latin-1 letter or a tab,
-  // as captures do, so that the line cleaning has something to change.
-  void makeTextPool() {
-    pool_.reserve(4096);
-    for (int i = 0; i < 4096; ++i) {
-      std::string s;
-      const std::size_t width = rng_.between(40, 76);
-      while (s.size() < width) {
-        if (!s.empty()) s += ' ';
-        s += rng_.pick(kWords);
-      }
-      if (rng_.chance(10)) s[s.size() / 2] = '\xE9';
-      if (rng_.chance(5)) s[s.size() / 3] = '\t';
-      pool_.push_back(std::move(s));
-    }
-  }
-  const std::string& text() { return pool_[rng_.below(static_cast<uint32_t>(pool_.size()))]; }
+  const std::string& text() { return rng_.pick(pool_); }
 
-  std::string clock() {
-    seconds_ += rng_.between(5, 90);
-    return format("%02d:%02d:%02d", (seconds_ / 3600) % 24, (seconds_ / 60) % 60, seconds_ % 60);
-  }
+  std::string clock() { return clock_.next(rng_); }
 
   void logon(bool first) {
-    line("Trying 31060000447...Open");
-    blank();
-    line("DIALOG INFORMATION SERVICES");
-    line("PLEASE LOGON:");
-    line(" *******");
-    line("ENTER PASSWORD:");
-    line(" *********");
-    line("Welcome to DIALOG");
-    blank();
-    line("Dialog level 24.03.12D");
-    blank();
-    line(first ? "Last logoff: 11mar24 16:40:02" : "Last logoff: 14mar24 " + clock());
-    line("Logon file001 14mar24 " + clock());
-    line("*** ANNOUNCEMENTS ***");
-    blank();
-    line("File   1:Education Resources Abstracts 1966-2024/Mar");
-    line("       (c) format only 2024 Dialog");
-    blank();
-    line("      Set  Items  Description");
-    line("      ---  -----  -----------");
+    out_.line("Trying 31060000447...Open");
+    out_.blank();
+    out_.line("DIALOG INFORMATION SERVICES");
+    out_.line("PLEASE LOGON:");
+    out_.line(" *******");
+    out_.line("ENTER PASSWORD:");
+    out_.line(" *********");
+    out_.line("Welcome to DIALOG");
+    out_.blank();
+    out_.line("Dialog level 24.03.12D");
+    out_.blank();
+    out_.line(first ? "Last logoff: 11mar24 16:40:02" : "Last logoff: 14mar24 " + clock());
+    out_.line("Logon file001 14mar24 " + clock());
+    out_.line("*** ANNOUNCEMENTS ***");
+    out_.blank();
+    out_.line("File   1:Education Resources Abstracts 1966-2024/Mar");
+    out_.line("       (c) format only 2024 Dialog");
+    out_.blank();
+    out_.line("      Set  Items  Description");
+    out_.line("      ---  -----  -----------");
     recordsInSession_ = 0;
   }
 
   void costLines(const char* session) {
-    line(format("       14mar24 %s User208841 Session %s.%d", clock().c_str(), session, ++sessionStep_));
-    line(format("           $%d.%02d   0.%03d DialUnits File%d", rng_.below(20), rng_.below(100),
+    out_.line(CaptureFormat("       14mar24 %s User208841 Session %s.%d", clock().c_str(), session, ++sessionStep_));
+    out_.line(CaptureFormat("           $%d.%02d   0.%03d DialUnits File%d", rng_.below(20), rng_.below(100),
                 rng_.below(1000), file_->number));
-    line(format("              $%d.%02d  %d Type(s) in Format  5", rng_.below(40), rng_.below(100),
+    out_.line(CaptureFormat("              $%d.%02d  %d Type(s) in Format  5", rng_.below(40), rng_.below(100),
                 rng_.between(1, 200)));
-    line(format("     $%d.%02d  Estimated cost File%d", rng_.below(60), rng_.below(100), file_->number));
-    line(format("     $0.%02d  TELNET", rng_.below(100)));
-    line(format("     $%d.%02d  Estimated cost this search", rng_.below(60), rng_.below(100)));
-    line(format("    $%d.%02d  Estimated total session cost   %d.%03d DialUnits", rng_.below(300),
+    out_.line(CaptureFormat("     $%d.%02d  Estimated cost File%d", rng_.below(60), rng_.below(100), file_->number));
+    out_.line(CaptureFormat("     $0.%02d  TELNET", rng_.below(100)));
+    out_.line(CaptureFormat("     $%d.%02d  Estimated cost this search", rng_.below(60), rng_.below(100)));
+    out_.line(CaptureFormat("    $%d.%02d  Estimated total session cost   %d.%03d DialUnits", rng_.below(300),
                 rng_.below(100), rng_.below(9), rng_.below(1000)));
   }
 
   void begin() {
     file_ = &kFiles[fileTurn_++ % kFiles.size()];
     fscBlock([&] {
-      line(format("?b %d", file_->number));
+      out_.line(CaptureFormat("?b %d", file_->number));
       costLines("D3127");
-      blank();
-      line(format("File %d:%s 1966-2024/Mar W2", file_->number, file_->name.data()));
-      line("       (c) format only 2024 Dialog");
-      blank();
-      line("      Set  Items  Description");
-      line("      ---  -----  -----------");
+      out_.blank();
+      out_.line(CaptureFormat("File %d:%s 1966-2024/Mar W2", file_->number, file_->name.data()));
+      out_.line("       (c) format only 2024 Dialog");
+      out_.blank();
+      out_.line("      Set  Items  Description");
+      out_.line("      ---  -----  -----------");
     });
     sets_ = 0;
     printsInFile_ = 0;
   }
 
   void logoff() {
-    const int64_t before = result_.lines;
-    line("?logoff");
+    const int64_t before = out_.lines();
+    out_.line("?logoff");
     costLines("D3127");
-    line(format(" Logoff: level 24.03.12 D %s", clock().c_str()));
-    result_.fscLines += result_.lines - before;
+    out_.line(CaptureFormat(" Logoff: level 24.03.12 D %s", clock().c_str()));
+    result_.fscLines += out_.lines() - before;
     ++result_.fscSeparators;  // the blank line written after "Logoff:"
-    blank();
-    line("Connection closed by foreign host.");
+    out_.blank();
+    out_.line("Connection closed by foreign host.");
   }
 
   // A select, sometimes a combination or a display of the sets, then a print.
   void searchAndPrint() {
     if (sets_ < 900) {
-      line("?s " + std::string(rng_.pick(kTerms)));
+      out_.line("?s " + std::string(rng_.pick(kTerms)));
       ++sets_;
-      line(format("      S%d  %6u  %s", sets_, rng_.between(1, 90000), "TERM"));
+      out_.line(CaptureFormat("      S%d  %6u  %s", sets_, rng_.between(1, 90000), "TERM"));
       if (sets_ > 1 && rng_.chance(30) && affordable()) {
         const int a = static_cast<int>(rng_.between(1, static_cast<uint32_t>(sets_)));
         fscBlock([&] {
-          line(format("?s s%d and s%d", a, sets_));
-          line(format("           %5u  S%d", rng_.between(1, 9000), a));
-          line(format("           %5u  S%d", rng_.between(1, 9000), sets_));
+          out_.line(CaptureFormat("?s s%d and s%d", a, sets_));
+          out_.line(CaptureFormat("           %5u  S%d", rng_.between(1, 9000), a));
+          out_.line(CaptureFormat("           %5u  S%d", rng_.between(1, 9000), sets_));
           ++sets_;
-          line(format("      S%d  %6u  S%d AND S%d", sets_, rng_.between(1, 900), a, sets_ - 1));
+          out_.line(CaptureFormat("      S%d  %6u  S%d AND S%d", sets_, rng_.between(1, 900), a, sets_ - 1));
         });
       }
     }
     if (rng_.chance(5) && affordable()) {
       fscBlock([&] {
-        line("?ds");
-        blank();
-        line("Set     Items   Description");
-        for (int s = std::max(1, sets_ - 11); s <= sets_; ++s) line(format("S%-3d %8u   TERM", s, rng_.between(1, 90000)));
+        out_.line("?ds");
+        out_.blank();
+        out_.line("Set     Items   Description");
+        for (int s = std::max(1, sets_ - 11); s <= sets_; ++s) out_.line(CaptureFormat("S%-3d %8u   TERM", s, rng_.between(1, 90000)));
       });
     }
     if (rng_.chance(10)) {
-      line(format("?t s%d/5/1", sets_ + 5));
-      line(format(">>>Set %d does not exist", sets_ + 5));
+      out_.line(CaptureFormat("?t s%d/5/1", sets_ + 5));
+      out_.line(CaptureFormat(">>>Set %d does not exist", sets_ + 5));
     }
     print();
   }
@@ -310,18 +226,18 @@ class Generator {
     }
     const int set = static_cast<int>(rng_.between(1, static_cast<uint32_t>(sets_ > 0 ? sets_ : 1)));
     const int items = static_cast<int>(rng_.between(1, f->maxItems));
-    line(format("?%s s%d/%s/1-%d", rng_.chance(100) ? "type" : "t", set, f->command.data(), items));
-    blank();
+    out_.line(CaptureFormat("?%s s%d/%s/1-%d", rng_.chance(100) ? "type" : "t", set, f->command.data(), items));
+    out_.blank();
     for (int item = 1; item <= items; ++item) {
       if (item > 1) {
         const uint32_t gap = rng_.below(10);
-        if (gap >= 1) blank();
-        if (gap >= 7) blank();
+        if (gap >= 1) out_.blank();
+        if (gap >= 7) out_.blank();
       }
-      std::string label = format(" %d/%s/%d", set, f->label.data(), item);
+      std::string label = CaptureFormat(" %d/%s/%d", set, f->label.data(), item);
       if (f->label == "5" && rng_.chance(400))
-        label += format("     (Item %d from file: %d)", item, file_->number);
-      line(label);
+        label += CaptureFormat("     (Item %d from file: %d)", item, file_->number);
+      out_.line(label);
       record(*f);
       ++result_.records;
       ++recordsInSession_;
@@ -330,14 +246,14 @@ class Generator {
   }
 
   void header() {
-    line(format("DIALOG(R)File %d:%s", file_->number, file_->name.data()));
-    line(file_->copyright);
-    blank();
+    out_.line(CaptureFormat("DIALOG(R)File %d:%s", file_->number, file_->name.data()));
+    out_.line(file_->copyright);
+    out_.blank();
   }
-  void accession() { line(format("%08u   Accession: %02u-%06u", rng_.between(1000000, 99999999), rng_.below(25), rng_.below(1000000))); }
+  void accession() { out_.line(CaptureFormat("%08u   Accession: %02u-%06u", rng_.between(1000000, 99999999), rng_.below(25), rng_.below(1000000))); }
   void title() {
-    line("  " + text());
-    if (rng_.chance(500)) line(text());
+    out_.line("  " + text());
+    if (rng_.chance(500)) out_.line(text());
   }
   void citation() {
     std::string authors = "  ";
@@ -346,24 +262,24 @@ class Generator {
       if (i) authors += "; ";
       authors += rng_.pick(kSurnames);
     }
-    line(authors);
-    line(format("  %s  %s %u,  %u (%u)", rng_.pick(kJournals).data(), rng_.pick(kMonths).data(),
+    out_.line(authors);
+    out_.line(CaptureFormat("  %s  %s %u,  %u (%u)", rng_.pick(kJournals).data(), rng_.pick(kCaptureMonths).data(),
                 rng_.between(1990, 2024), rng_.between(1, 80), rng_.between(1, 12)));
-    line(format("p%u-%u,  ISSN: %04u-%04u--Print   Journal Code: %u", rng_.between(1, 400),
+    out_.line(CaptureFormat("p%u-%u,  ISSN: %04u-%04u--Print   Journal Code: %u", rng_.between(1, 400),
                 rng_.between(401, 420), rng_.below(10000), rng_.below(10000), rng_.between(8000000, 9999999)));
-    line("  Document type: Journal Article");
-    line("  Languages: ENGLISH");
+    out_.line("  Document type: Journal Article");
+    out_.line("  Languages: ENGLISH");
   }
   void paragraph(uint32_t minLines, uint32_t maxLines) {
     const uint32_t n = rng_.between(minLines, maxLines);
-    line("  " + text());
-    for (uint32_t i = 1; i < n; ++i) line(text());
+    out_.line("  " + text());
+    for (uint32_t i = 1; i < n; ++i) out_.line(text());
   }
   void descriptors() {
-    line("  Descriptors: *" + text());
-    if (rng_.chance(600)) line(text());
+    out_.line("  Descriptors: *" + text());
+    if (rng_.chance(600)) out_.line(text());
   }
-  void excerpt() { line("..." + text() + "..."); }
+  void excerpt() { out_.line("..." + text() + "..."); }
 
   void record(const Format& f) {
     const sv kind = f.label;
@@ -378,43 +294,41 @@ class Generator {
     if (kind == "KWIC") {
       const uint32_t n = rng_.between(1, 3);
       for (uint32_t i = 0; i < n; ++i) {
-        blank();
+        out_.blank();
         excerpt();
-        if (rng_.chance(500)) line(text() + "...");
+        if (rng_.chance(500)) out_.line(text() + "...");
       }
       return;
     }
     if (kind == "8") {
       descriptors();
-      line("  Identifiers: " + text());
+      out_.line("  Identifiers: " + text());
       return;
     }
     citation();
     if (kind == "3,K") {
-      blank();
+      out_.blank();
       excerpt();
       return;
     }
     if (kind == "5") {
-      line("  Record type: Abstract; Completed");
+      out_.line("  Record type: Abstract; Completed");
       // Runs of blank lines inside a record: the filter keeps one of each run.
       const uint32_t paragraphs = rng_.between(1, 3);
       for (uint32_t p = 0; p < paragraphs; ++p) {
         const uint32_t run = rng_.between(1, 3);
-        for (uint32_t i = 0; i < run; ++i) blank();
+        for (uint32_t i = 0; i < run; ++i) out_.blank();
         paragraph(3, 9);
       }
       descriptors();
-      line(format("  Record Date Created: %u%02u%02u", rng_.between(2000, 2024), rng_.between(1, 12), rng_.between(1, 28)));
-      line(format("  Entry Date: %02u/%02u/%u", rng_.between(1, 12), rng_.between(1, 28), rng_.between(2000, 2024)));
+      out_.line(CaptureFormat("  Record Date Created: %u%02u%02u", rng_.between(2000, 2024), rng_.between(1, 12), rng_.between(1, 28)));
+      out_.line(CaptureFormat("  Entry Date: %02u/%02u/%u", rng_.between(1, 12), rng_.between(1, 28), rng_.between(2000, 2024)));
     }
   }
 
-  Rng rng_;
+  CaptureRng rng_;
   int64_t target_;
-  std::FILE* out_ = nullptr;
-  std::string buf_;
-  int64_t written_ = 0;
+  CaptureStream out_;
   SyntheticCapture result_;
   std::vector<std::string> pool_;
   const DialogFile* file_ = &kFiles[0];
@@ -423,7 +337,7 @@ class Generator {
   int printsInFile_ = 0;
   int64_t recordsInSession_ = 0;
   int sessionStep_ = 0;
-  int seconds_ = 9 * 3600;
+  CaptureClock clock_;
 };
 
 }  // namespace
