@@ -10,6 +10,7 @@
 
 #include "forms/center_form.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 #include "forms/sift_tables.h"
 #include "forms/version_record.h"
 
@@ -36,20 +37,11 @@ FrmKeepFile::FrmKeepFile(QWidget* parent, std::atomic<int16_t>& giInterrupt)
   note->setObjectName(QStringLiteral("lblKeepFileNote"));
   layout->addWidget(note);
 
-  auto* buttons = new QHBoxLayout;
-  auto* cmdOkay = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay->setObjectName(QStringLiteral("cmdOkay"));
-  cmdOkay->setDefault(true);
-  auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay);
-  buttons->addWidget(cmdCancel);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  const OkayCancelRow buttons = MakeOkayCancelRow(this);
+  layout->addLayout(buttons.row);
 
-  connect(cmdOkay, &QPushButton::clicked, this, &FrmKeepFile::cmdOkayClick);
-  connect(cmdCancel, &QPushButton::clicked, this, &FrmKeepFile::cmdCancelClick);
+  connect(buttons.cmdOkay, &QPushButton::clicked, this, &FrmKeepFile::cmdOkayClick);
+  connect(buttons.cmdCancel, &QPushButton::clicked, this, &FrmKeepFile::cmdCancelClick);
   connect(txtKeepFile_, &QLineEdit::textChanged, this, &FrmKeepFile::textChanged);
 }
 

@@ -14,6 +14,7 @@
 #include "forms/app_settings.h"
 #include "forms/center_form.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 #include "forms/settings_store.h"
 
 namespace zv::forms {
@@ -126,19 +127,10 @@ FrmOptionsFonts::FrmOptionsFonts(QWidget* parent, std::atomic<int16_t>& giInterr
   }
   layout->addWidget(saves);
 
-  auto* buttons = new QHBoxLayout;
-  auto* cmdOkay = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay->setObjectName(QStringLiteral("cmdOkay"));
-  cmdOkay->setDefault(true);
-  auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay);
-  buttons->addWidget(cmdCancel);
-  buttons->addStretch();
-  layout->addLayout(buttons);
-  connect(cmdOkay, &QPushButton::clicked, this, &FrmOptionsFonts::cmdOkayClick);
-  connect(cmdCancel, &QPushButton::clicked, this, &FrmOptionsFonts::cmdCancelClick);
+  const OkayCancelRow buttons = MakeOkayCancelRow(this);
+  layout->addLayout(buttons.row);
+  connect(buttons.cmdOkay, &QPushButton::clicked, this, &FrmOptionsFonts::cmdOkayClick);
+  connect(buttons.cmdCancel, &QPushButton::clicked, this, &FrmOptionsFonts::cmdCancelClick);
 }
 
 bool FrmOptionsFonts::screenOnly() const { return chkFonts_[0]->isChecked(); }
