@@ -103,6 +103,10 @@ ZvError asZvError(const std::exception& e) {
 
 }  // namespace
 
+void LineFilter::atEndOfInput(FilterFrame& frame) {
+  if (frame.iInRecord == -1) frame.writeText(frame.job.gsLine);
+}
+
 JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, LineFilter& filter) {
   host.GetInputFile(job, kCaptureDialogFilter);
   if (job.giCancelOpen == 1) {

@@ -30,8 +30,11 @@ class LineFilter {
   virtual void afterCleaning(FilterFrame& /*frame*/) {}
   // The filter's tests on job.gsLine and what it writes for them.
   virtual void onLine(FilterFrame& frame) = 0;
-  // At the end of input with records found: what a record still open needs.
-  virtual void atEndOfInput(FilterFrame& /*frame*/) {}
+  // At the end of input with records found: what a record still open needs. By
+  // default a capture that breaks off inside a record gets its last line once more,
+  // counted by UpdateIndex with iJustLabelled as the last pass left it (a start line
+  // at the very end is counted at its label's length).
+  virtual void atEndOfInput(FilterFrame& frame);
   // Text lines written to the .FSC: the file is deleted at the end when 0.
   virtual int16_t fscLines() const { return 0; }
   // Empties the filter's own string locals.

@@ -78,11 +78,6 @@ class Brs final : public LineFilter {
       f.iJustLabelled = 0;
     }
   }
-
-  // A capture that breaks off inside a document gets its last line a second time.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
 };
 
 }  // namespace

@@ -109,12 +109,6 @@ class DataStar final : public LineFilter {
     }
   }
 
-  // A capture that breaks off inside a document gets its last line a second time,
-  // page line or not. iJustLabelled still holds what the last pass left in it.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
-
  private:
   int16_t iSkipTxLine = 0;
   int16_t iSkipPageLine = 0;

@@ -161,11 +161,6 @@ class DialogAll final : public LineFilter {
     sBeforePrevEmpty = job.gsPrevLine.empty();
   }
 
-  // A capture that ends inside a record gets its last line a second time.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
-
   int16_t fscLines() const override { return iFscLines; }
 
   void CleanUp() override { sBeforePrevEmpty = true; }

@@ -83,11 +83,6 @@ class Djnr final : public LineFilter {
 
     if (f.iInRecord == -1 && !marker && !line.empty()) f.writeText(line);
   }
-
-  // A capture that ends inside a document gets its last line a second time.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
 };
 
 }  // namespace

@@ -82,11 +82,6 @@ class Nlm final : public LineFilter {
     }
   }
 
-  // A capture that ends inside a citation gets its last line a second time.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
-
   void CleanUp() override { bodyWritten = false; }
 
  private:

@@ -100,11 +100,6 @@ class StnFamily final : public LineFilter {
     prevBiblio_ = biblio;
   }
 
-  // A capture that breaks off inside a record gets its last line a second time.
-  void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) f.writeText(f.job.gsLine);
-  }
-
   void CleanUp() override { prevBiblio_ = false; }
 
  private:
