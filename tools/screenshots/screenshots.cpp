@@ -57,8 +57,10 @@ int main(int argc, char* argv[]) {
   w.RunCommand(1600);
   {
     // Record 2 kept to a keep file (which moves on to record 3), then back to it.
-    ModalLog keepFile([](QDialog& d) {
+    ModalLog keepFile([&out](QDialog& d) {
       d.findChild<QLineEdit*>(QStringLiteral("txtKeepFile"))->setText(QStringLiteral("wetland.kep"));
+      d.adjustSize();
+      save(d, out, QStringLiteral("sifter_keep_file.png"));
     });
     sift.doAction(SiftAction::Next);
     sift.doAction(SiftAction::Keep);
@@ -67,6 +69,9 @@ int main(int argc, char* argv[]) {
   }
   save(sift, out, QStringLiteral("sifter.png"));
   sift.doAction(SiftAction::KeepList);
+  sift.doAction(SiftAction::OrderToggle);
+  save(sift, out, QStringLiteral("sifter_ord_view.png"));
+  sift.doAction(SiftAction::OrderToggle);
   sift.sift.giSiftKeepFlag = 0;  // leave without the question
   sift.doAction(SiftAction::Exit);
 
