@@ -1,9 +1,6 @@
 // zorvanta-cli as scripts use it: outputs, messages on stderr, exit codes, bad input.
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
-#include <thread>
 #include <unistd.h>
 
 #include "support/process.h"
@@ -30,7 +27,9 @@ bool noOutputs(const TempDir& dir, const std::string& stem) {
 TEST(CliUsage, HelpDescribesEveryCommandAndTheExitCodes) {
   const auto r = RunCli({"--help"});
   EXPECT_EQ(r.exitCode, 0);
-  for (const char* word : {"filter", "dialog-all", "--out-dir", "ndx", "recNum startByte byteLen", "130"})
+  for (const char* word : {"filter", "dialog-all", "--out-dir", "ndx", "recNum startByte byteLen", "130",
+                           "index FILE.PRO", "keep FILE.PRO|FILE.NDX --records LIST --to KEEPFILE",
+                           "order FILE.PRO|FILE.NDX --order LIST"})
     EXPECT_NE(r.out.find(word), std::string::npos) << word;
 }
 
@@ -177,24 +176,16 @@ TEST(CliInterrupt, CtrlCExitsWith130AndRemovesTheOutputs) {
   TempDir dir;
   std::string block;
   for (int i = 1; i <= 1000; ++i) block += CrLf({" 1/5/" + std::to_string(i), "TITLE OF A RECORD", "", "Body."});
-  // Large enough that the job is still running when the signal arrives; a machine
-  // fast enough to finish first gets a bigger capture on the next try.
-  for (int tries = 0, copies = 200; tries < 4; ++tries, copies *= 4) {
-    std::string capture;
-    for (int i = 0; i < copies; ++i) capture += block;
-    WriteFile(dir.file("big.log"), capture);
-    const pid_t pid = test::StartCli({"filter", "dialog-all", "big.log"}, dir.path().string());
-    while (!FileExists(dir.file("big.PRO")) && waitpid(pid, nullptr, WNOHANG) == 0)
-      std::this_thread::sleep_for(std::chrono::microseconds(200));
-    kill(pid, SIGINT);
-    const int code = test::WaitCli(pid);
-    if (code == 0) continue;
-    EXPECT_EQ(code, 130) << ReadFile(dir.file("cli.stderr"));
-    EXPECT_TRUE(noOutputs(dir, "big"));
-    EXPECT_EQ(test::FileExists(dir.file("big.log")), true);
-    return;
-  }
-  FAIL() << "the job always finished before the interrupt";
+  const int code = test::InterruptCliOnceItWrites(
+      {"filter", "dialog-all", "big.log"}, dir.path().string(), dir.file("big.PRO"), [&](int copies) {
+        std::string capture;
+        for (int i = 0; i < copies; ++i) capture += block;
+        WriteFile(dir.file("big.log"), capture);
+      }, 200);
+  ASSERT_NE(code, 0) << "the job always finished before the interrupt";
+  EXPECT_EQ(code, 130) << ReadFile(dir.file("cli.stderr"));
+  EXPECT_TRUE(noOutputs(dir, "big"));
+  EXPECT_TRUE(FileExists(dir.file("big.log")));
 }
 
 TEST(CliProgress, ABarIsDrawnOnATerminalAndClearedAtTheEnd) {

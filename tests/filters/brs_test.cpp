@@ -12,9 +12,7 @@ using test::CrLf;
 using test::RunFilterOn;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterBRS, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterBRS>;
 
 // A print of two documents between a search prompt and the end of the list.
 const std::vector<std::string> kTwoDocuments = {

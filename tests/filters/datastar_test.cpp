@@ -13,9 +13,7 @@ using test::CrLf;
 using test::RunFilterOn;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterDataStar, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterDataStar>;
 
 TEST(DataStarDocuments, LabelsEachDocumentAndDropsTheSession) {
   TempDir dir;

@@ -13,9 +13,7 @@ using test::CrLf;
 using test::RunFilterOn;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterDialogAll, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterDialogAll>;
 
 // The worked example: a begin block, a combined select, two printed records (the
 // second behind a five-blank tail), a logoff block with its cost line.

@@ -11,9 +11,7 @@ namespace {
 using test::CrLf;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return test::RunFilterOn(&FilterDJ, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterDJ>;
 
 TEST(DjnrStartTests, EitherMarkerAnywhereStartsADocumentAndItsLineIsLost) {
   for (const char* line :

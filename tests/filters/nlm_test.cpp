@@ -11,9 +11,7 @@ namespace {
 using test::CrLf;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return test::RunFilterOn(&FilterNLM, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterNLM>;
 
 TEST(NlmStartTests, ANumberWithOneBracketedWordOrABareNumberOfUpToFourDigits) {
   for (const char* line : {"12 (MEDFILE)", "1 ()", "7", "77", "777", "7777", "0042"}) {

@@ -12,9 +12,7 @@ using test::CrLf;
 using test::RunFilterOn;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterOrbit, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterOrbit>;
 
 TEST(OrbitStartTests, AnswerAndReferenceLinesStartNothing) {
   TempDir dir;

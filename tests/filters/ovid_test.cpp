@@ -17,9 +17,7 @@ using test::TempDir;
 
 const std::string kMargin(9, ' ');
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterOvid, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterOvid>;
 
 // The index that the .PRO asks for, as test::IndexAgreesWithPro builds it, except that
 // every body line for which `countedShort` holds was counted 9 bytes short (the lines

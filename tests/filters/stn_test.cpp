@@ -12,9 +12,7 @@ using test::CrLf;
 using test::RunFilterOn;
 using test::TempDir;
 
-test::FilterRun Filter(const TempDir& dir, const std::vector<std::string>& lines) {
-  return RunFilterOn(&FilterSTN, dir, CrLf(lines));
-}
+constexpr auto Filter = test::RunFilterOnLines<&FilterSTN>;
 
 // A candidate start line after a prompt, one body line, and a prompt that ends it.
 struct StartCase {

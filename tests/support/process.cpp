@@ -98,4 +98,17 @@ ProcessResult RunCliOnTerminal(const std::vector<std::string>& args, const std::
   return r;
 }
 
+int InterruptCliOnceItWrites(const std::vector<std::string>& args, const std::string& cwd, const std::string& watched,
+                             const std::function<void(int copies)>& writeInput, int copies) {
+  for (int tries = 0; tries < 4; ++tries, copies *= 4) {
+    writeInput(copies);
+    const pid_t pid = StartCli(args, cwd);
+    while (!FileExists(watched) && waitpid(pid, nullptr, WNOHANG) == 0) usleep(200);
+    kill(pid, SIGINT);
+    const int code = WaitCli(pid);
+    if (code != 0) return code;
+  }
+  return 0;
+}
+
 }  // namespace zv::test

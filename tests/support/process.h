@@ -1,6 +1,7 @@
 // Running the command-line program as a child process, as a script would.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -25,6 +26,13 @@ ProcessResult RunCli(const std::vector<std::string>& args, const ProcessOptions&
 // `cwd`. Wait with WaitCli.
 pid_t StartCli(const std::vector<std::string>& args, const std::string& cwd);
 int WaitCli(pid_t pid);
+
+// Runs zorvanta-cli in `cwd` and sends it Ctrl-C as soon as `watched` appears there.
+// `writeInput(copies)` writes the input before each try; a machine fast enough to
+// finish first gets four times the copies on the next of four tries. Returns the exit
+// code of the first run the signal caught (its stderr in cwd/cli.stderr), or 0.
+int InterruptCliOnceItWrites(const std::vector<std::string>& args, const std::string& cwd, const std::string& watched,
+                             const std::function<void(int copies)>& writeInput, int copies);
 
 }  // namespace zv::test
 

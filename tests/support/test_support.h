@@ -86,6 +86,12 @@ using FilterFn = JobOutcome (*)(JobState&, JobHost&);
 FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture,
                       const std::string& name = "session.log", RecordingHost* host = nullptr);
 
+// Runs `filter` on a capture of `lines`, each ended with CR LF.
+template <FilterFn filter>
+FilterRun RunFilterOnLines(const TempDir& dir, const std::vector<std::string>& lines) {
+  return RunFilterOn(filter, dir, CrLf(lines));
+}
+
 // What a record of the .PRO is, cut by its index entry: the bytes a reader shows.
 std::string RecordBytes(const std::string& pro, const IndexRec& rec);
 
