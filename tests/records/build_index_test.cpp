@@ -8,6 +8,7 @@
 
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "records/fake_sift_view.h"
 #include "records/record_file.h"
 #include "support/test_support.h"
 
@@ -38,20 +39,7 @@ class CopyFilter : public LineFilter {
   }
 };
 
-struct Progress : IndexProgress {
-  void indexingStarted(std::string_view size, std::string_view) override { fileSize = size; }
-  void indexLine(int32_t n) override {
-    lastLine = n;
-    if (onLine) onLine(n);
-  }
-  void indexRecord(int32_t n) override { lastRecord = n; }
-  void indexingFinished(std::string_view, std::string_view) override { ++finished; }
-  void indexingClosed() override { ++closed; }
-  std::string fileSize;
-  int32_t lastLine = 0, lastRecord = 0;
-  int finished = 0, closed = 0;
-  std::function<void(int32_t)> onLine;
-};
+using Progress = test::FakeIndexing;
 
 struct Built {
   IndexOutcome outcome = IndexOutcome::Interrupted;

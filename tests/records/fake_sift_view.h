@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -18,16 +19,21 @@ struct ShownBox {
   MsgIcon icon = MsgIcon::None;
 };
 
-// Counts what the progress forms were told.
+// Counts what the progress forms were told; `onLine` runs at each line, the build's
+// yield: tests raise the interrupt there.
 struct FakeIndexing : IndexProgress {
   void indexingStarted(std::string_view size, std::string_view) override { fileSize = size; }
-  void indexLine(int32_t n) override { lastLine = n; }
+  void indexLine(int32_t n) override {
+    lastLine = n;
+    if (onLine) onLine(n);
+  }
   void indexRecord(int32_t n) override { lastRecord = n; }
   void indexingFinished(std::string_view, std::string_view) override { ++finished; }
   void indexingClosed() override { ++closed; }
   std::string fileSize;
   int32_t lastLine = 0, lastRecord = 0;
   int finished = 0, closed = 0;
+  std::function<void(int32_t)> onLine;
 };
 
 struct FakeWriting : WritingProgress {
