@@ -46,14 +46,6 @@ TEST(BrsDocuments, LabelsEachDocumentAndDropsTheSession) {
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
-TEST(BrsDocuments, TheSampleSessionsIndexAgreesWithItsRecordFile) {
-  TempDir dir;
-  const auto run = RunFilterOn(&FilterBRS, dir, test::ReadFile(ZV_SAMPLES_DIR "/brs_session.log"));
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_GE(run.ndx.size(), 5u);
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-}
-
 // Each candidate follows a print command; it starts a record when the job finds one.
 struct StartCase {
   const char* line;
@@ -145,14 +137,6 @@ TEST(BrsEndOfInput, ADocumentBrokenOffHasItsLastLineTwiceAndIndexed) {
   run = Filter(startDir, {"       1"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "       1"}));
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-}
-
-TEST(BrsEndOfInput, NoEightColumnNumberGivesZeroRecordsAndNoOutputs) {
-  TempDir dir;
-  const auto run = Filter(dir, {"ENTER SEARCH TERMS, COMMAND, OR ..", "SEARCH  1      --> DIET",
-                                "ANSWER 1     0 DOCUMENTS FOUND", "*SIGN OFF  10:00:00"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
 }
 
 }  // namespace

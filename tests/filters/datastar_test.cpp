@@ -33,14 +33,6 @@ TEST(DataStarDocuments, LabelsEachDocumentAndDropsTheSession) {
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
-TEST(DataStarDocuments, TheSampleSessionsIndexAgreesWithItsRecordFile) {
-  TempDir dir;
-  const auto run = RunFilterOn(&FilterDataStar, dir, test::ReadFile(ZV_SAMPLES_DIR "/datastar_session.log"));
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_GE(run.ndx.size(), 5u);
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-}
-
 // Each candidate follows a prompt; `label` is the label it gets, or null for none.
 struct StartCase {
   const char* line;
@@ -132,14 +124,6 @@ TEST(DataStarEndOfInput, AStartLineAtTheEndIsRepeatedRawAndCountedAsItsLabel) {
   // of the line's 14: the last record comes out 3 bytes short of the file's end.
   EXPECT_EQ(run.ndx[1].endLine, 7);
   EXPECT_EQ(run.ndx[1].byteLen, static_cast<int32_t>(run.pro.size()) - run.ndx[1].startByte - 3);
-}
-
-TEST(DataStarEndOfInput, NoStartLineGivesZeroRecordsAndNoOutputs) {
-  TempDir dir;
-  const auto run = Filter(dir, {"D-S - SEARCH MODE - ENTER QUERY", "1_: LAKE AND FISH", "1  LAKE  42 DOCUMENTS",
-                                "2_: ..off"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
 }
 
 }  // namespace

@@ -110,12 +110,5 @@ TEST(DjnrEndOfInput, TheSampleSessionGivesItsDocumentsAndAnAgreeingIndex) {
   EXPECT_EQ(run.pro.find("DOCUMENT"), std::string::npos);
 }
 
-TEST(DjnrEndOfInput, ACaptureWithoutMarkersDeletesItsOutputs) {
-  TempDir dir;
-  const auto run = Filter(dir, {"ENTER QUERY", "..s kestrel", "End of document.", "DISCONNECTED"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
-}
-
 }  // namespace
 }  // namespace zv

@@ -104,12 +104,5 @@ TEST(NlmEndOfInput, TheSampleSessionGivesItsCitationsAndAnAgreeingIndex) {
     EXPECT_EQ(run.pro.find(dropped), std::string::npos) << dropped;
 }
 
-TEST(NlmEndOfInput, ACaptureWithoutNumberLinesDeletesItsOutputs) {
-  TempDir dir;
-  const auto run = Filter(dir, {"USER:", "leadless pacemaker", "PROG:", "SS (1) PSTG (0)", "stop"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
-}
-
 }  // namespace
 }  // namespace zv

@@ -139,13 +139,6 @@ TEST(StnEndOfInput, ARecordOpenAtTheEndRepeatsItsLastLine) {
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A"}));
 }
 
-TEST(StnEndOfInput, ACaptureWithoutStartLinesLeavesNoOutputs) {
-  TempDir dir;
-  const auto run = Filter(dir, {"=> s membrane?", "L1  42 MEMBRANE?", "=> logoff y", "COST IN U.S. DOLLARS"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
-}
-
 TEST(StnEndOfInput, TheSampleSessionFiltersToAnIndexThatAgreesWithItsRecords) {
   TempDir dir;
   test::RecordingHost host("");
