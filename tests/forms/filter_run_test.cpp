@@ -1,5 +1,4 @@
 // A filter job driven through frmMain and frmFilter: run, cancel, interrupt, zero records, error.
-#include <QElapsedTimer>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -155,24 +154,6 @@ class TestFilterRun : public QObject {
     QVERIFY(!r.form.isVisible() && r.frmMain->mainEnabled());
     QCOMPARE(r.frmMain->job().giInterrupt.load(), int16_t{0});
     QCOMPARE(texts(*r.frmMain, {"pnlStartTime"}), QStringList{""});
-  }
-
-  void theInterfaceIsServedEveryFewMilliseconds() {
-    Run r;
-    r.answers = {CopySample(r, QStringLiteral("long.log"), 200)};
-    // A zero-interval timer runs once for every time the job yields.
-    int yields = 0;
-    QTimer counter;
-    QObject::connect(&counter, &QTimer::timeout, [&yields] { ++yields; });
-    counter.start(0);
-    QElapsedTimer clock;
-    clock.start();
-    r.start();
-    const qint64 ms = clock.elapsed();
-    QVERIFY(r.exists(QStringLiteral("long.PRO")));
-    // Served now and then, but not after every one of the 64,600 lines.
-    QVERIFY2(yields >= ms / (4 * FrmFilter::kRepaintMs) && yields <= ms / (FrmFilter::kRepaintMs / 2) + 5,
-             qPrintable(QStringLiteral("%1 yields in %2 ms").arg(yields).arg(ms)));
   }
 };
 
