@@ -1,6 +1,7 @@
 // A sifter window for the tests: scripted answers, and a record of what was shown.
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -40,9 +41,12 @@ struct FakeWriting : WritingProgress {
   void writingStarted(std::string_view caption) override { captions.emplace_back(caption); shown = true; }
   void writingRecord(int32_t n) override { records.push_back(n); }
   void writingFile(std::string_view name) override { files.emplace_back(name); }
-  void writingEnded() override { shown = false; }
+  void writingLine(int32_t n) override { lines = std::max(lines, n); }
+  void writingEnded() override { shown = false; ++ended; }
   std::vector<std::string> captions, files;
   std::vector<int32_t> records;
+  int32_t lines = 0;
+  int ended = 0;
   bool shown = false;
 };
 

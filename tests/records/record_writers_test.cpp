@@ -7,6 +7,7 @@
 
 #include "core/error.h"
 #include "records/build_index.h"
+#include "records/fake_sift_view.h"
 #include "records/record_file.h"
 #include "records/sifter.h"
 #include "support/test_support.h"
@@ -22,19 +23,6 @@ using test::WriteFile;
 
 const std::string kExample = CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB", "", "Record - 3", "", "CCC",
                                    "", "Record - 4", "", "DDD"});
-
-struct Writing : WritingProgress {
-  void writingStarted(std::string_view c) override { caption = c; }
-  void writingRecord(int32_t n) override { records.push_back(n); }
-  void writingFile(std::string_view f) override { files.push_back(std::filesystem::path(f).filename().string()); }
-  void writingLine(int32_t n) override { lines = std::max(lines, n); }
-  void writingEnded() override { ++ended; }
-  std::string caption;
-  std::vector<int32_t> records;
-  std::vector<std::string> files;
-  int32_t lines = 0;
-  int ended = 0;
-};
 
 // The example .PRO and the index BuildIndex makes of it, in `dir`.
 void IndexedExample(const TempDir& dir) {
@@ -61,15 +49,15 @@ TEST(WriteKeptRecords, EachRecordGoesToItsOwnFileInAscendingOrderAppended) {
   Mark(dir, 4, a);
   Mark(dir, 3, b);
   Mark(dir, 1, "  " + a);  // blanks around the name are trimmed
-  Writing writing;
+  test::FakeWriting writing;
   EXPECT_EQ(WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), 3);
   // Record 1 is one line short under BuildIndex and gets one more CR LF; the last
   // record spans one line past the end of the file.
   EXPECT_EQ(ReadFile(a), "OLD\r\n" + CrLf({"Record - 1", "", "AAA", "", "Record - 4", "", "DDD", ""}));
   EXPECT_EQ(ReadFile(b), CrLf({"Record - 3", "", "CCC", ""}));
-  EXPECT_EQ(writing.caption, "Writing Kept Records");
+  EXPECT_EQ(writing.captions, std::vector<std::string>{"Writing Kept Records"});
   EXPECT_EQ(writing.records, (std::vector<int32_t>{1, 2, 3}));
-  EXPECT_EQ(writing.files, (std::vector<std::string>{"a.kep", "b.kep", "a.kep"}));
+  EXPECT_EQ(writing.files, (std::vector<std::string>{a, b, a}));
   EXPECT_EQ(writing.ended, 1);
   for (const IndexRec& r : ReadIndexFile(dir.file("r.NDX"))) EXPECT_EQ(r.keepFlag, 0);
   EXPECT_EQ(ReadFile(dir.file("r.PRO")), kExample);
@@ -97,7 +85,7 @@ TEST(WriteKeptRecords, UnderAFiltersIndexRecordOneHasOneMoreEmptyLine) {
   f.close();
   Mark(dir, 1, dir.file("k.kep"));
   Mark(dir, 4, dir.file("k.kep"));
-  Writing writing;
+  test::FakeWriting writing;
   EXPECT_EQ(WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing), 2);
   EXPECT_EQ(ReadFile(dir.file("k.kep")), CrLf({"Record - 1", "", "AAA", "", "", "Record - 4", "", "DDD"}));
 }
@@ -110,7 +98,7 @@ TEST(WriteKeptRecords, AFailedRunPutsEveryKeepFileBackAsItWas) {
   Mark(dir, 1, dir.file("old.kep"));
   Mark(dir, 2, dir.file("new.kep"));
   Mark(dir, 3, dir.file("folder.kep"));
-  Writing writing;
+  test::FakeWriting writing;
   try {
     (void)WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing);
     ADD_FAILURE() << "a folder was written as a keep file";
@@ -138,15 +126,15 @@ TEST(WriteOrder, WritesEveryRecordInTheOrderAndReplacesTheOldFile) {
   MoveInOrder(order, 4, 3, 1);  // 3 1 2 4
   MoveInOrder(order, 4, 4, 3);  // 3 1 4 2
   ASSERT_EQ(order, (std::vector<int32_t>{0, 3, 1, 4, 2, 0}));
-  Writing writing;
+  test::FakeWriting writing;
   WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), order, 4, writing);
   EXPECT_EQ(ReadFile(dir.file("r.ORD")), CrLf({"Record - 3", "", "CCC", "",       // record 3
                                                 "Record - 1", "", "AAA", "",       // record 1 and its extra CR LF
                                                 "Record - 4", "", "DDD", "",       // one line past the file's end
                                                 "Record - 2", "", "BBB", "", ""}));  // and the closing CR LF
-  EXPECT_EQ(writing.caption, "Writing Reordered Records");
+  EXPECT_EQ(writing.captions, std::vector<std::string>{"Writing Reordered Records"});
   EXPECT_EQ(writing.records, (std::vector<int32_t>{3, 1, 4, 2}));
-  EXPECT_EQ(writing.files, (std::vector<std::string>{"r.ORD"}));
+  EXPECT_EQ(writing.files, std::vector<std::string>{dir.file("r.ORD")});
   EXPECT_EQ(writing.ended, 1);
 }
 
@@ -165,7 +153,7 @@ TEST(WriteOrder, ARecordOf32768LinesOverflowsAndNoOrderFileStays) {
   r.endLine = 32772;
   f.put(2, r);
   f.close();
-  Writing writing;
+  test::FakeWriting writing;
   EXPECT_NO_THROW(WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), IdentityOrder(1), 1, writing));
   EXPECT_EQ(writing.lines, 32767);
   try {
