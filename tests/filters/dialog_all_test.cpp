@@ -34,39 +34,17 @@ const std::vector<std::string> kWorkedExample = {
     " Logoff: level 12",
 };
 
-TEST(DialogAllWorkedExample, WritesRecordsWithTheirLabels) {
+TEST(DialogAllWorkedExample, WritesLabelledRecordsTheirIndexAndTheSearchStrategy) {
   TempDir dir;
   const auto run = Filter(dir, kWorkedExample);
   ASSERT_EQ(run.outcome, JobOutcome::Done);
   EXPECT_EQ(run.pro, CrLf({"", "", "Record - 1", "", "TITLE LINE", "", "Record - 2", "", "SECOND RECORD", ""}));
-}
-
-TEST(DialogAllWorkedExample, IndexesBothRecordsWithTheLastOneReachingTheEnd) {
-  TempDir dir;
-  const auto run = Filter(dir, kWorkedExample);
+  // Record 1 stops 2 bytes short of the next label; record 2 counts the final CR LF.
+  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
   ASSERT_EQ(run.ndx.size(), 2u);
-  const IndexRec& r1 = run.ndx[0];
-  EXPECT_EQ(r1.recNum, 1);
-  EXPECT_EQ(r1.startByte, 4);
-  EXPECT_EQ(r1.startLine, 3);
-  EXPECT_EQ(r1.endLine, 6);
-  EXPECT_EQ(r1.byteLen, 26);  // stops 2 bytes short of the next label
-  EXPECT_EQ(r1.keepFlag, 0);
-  EXPECT_EQ(std::string(r1.keepFile.data(), r1.keepFile.size()), std::string(255, ' '));
-  const IndexRec& r2 = run.ndx[1];
-  EXPECT_EQ(r2.recNum, 2);
-  EXPECT_EQ(r2.startByte, 32);
-  EXPECT_EQ(r2.startLine, 7);
-  EXPECT_EQ(r2.endLine, 10);
-  EXPECT_EQ(r2.byteLen, 31);  // counts the file's final CR LF
-  EXPECT_EQ(static_cast<std::size_t>(r2.startByte + r2.byteLen), run.pro.size());
-  EXPECT_EQ(test::RecordBytes(run.pro, r1), "Record - 1\r\n\r\nTITLE LINE\r\n");
-  EXPECT_EQ(test::RecordBytes(run.pro, r2), "Record - 2\r\n\r\nSECOND RECORD\r\n\r\n");
-}
-
-TEST(DialogAllWorkedExample, KeepsTheSearchStrategyInTheFsc) {
-  TempDir dir;
-  const auto run = Filter(dir, kWorkedExample);
+  EXPECT_EQ(std::string(run.ndx[0].keepFile.data(), run.ndx[0].keepFile.size()), std::string(255, ' '));
+  EXPECT_EQ(test::RecordBytes(run.pro, run.ndx[0]), "Record - 1\r\n\r\nTITLE LINE\r\n");
+  EXPECT_EQ(test::RecordBytes(run.pro, run.ndx[1]), "Record - 2\r\n\r\nSECOND RECORD\r\n\r\n");
   ASSERT_TRUE(run.fscExists);
   EXPECT_EQ(run.fsc, CrLf({"?b 155", "File 155:MEDLINE", "", "?s cat and dog", "S1  12  CAT AND DOG", "", "?logoff",
                            "$1.23 estimated cost", " Logoff: level 12", ""}));

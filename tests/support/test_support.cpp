@@ -102,18 +102,23 @@ std::string RecordBytes(const std::string& pro, const IndexRec& rec) {
   return pro.substr(static_cast<std::size_t>(rec.startByte), static_cast<std::size_t>(rec.byteLen));
 }
 
-::testing::AssertionResult IndexAgreesWithPro(const std::string& pro, const std::vector<IndexRec>& ndx) {
-  std::vector<int32_t> offsets;  // byte offset of each label
+::testing::AssertionResult IndexAgreesWithPro(const std::string& pro, const std::vector<IndexRec>& ndx,
+                                              const std::function<int32_t(std::string_view)>& shortfall) {
+  std::vector<int32_t> offsets;  // counted byte offset of each label
   std::vector<int32_t> lines;    // its 1-based line number
-  int32_t lineCount = 0;
+  int32_t lineCount = 0, counted = 0;
   for (std::size_t at = 0; at < pro.size();) {
     ++lineCount;
-    if (pro.compare(at, 9, "Record - ") == 0) {
-      offsets.push_back(static_cast<int32_t>(at));
-      lines.push_back(lineCount);
-    }
     const std::size_t end = pro.find("\r\n", at);
     if (end == std::string::npos) return ::testing::AssertionFailure() << "line " << lineCount << " has no CR LF";
+    const std::string_view text(pro.data() + at, end - at);
+    if (text.starts_with("Record - ")) {
+      offsets.push_back(counted);
+      lines.push_back(lineCount);
+    } else if (!text.empty() && shortfall) {
+      counted -= shortfall(text);
+    }
+    counted += static_cast<int32_t>(text.size()) + 2;
     at = end + 2;
   }
   if (ndx.size() != offsets.size()) {
@@ -123,10 +128,10 @@ std::string RecordBytes(const std::string& pro, const IndexRec& rec) {
   for (std::size_t k = 0; k < n; ++k) {
     const IndexRec& r = ndx[k];
     const bool last = k + 1 == n;
-    const int32_t byteLen = last ? static_cast<int32_t>(pro.size()) - offsets[k] : offsets[k + 1] - offsets[k] - 2;
+    const int32_t byteLen = last ? counted - offsets[k] : offsets[k + 1] - offsets[k] - 2;
     const int32_t endLine = last ? lineCount : lines[k + 1] - 1;
     if (r.recNum != static_cast<int32_t>(k + 1) || r.startByte != offsets[k] || r.byteLen != byteLen ||
-        r.startLine != lines[k] || r.endLine != endLine) {
+        r.startLine != lines[k] || r.endLine != endLine || r.keepFlag != 0) {
       return ::testing::AssertionFailure()
              << "record " << k + 1 << ": index has recNum " << r.recNum << " startByte " << r.startByte << " byteLen "
              << r.byteLen << " startLine " << r.startLine << " endLine " << r.endLine << "; the .PRO has its label at byte "
