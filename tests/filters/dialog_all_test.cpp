@@ -206,15 +206,6 @@ TEST(DialogAllFsc, AnErrorLineClosesTheLogoffBlockWithoutBeingCopied) {
   EXPECT_EQ(run.fsc, CrLf({"?s coffee"}));
 }
 
-TEST(DialogAllZeroRecords, OnlySearchesDeletesEveryOutput) {
-  TempDir dir;
-  const auto run = Filter(dir, {"?b 1", "banner", "?s a and b", "S1 2 A AND B", "?logoff", " Logoff: now"});
-  EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
-  EXPECT_FALSE(run.proExists);
-  EXPECT_FALSE(run.ndxExists);
-  EXPECT_FALSE(run.fscExists);
-}
-
 TEST(DialogAllZeroRecords, AnEmptyCaptureSkipsTheLoop) {
   TempDir dir;
   test::RecordingHost host("");
