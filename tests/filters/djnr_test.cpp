@@ -96,19 +96,5 @@ TEST(DjnrEndOfInput, ACaptureCutOffInsideADocumentWritesItsLastLineTwice) {
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
-TEST(DjnrEndOfInput, TheSampleSessionGivesItsDocumentsAndAnAgreeingIndex) {
-  TempDir dir;
-  test::RecordingHost host("");
-  const auto run =
-      test::RunFilterOn(&FilterDJ, dir, test::ReadFile(ZV_SAMPLES_DIR "/djnr_session.log"), "djnr.log", &host);
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_EQ(host.title, "Filtering DJN/R //TEXT Search");
-  EXPECT_EQ(host.recordOdometer, (std::vector<int32_t>{1, 2, 3, 4, 5, 6, 7, 8}));
-  EXPECT_FALSE(run.fscExists);
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-  EXPECT_EQ(run.pro.find("ENTER QUERY"), std::string::npos);
-  EXPECT_EQ(run.pro.find("DOCUMENT"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace zv

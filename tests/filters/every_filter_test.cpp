@@ -1,4 +1,5 @@
-// What every filter shares: a capture with no record of its service leaves no outputs.
+// What every filter shares: a capture with no record of its service leaves no outputs;
+// a session of the service gives its records and an index that agrees with them.
 #include <gtest/gtest.h>
 
 #include "filters/brs.h"
@@ -6,6 +7,7 @@
 #include "filters/dialog_all.h"
 #include "filters/djnr.h"
 #include "filters/nlm.h"
+#include "filters/orbit.h"
 #include "filters/stn.h"
 #include "support/test_support.h"
 
@@ -34,14 +36,38 @@ TEST(EveryFilterZeroRecords, ASessionWithoutStartLinesLeavesNoOutputs) {
   }
 }
 
-TEST(EveryFilterSamples, TheIndexAgreesWithTheRecordFile) {
-  for (const auto& [filter, sample] : {std::pair{&FilterBRS, "brs_session.log"}, {&FilterDataStar, "datastar_session.log"}}) {
-    SCOPED_TRACE(sample);
+TEST(EveryFilterSamples, TheSessionGivesItsRecordsWithoutTheServiceLinesAndAnAgreeingIndex) {
+  const struct {
+    test::FilterFn filter;
+    const char* sample;
+    const char* title;  // nullptr where the filter's own suite checks it
+    std::size_t records;
+    std::vector<const char*> kept, dropped;
+  } cases[] = {
+      {&FilterBRS, "brs_session.log", nullptr, 6, {}, {}},
+      {&FilterDataStar, "datastar_session.log", nullptr, 6, {}, {}},
+      {&FilterDJ, "djnr_session.log", "Filtering DJN/R //TEXT Search", 8, {}, {"ENTER QUERY", "DOCUMENT"}},
+      {&FilterNLM, "nlm_session.log", "Filtering NLM Search", 5, {"\r\n      THE registry"},
+       {"USER:", "PROG:", "CONTINUE PRINTING?", "(MEDFILE)", "GOOD BYE!"}},
+      {&FilterSTN, "stn_session.log", "Filtering STN Search", 11, {}, {"=>", "COST IN U.S. DOLLARS"}},
+      {&FilterOrbit, "orbit_session.log", "Filtering Orbit/Questel Search", 7, {}, {"\nSS "}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.sample);
     test::TempDir dir;
-    const auto run = test::RunFilterOn(filter, dir, test::ReadFile(std::string(ZV_SAMPLES_DIR "/") + sample));
+    test::RecordingHost host("");
+    const auto run =
+        test::RunFilterOn(c.filter, dir, test::ReadFile(std::string(ZV_SAMPLES_DIR "/") + c.sample), c.sample, &host);
     ASSERT_EQ(run.outcome, JobOutcome::Done);
-    EXPECT_EQ(run.ndx.size(), 6u);
+    if (c.title) {
+      EXPECT_EQ(host.title, c.title);
+    }
+    EXPECT_EQ(run.ndx.size(), c.records);
+    EXPECT_EQ(host.recordOdometer.size(), c.records);
+    EXPECT_FALSE(run.fscExists);
     EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
+    for (const char* text : c.kept) EXPECT_NE(run.pro.find(text), std::string::npos) << text;
+    for (const char* text : c.dropped) EXPECT_EQ(run.pro.find(text), std::string::npos) << text;
   }
 }
 

@@ -89,20 +89,5 @@ TEST(NlmEndOfInput, ANumberLineAtTheVeryEndIsCountedWithTheLabelsLength) {
   EXPECT_EQ(run.ndx[1].endLine, 7);
 }
 
-TEST(NlmEndOfInput, TheSampleSessionGivesItsCitationsAndAnAgreeingIndex) {
-  TempDir dir;
-  test::RecordingHost host("");
-  const auto run =
-      test::RunFilterOn(&FilterNLM, dir, test::ReadFile(ZV_SAMPLES_DIR "/nlm_session.log"), "nlm.log", &host);
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_EQ(host.title, "Filtering NLM Search");
-  EXPECT_EQ(host.recordOdometer, (std::vector<int32_t>{1, 2, 3, 4, 5}));
-  EXPECT_FALSE(run.fscExists);
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-  EXPECT_NE(run.pro.find("\r\n      THE registry"), std::string::npos);
-  for (const char* dropped : {"USER:", "PROG:", "CONTINUE PRINTING?", "(MEDFILE)", "GOOD BYE!"})
-    EXPECT_EQ(run.pro.find(dropped), std::string::npos) << dropped;
-}
-
 }  // namespace
 }  // namespace zv

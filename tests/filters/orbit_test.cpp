@@ -9,7 +9,6 @@ namespace zv {
 namespace {
 
 using test::CrLf;
-using test::RunFilterOn;
 using test::TempDir;
 
 constexpr auto Filter = test::RunFilterOnLines<&FilterOrbit>;
@@ -46,19 +45,6 @@ TEST(OrbitWriting, FoldsBlanksEndsOnTheSharedLinesAndRepeatsAnOpenLastLine) {
                                 "-2- TITLE TEXT (WPI)", "B", "LAST"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "", "A", "Record - 2", "", "B", "LAST", "LAST"}));
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-}
-
-TEST(OrbitWriting, TheSampleSessionFiltersToAnIndexThatAgreesWithItsRecords) {
-  TempDir dir;
-  test::RecordingHost host("");
-  const auto run =
-      RunFilterOn(&FilterOrbit, dir, test::ReadFile(ZV_SAMPLES_DIR "/orbit_session.log"), "orbit_session.log", &host);
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_EQ(host.title, "Filtering Orbit/Questel Search");
-  EXPECT_FALSE(run.fscExists);
-  EXPECT_EQ(run.ndx.size(), 7u);
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-  EXPECT_EQ(run.pro.find("\nSS "), std::string::npos);  // no prompt inside a record
 }
 
 }  // namespace

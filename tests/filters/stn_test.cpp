@@ -9,7 +9,6 @@ namespace zv {
 namespace {
 
 using test::CrLf;
-using test::RunFilterOn;
 using test::TempDir;
 
 constexpr auto Filter = test::RunFilterOnLines<&FilterSTN>;
@@ -137,21 +136,6 @@ TEST(StnEndOfInput, ARecordOpenAtTheEndRepeatsItsLastLine) {
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A", "", ""}));
   run = Filter(dir, {"L1  ANSWER 1 OF 1", "A", "=>"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A"}));
-}
-
-TEST(StnEndOfInput, TheSampleSessionFiltersToAnIndexThatAgreesWithItsRecords) {
-  TempDir dir;
-  test::RecordingHost host("");
-  const auto run =
-      RunFilterOn(&FilterSTN, dir, test::ReadFile(ZV_SAMPLES_DIR "/stn_session.log"), "stn_session.log", &host);
-  ASSERT_EQ(run.outcome, JobOutcome::Done);
-  EXPECT_EQ(host.title, "Filtering STN Search");
-  EXPECT_FALSE(run.fscExists);
-  EXPECT_EQ(run.ndx.size(), 11u);
-  EXPECT_EQ(host.recordOdometer.size(), run.ndx.size());
-  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
-  EXPECT_EQ(run.pro.find("=>"), std::string::npos);  // no prompt inside a record
-  EXPECT_EQ(run.pro.find("COST IN U.S. DOLLARS"), std::string::npos);
 }
 
 }  // namespace
