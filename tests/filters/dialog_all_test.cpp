@@ -120,9 +120,7 @@ TEST(DialogAllCopyRules, RecordsWithoutAPromptBetweenNeedNoClosing) {
   TempDir dir;
   const auto run = Filter(dir, {"?t 1/5/1-2", " 1/5/1", "A", " 1/5/2", "BB", "?"});
   EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "", "", "Record - 2", "", "BB", ""}));
-  ASSERT_EQ(run.ndx.size(), 2u);
-  EXPECT_EQ(run.ndx[0].endLine, 6);
-  EXPECT_EQ(run.ndx[1].startLine, 7);
+  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
 TEST(DialogAllCopyRules, ASingleCharacterBeforeThePromptGetsNoBlankLine) {
@@ -149,17 +147,14 @@ TEST(DialogAllEndOfInput, ALastLineInsideARecordIsWrittenTwice) {
   TempDir dir;
   const auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "LAST"});
   EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "LAST", "LAST"}));
-  ASSERT_EQ(run.ndx.size(), 1u);
-  EXPECT_EQ(run.ndx[0].endLine, 6);
-  EXPECT_EQ(run.ndx[0].byteLen, static_cast<int32_t>(run.pro.size()) - run.ndx[0].startByte);
+  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
 TEST(DialogAllEndOfInput, ALabelOnTheVeryLastLineStandsAsRawText) {
   TempDir dir;
   const auto run = Filter(dir, {"?t 1/5/1-2", " 1/5/1", "A", " 1/5/2"});
   EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "", "", "Record - 2", "", " 1/5/2"}));
-  ASSERT_EQ(run.ndx.size(), 2u);
-  EXPECT_EQ(run.ndx[1].endLine, 9);
+  EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
 TEST(DialogAllEndOfInput, LineEndsOfAnyKindGiveTheSameRecords) {

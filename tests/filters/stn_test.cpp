@@ -93,8 +93,6 @@ TEST(StnEndTests, AStartLineThatEndsTooLeavesItsRecordEmpty) {
   TempDir dir;
   const auto run = Filter(dir, {"L1  ANSWER 1 OF 2  FULL ESTIMATED COST", "lost", "L1  ANSWER 2 OF 2", "B", "=>"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "Record - 2", "", "B"}));
-  ASSERT_EQ(run.ndx.size(), 2u);
-  EXPECT_EQ(run.ndx[0].byteLen, 12);  // "Record - 1" and its blank line, less the last line end
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
@@ -117,11 +115,6 @@ TEST(StnWriting, RecordsFollowEachOtherWithoutASeparator) {
   const auto run = Filter(dir, {"=> d l1 1-3", "L1  ANSWER 1 OF 3", "A", "REFERENCE  2", "BB", "",
                                 "*** BIBLIO GROUP ***", "CCC", "=> logoff"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A", "Record - 2", "BB", "", "Record - 3", "", "CCC"}));
-  ASSERT_EQ(run.ndx.size(), 3u);
-  EXPECT_EQ(run.ndx[0].endLine, 3);
-  EXPECT_EQ(run.ndx[0].byteLen, 15);  // stops 2 bytes short of the next label
-  EXPECT_EQ(run.ndx[1].startByte, 17);
-  EXPECT_EQ(run.ndx[1].startLine, 4);
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
 }
 
@@ -129,8 +122,6 @@ TEST(StnEndOfInput, ARecordOpenAtTheEndRepeatsItsLastLine) {
   TempDir dir;
   auto run = Filter(dir, {"L1  ANSWER 1 OF 1", "A", "LAST"});
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A", "LAST", "LAST"}));
-  ASSERT_EQ(run.ndx.size(), 1u);
-  EXPECT_EQ(run.ndx[0].endLine, 5);
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
   run = Filter(dir, {"L1  ANSWER 1 OF 1", "A", ""});  // a blank last line gives one more
   EXPECT_EQ(run.pro, CrLf({"Record - 1", "", "A", "", ""}));
