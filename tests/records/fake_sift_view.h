@@ -63,7 +63,6 @@ class FakeSiftView final : public SiftView {
   std::vector<ShownBox> boxes, questions;
   std::vector<std::string> prompts;   // input box prompts, title + "|" + prompt
   std::vector<std::string> errorForms;
-  std::vector<int32_t> commandsRun;
   std::map<SiftPanel, std::string> panels;
   std::string text, viewMode;
   uint32_t viewColor = 0;
@@ -75,7 +74,6 @@ class FakeSiftView final : public SiftView {
   FakeWriting writing;
 
   void RunCommand(int32_t n) override {
-    commandsRun.push_back(n);
     const CommandResult r = zv::RunCommand(n, job_, *this, CommandTable());
     if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText));
   }
