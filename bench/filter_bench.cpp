@@ -25,7 +25,7 @@
 #include <vector>
 
 #include "core/files.h"
-#include "core/job_host.h"
+#include "core/input_file.h"
 #include "core/job_state.h"
 #include "core/line_reader.h"
 #include "core/text_out.h"
@@ -56,7 +56,7 @@ constexpr double kTargetFilterMBs = 150.0;
 constexpr double kTargetRatio = 4.0;
 constexpr double kTargetPeakMB = 32.0;
 
-using FilterFn = zv::JobOutcome (*)(zv::JobState&, zv::JobHost&);
+using FilterFn = zv::JobResult (*)(zv::JobState&, zv::JobProgress&, const zv::FilterInput&);
 using CaptureWriter = SyntheticCapture (*)(const std::string& path, int64_t targetBytes);
 
 // A line filter and the generator of a capture of its service.
@@ -190,26 +190,14 @@ void copyLines(benchmark::State& state) {
 
 // --- the filter --------------------------------------------------------------------
 
-// Answers the file dialog with the generated capture, as the command line does.
-class BenchHost : public zv::JobHost {
- public:
-  void GetInputFile(zv::JobState& job, std::string_view /*dialogFilter*/) override {
-    zv::Message message;
-    if (!zv::CheckInputFile(job, gSetup.capture.path, message)) {
-      std::fprintf(stderr, "%s: %s\n", message.title.c_str(), message.text.c_str());
-      job.giCancelOpen = 1;
-    }
-  }
-};
-
 // Progress as a terminal bar would show it. The frame reports every line, but the
 // bar is drawn again only when the percentage moves, about a hundred times a run;
 // between two draws a line costs one compare with the line where the next percent
 // begins. The bar goes to stderr only when ZV_BENCH_PROGRESS asks for it and stderr
 // is a terminal; otherwise it is only formatted.
-class ProgressHost final : public BenchHost {
+class ProgressHost final : public zv::JobProgress {
  public:
-  void lineRead(int32_t lInLine, int32_t glLineCount) override {
+  void lineDone(int32_t lInLine, int32_t glLineCount) override {
     linesSeen = lInLine;
     if (lInLine < nextDraw_) return;
     const int64_t total = glLineCount > 0 ? glLineCount : 1;
@@ -221,8 +209,8 @@ class ProgressHost final : public BenchHost {
                                                            ((int64_t{percent} + 1) * total % 100 != 0),
                                                        std::numeric_limits<int32_t>::max()));
   }
-  void recordLabelled(int32_t glRecNum) override { lastRecord = glRecNum; }
-  void FinishFilter(std::string_view, std::string_view, std::string_view) override {
+  void recordDone(int32_t record) override { lastRecord = record; }
+  void jobFinished(std::string_view, std::string_view) override {
     if (gSetup.showProgress) std::fputs("\n", stderr);
   }
 
@@ -291,12 +279,13 @@ void runFilter(benchmark::State& state, bool withProgress) {
     out.remove();  // so that truncating the last run's outputs is not timed
     zv::JobState job;
     job.outDir = gSetup.dir;
-    BenchHost quiet;
+    zv::JobProgress quiet;
     ProgressHost progress;
-    zv::JobHost& host = withProgress ? static_cast<zv::JobHost&>(progress) : quiet;
+    zv::JobProgress& observer = withProgress ? static_cast<zv::JobProgress&>(progress) : quiet;
+    const zv::FilterInput input{gSetup.capture.path, gSetup.dir};
     state.ResumeTiming();
 
-    const zv::JobOutcome outcome = gSetup.row->filter(job, host);
+    const zv::JobOutcome outcome = gSetup.row->filter(job, observer, input).outcome;
 
     state.PauseTiming();
     const std::string problem = checkJob(job, outcome, out, withProgress ? &progress : nullptr);

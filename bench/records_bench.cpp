@@ -20,7 +20,7 @@
 
 #include "bench_harness.h"
 #include "core/index_rec.h"
-#include "core/job_host.h"
+#include "core/input_file.h"
 #include "core/job_state.h"
 #include "core/line_reader.h"
 #include "core/text_out.h"
@@ -59,26 +59,14 @@ void count(RecordFile& f) {
   f.bytes = FileBytes(f.pro);
 }
 
-class QuietHost : public zv::JobHost {
- public:
-  explicit QuietHost(std::string capture) : capture_(std::move(capture)) {}
-  void GetInputFile(zv::JobState& job, std::string_view) override {
-    zv::Message m;
-    if (!zv::CheckInputFile(job, capture_, m)) job.giCancelOpen = 1;
-  }
-
- private:
-  std::string capture_;
-};
-
 // A .PRO from FilterDialogAll on a synthetic DIALOG capture of `captureBytes`.
 RecordFile filteredPro(const std::string& stem, int64_t captureBytes) {
   const std::string capture = gSetup.dir + "/" + stem + ".log";
   zv::bench::WriteSyntheticCapture(capture, captureBytes);
   zv::JobState job;
   job.outDir = gSetup.dir;
-  QuietHost host(capture);
-  if (zv::FilterDialogAll(job, host) != zv::JobOutcome::Done) throw std::runtime_error("the filter did not finish");
+  if (zv::FilterDialogAll(job, zv::NoProgress(), zv::FilterInput{capture, gSetup.dir}).outcome != zv::JobOutcome::Done)
+    throw std::runtime_error("the filter did not finish");
   std::filesystem::remove(capture);
   std::filesystem::remove(gSetup.dir + "/" + stem + ".FSC");
   RecordFile f{gSetup.dir + "/" + stem + ".PRO", gSetup.dir + "/" + stem + ".NDX"};

@@ -4,7 +4,7 @@ target_compile_features(zv_options INTERFACE cxx_std_20)
 target_include_directories(zv_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
 add_library(zv_warnings INTERFACE)
-target_compile_options(zv_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion)
+target_compile_options(zv_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wno-missing-field-initializers)
 
 add_library(zv_sanitizers INTERFACE)
 if(ZV_SANITIZE)

@@ -14,6 +14,7 @@
 #include "core/error.h"
 #include "core/files.h"
 #include "core/index_rec.h"
+#include "core/input_file.h"
 
 namespace zv::cli {
 
@@ -25,34 +26,37 @@ int runFilter(const Command& command, const std::string& capture, const std::str
     return kExitUsage;
   }
   JobState job;
-  job.outDir = outDir;
-  CliHost host(capture, isatty(STDERR_FILENO) == 1);
-  CommandResult result;
+  TerminalProgress progress(isatty(STDERR_FILENO) == 1);
+  CommandContext context{job, progress, FilterInput{capture, outDir}};
+  JobResult result;
   {
     InterruptGuard guard(job);
-    result = RunCommand(command.number, job, host, CommandTable());
+    result = RunCommand(command.number, context, CommandTable());
   }
-  host.endProgress();
-  if (result.error) {
-    PrintError(*result.error, job);
-    return kExitFailed;
-  }
+  progress.endProgress();
   switch (result.outcome) {
     case JobOutcome::Done:
-      std::cout << "Search File Unaltered:" << host.pnlInFile() << '\n'
-                << "Records Saved To:" << host.pnlProFile() << '\n'
-                << "Index Saved To:" << host.pnlIndexFile() << '\n'
-                << "Records: " << host.records() << '\n'
-                << "Elapsed: " << host.elapsed() << '\n';
+      std::cout << "Search File Unaltered: " << capture << '\n'
+                << "Records Saved To: " << (result.files.size() > 0 ? result.files[0] : "") << '\n'
+                << "Index Saved To: " << (result.files.size() > 1 ? result.files[1] : "") << '\n'
+                << "Records: " << result.records << '\n'
+                << "Elapsed: " << result.elapsed << '\n';
       return kExitDone;
-    case JobOutcome::Cancelled:
-      return host.inputRefused() ? kExitUsage : kExitDone;
+    case JobOutcome::Failed:
+      PrintError(*result.error, job);
+      return kExitFailed;
+    case JobOutcome::Refused:
+      if (result.message) PrintMessage(*result.message);
+      std::cerr << "  (" << capture << ")\n";
+      return kExitUsage;
     case JobOutcome::ZeroRecords:
-      PrintMessage({std::string(kZeroRecordsTitle), std::string(kZeroRecordsText)});
+      if (result.message) PrintMessage(*result.message);
       return kExitZeroRecords;
     case JobOutcome::Interrupted:
       std::cerr << "Interrupted: outputs removed.\n";
       return kExitInterrupted;
+    case JobOutcome::Cancelled:
+      return kExitDone;
     case JobOutcome::NoCommand:
       break;
   }

@@ -1,6 +1,7 @@
 // Progress bar and input checking for jobs run from the command line.
 #include "cli/cli_host.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
@@ -54,49 +55,42 @@ void PrintError(const ZvError& e, const JobState& job) {
   std::cerr << '\n';
 }
 
-void CliHost::GetInputFile(JobState& job, std::string_view /*dialogFilter*/) {
-  Message message;
-  if (!CheckInputFile(job, capture_, message)) {
-    PrintMessage(message);
-    std::cerr << "  (" << capture_ << ")\n";
-    refused_ = true;
-    job.giCancelOpen = 1;
-  }
-}
-
-void CliHost::lineRead(int32_t lInLine, int32_t glLineCount) {
+bool TerminalProgress::due(int32_t n) {
   // Looking at the clock on every line would cost more than the line; every 4096th is
   // plenty to keep the bar moving.
-  if (!progress_ || (lInLine & 4095) != 1) return;
+  if (!progress_ || (n & 4095) != 1) return false;
   const auto now = std::chrono::steady_clock::now();
-  if (drawn_ && now - lastDraw_ < kRedrawEvery) return;
+  if (drawn_ && now - lastDraw_ < kRedrawEvery) return false;
   lastDraw_ = now;
-  draw(lInLine, glLineCount);
+  return true;
 }
 
-void CliHost::draw(int32_t lInLine, int32_t glLineCount) {
-  const int64_t pct = glLineCount > 0 ? static_cast<int64_t>(lInLine) * 100 / glLineCount : 100;
-  const int filled = static_cast<int>(pct * kBarWidth / 100);
+void TerminalProgress::lineDone(int32_t line, int32_t totalLines) {
+  if (due(line)) draw(line, totalLines, "line");
+}
+
+void TerminalProgress::recordDone(int32_t record) {
+  records_ = record;
+  // A job that counts records only (no lines) moves the bar by its records.
+  if (totalRecords_ > 0 && due(record)) draw(record, totalRecords_, "record");
+}
+
+void TerminalProgress::draw(int32_t done, int32_t total, const char* unit) {
+  const int64_t pct = total > 0 ? static_cast<int64_t>(done) * 100 / total : 100;
+  const int filled = static_cast<int>(std::min<int64_t>(pct, 100) * kBarWidth / 100);
   std::string bar(static_cast<std::size_t>(filled), '#');
   bar.resize(kBarWidth, '.');
-  std::fprintf(stderr, "\r[%s] %3lld%%  line %d of %d  records %d", bar.c_str(), static_cast<long long>(pct),
-               lInLine, glLineCount, records_);
+  std::fprintf(stderr, "\r[%s] %3lld%%  %s %d of %d  records %d %s", bar.c_str(), static_cast<long long>(pct), unit,
+               done, total, records_, caption_.c_str());
   std::fflush(stderr);
   drawn_ = true;
 }
 
-void CliHost::endProgress() {
+void TerminalProgress::endProgress() {
   if (!drawn_) return;
-  std::fprintf(stderr, "\r%*s\r", kBarWidth + 60, "");
+  std::fprintf(stderr, "\r%*s\r", kBarWidth + 80, "");
   std::fflush(stderr);
   drawn_ = false;
-}
-
-void CliHost::FinishFilter(std::string_view pnlInFile, std::string_view pnlProFile, std::string_view pnlIndexFile) {
-  endProgress();
-  pnlInFile_ = pnlInFile;
-  pnlProFile_ = pnlProFile;
-  pnlIndexFile_ = pnlIndexFile;
 }
 
 }  // namespace zv::cli

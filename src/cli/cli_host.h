@@ -1,4 +1,4 @@
-// The job host of the command line: the capture named on it, progress on stderr.
+// What the command line shows of a job: a progress bar on stderr, messages, errors.
 #pragma once
 
 #include <chrono>
@@ -7,44 +7,36 @@
 #include <string>
 
 #include "core/error.h"
-#include "core/job_host.h"
+#include "core/job.h"
+#include "core/job_state.h"
 
 namespace zv::cli {
 
-class CliHost final : public JobHost {
+// The command line's observer of a job: a bar with the line and record odometers on
+// stderr, drawn only when stderr is a terminal and at most every 100 ms.
+class TerminalProgress final : public JobProgress {
  public:
-  // `capture` is the file named on the command line; `showProgress` draws a bar on
-  // stderr (when it is a terminal).
-  CliHost(std::string capture, bool showProgress) : capture_(std::move(capture)), progress_(showProgress) {}
+  explicit TerminalProgress(bool showProgress) : progress_(showProgress) {}
+  ~TerminalProgress() override { endProgress(); }
 
-  void GetInputFile(JobState& job, std::string_view dialogFilter) override;
-  void lineRead(int32_t lInLine, int32_t glLineCount) override;
-  void recordLabelled(int32_t glRecNum) override { records_ = glRecNum; }
-  void FinishFilter(std::string_view pnlInFile, std::string_view pnlProFile, std::string_view pnlIndexFile) override;
+  void jobStarted(const Start& start) override { totalRecords_ = start.totalRecords; }
+  void lineDone(int32_t line, int32_t totalLines) override;
+  void recordDone(int32_t record) override;
+  void caption(std::string_view text) override { caption_ = text; }
 
-  // True when the named capture was refused (the message is already on stderr).
-  bool inputRefused() const noexcept { return refused_; }
   // Clears the progress line, if one was drawn.
   void endProgress();
-  void jobFinished(std::string_view /*finishTime*/, std::string_view elapsed) override { elapsed_ = elapsed; }
-
-  // The hand-over panels of a finished job, each with its leading blank.
-  const std::string& pnlInFile() const noexcept { return pnlInFile_; }
-  const std::string& pnlProFile() const noexcept { return pnlProFile_; }
-  const std::string& pnlIndexFile() const noexcept { return pnlIndexFile_; }
-  const std::string& elapsed() const noexcept { return elapsed_; }
-  int32_t records() const noexcept { return records_; }
 
  private:
-  void draw(int32_t lInLine, int32_t glLineCount);
+  bool due(int32_t n);
+  void draw(int32_t done, int32_t total, const char* unit);
 
-  std::string capture_;
   bool progress_;
-  bool refused_ = false;
   bool drawn_ = false;
   int32_t records_ = 0;
+  int32_t totalRecords_ = 0;
+  std::string caption_;
   std::chrono::steady_clock::time_point lastDraw_{};
-  std::string pnlInFile_, pnlProFile_, pnlIndexFile_, elapsed_;
 };
 
 // Prints a message of the system's own on stderr: its title, then its lines.

@@ -10,6 +10,7 @@
 
 #include "cli/cli.h"
 #include "cli/cli_host.h"
+#include "core/input_file.h"
 #include "core/error.h"
 #include "records/build_index.h"
 #include "records/record_file.h"

@@ -17,20 +17,34 @@ namespace zv {
 
 namespace {
 
+using FilterTool = JobResult (*)(JobState&, JobProgress&, const FilterInput&);
+
+// A filter's row: the capture the front end chose, handed to the filter.
+template <FilterTool Tool>
+JobResult runFilter(CommandContext& context) {
+  const FilterInput* input = context.get<FilterInput>();
+  if (input == nullptr) {
+    JobResult none;
+    none.outcome = JobOutcome::NoCommand;
+    return none;
+  }
+  return Tool(context.job, context.progress, *input);
+}
+
 constexpr std::array kCommands{
     Command{100, "FilterDialogAll", "filter", "dialog-all",
-            "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &FilterDialogAll},
+            "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &runFilter<&FilterDialogAll>},
     Command{500, "FilterBRS", "filter", "brs", "BRS .. (dot dot) mode: every printed document (.PRO, .NDX)",
-            &FilterBRS},
+            &runFilter<&FilterBRS>},
     Command{600, "FilterDataStar", "filter", "datastar", "Data-Star: every printed document (.PRO, .NDX)",
-            &FilterDataStar},
-    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", &FilterDJ},
-    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", &FilterNLM},
+            &runFilter<&FilterDataStar>},
+    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", &runFilter<&FilterDJ>},
+    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", &runFilter<&FilterNLM>},
     Command{1100, "FilterOrbit", "filter", "orbit",
-            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", &FilterOrbit},
+            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", &runFilter<&FilterOrbit>},
     Command{1200, "FilterOvid", "filter", "ovid",
-            "Ovid: every citation to one file, its 9-column margin cut off (.PRO, .NDX)", &FilterOvid},
-    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", &FilterSTN},
+            "Ovid: every citation to one file, its 9-column margin cut off (.PRO, .NDX)", &runFilter<&FilterOvid>},
+    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", &runFilter<&FilterSTN>},
     // The sifter's commands answer only a host that is the sifter's window.
     Command{kOpenSifter, "OpenSifter", "", "", "Open a record file in the sifter", &OpenSifter},
     Command{kShowOrdRecord, "ShowOrdRecord", "", "", "Show the record at the current position of the order",

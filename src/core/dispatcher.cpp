@@ -1,8 +1,6 @@
 // The dispatcher: glRecNum bookkeeping and the last trap of every command.
 #include "core/dispatcher.h"
 
-#include <new>
-
 namespace zv {
 
 const Command* FindCommand(std::span<const Command> table, int32_t number) {
@@ -11,32 +9,32 @@ const Command* FindCommand(std::span<const Command> table, int32_t number) {
   return nullptr;
 }
 
-CommandResult RunCommand(int32_t commandNumber, JobState& job, JobHost& host, std::span<const Command> table) {
-  CommandResult result;
+JobResult RunCommand(int32_t commandNumber, CommandContext& context, std::span<const Command> table) {
+  JobState& job = context.job;
   job.glRecNum = 0;
   const Command* command = FindCommand(table, commandNumber);
-  if (command == nullptr || command->handler == nullptr) return result;
-  auto fail = [&](const ZvError& e) {
+  if (command == nullptr || command->handler == nullptr) {
+    JobResult none;
+    none.outcome = JobOutcome::NoCommand;
+    return none;
+  }
+  JobResult result;
+  try {
+    result = command->handler(context);
+  } catch (...) {
+    // The frame traps a job's errors; this catches what failed around it.
+    const ZvError e = CurrentZvError();
     job.gsErrNumber = ErrNumberText(e.number());
     job.gsErrText = e.text();
-    job.glRecNum = 0;
+    result = JobResult{};
     if (e.number() == err::kCancel) {
       result.outcome = JobOutcome::Cancelled;
     } else {
-      result.outcome = JobOutcome::Done;
+      result.outcome = JobOutcome::Failed;
       result.error = e;
     }
-  };
-  try {
-    result.outcome = command->handler(job, host);
-    job.glRecNum = 0;
-  } catch (const ZvError& e) {
-    fail(e);
-  } catch (const std::bad_alloc&) {
-    fail(ZvError(7, "Out of memory"));
-  } catch (const std::exception& e) {
-    fail(ZvError(51, "Internal error", e.what()));
   }
+  job.glRecNum = 0;
   return result;
 }
 

@@ -1,6 +1,9 @@
 // File primitives: tests by name, a fast line count, and byte-exact access by handle.
 #include "core/files.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -231,6 +234,11 @@ std::string FLInput(int32_t handle) {
     f.position = at;
     return line;
   }
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return std::filesystem::equivalent(a, b, ec) && !ec;
 }
 
 }  // namespace zv

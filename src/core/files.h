@@ -18,6 +18,9 @@ int64_t FileSize(const std::string& fileName);
 // Throws ZvError when the file cannot be read.
 int32_t LineCount(const std::string& fileName);
 
+// Whether two names lead to the same existing file (false when either is missing).
+bool SameFile(const std::string& a, const std::string& b);
+
 // By-handle access. Handles are small positive numbers, valid until FClose.
 // Every failure throws ZvError with the file's name as detail.
 

@@ -1,158 +1,74 @@
-// The filter job frame: the loop, the .PRO/.NDX bookkeeping and the ways out.
+// The filter job frame: the loop, the outputs and the ways out of every line filter.
 #include "core/filter_frame.h"
 
-#include <limits>
-#include <new>
-
-#include "core/byte_scan.h"
 #include "core/error.h"
+#include "core/byte_scan.h"
 #include "core/files.h"
 #include "core/text.h"
 
 namespace zv {
 
-namespace {
-
-// Add32 for the counters that move on every line: the same limits, with the sum
-// inline and the call, which raises the overflow, made only past them.
-inline void add32(int32_t& counter, int64_t amount) {
-  const int64_t sum = static_cast<int64_t>(counter) + amount;
-  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
-    Add32(counter, amount);
-  else
-    counter = static_cast<int32_t>(sum);
+void FilterFrame::openRecord(const Opening& opening) {
+  iJustLabelled = -1;
+  iInRecord = -1;
+  Add32(job.glRecNum, 1);
+  for (int i = 0; i < opening.blanksBefore; ++i) writeBlank();
+  sLabel = opening.label.empty() ? RecordLabel(job.glRecNum) : opening.label;
+  pro.writeText(sLabel, job.glRecNum, true, static_cast<int64_t>(sLabel.size()));
+  if (!opening.flagForPass) iJustLabelled = 0;
+  if (opening.blankAfter) writeBlank();
+  progress.recordDone(job.glRecNum);
 }
 
-}  // namespace
-
-std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
-
-void FilterFrame::writeBlank() {
-  pro_.blank();
-  add32(lOutBytes, 2);
-  add32(job.glOutLine, 1);
-}
-
-void FilterFrame::writeText(std::string_view line) {
-  pro_.line(line);
-  UpdateIndex();
-}
-
-void FilterFrame::writeText(std::string_view line, int64_t countedLength) {
-  pro_.line(line);
-  updateIndex(countedLength);
-}
-
-void FilterFrame::writeLabel() {
-  pro_.line(sLabel);
-  UpdateIndex();
-}
-
-// Runs after the line has been printed:
-//  1. one more output line;
-//  2. on the first line of a new record, write its index record, and close the
-//     previous one: its end line is the line before, its length stops 2 bytes short
-//     of the new label;
-//  3. count the printed line's bytes: the label's if this pass labelled, else gsLine's;
-//  4. remember which record was indexed last.
-void FilterFrame::UpdateIndex() {
-  updateIndex(static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : job.gsLine.size()));
-}
-
-void FilterFrame::updateIndex(int64_t countedLength) {
-  add32(job.glOutLine, 1);
-  IndexRec& rec = job.gIndexRec;
-  if (job.glRecNum != lLastIndexed && iJustLabelled == -1) {
-    rec.recNum = job.glRecNum;
-    rec.startByte = lOutBytes;
-    rec.startLine = job.glOutLine;
-    rec.keepFlag = 0;
-    rec.setKeepFile("");
-    ndx_.put(job.glRecNum, rec);
-    if (job.glRecNum > 1) {
-      rec = ndx_.get(job.glRecNum - 1);
-      rec.endLine = job.glOutLine - 1;
-      int32_t len = lOutBytes;
-      Add32(len, -static_cast<int64_t>(rec.startByte) - 2);
-      rec.byteLen = len;
-      ndx_.put(job.glRecNum - 1, rec);
-    }
-  }
-  add32(lOutBytes, countedLength + 2);
-  lLastIndexed = job.glRecNum;
-}
-
-void FilterFrame::FinishIndex() {
-  IndexRec& rec = job.gIndexRec;
-  rec = ndx_.get(job.glRecNum);
-  rec.endLine = job.glOutLine;
-  int32_t len = lOutBytes;
-  Add32(len, -static_cast<int64_t>(rec.startByte));
-  rec.byteLen = len;
-  ndx_.put(job.glRecNum, rec);
-}
-
-namespace {
-
-// The trap of a filter's main routine: remember the error as the job's.
-ZvError asZvError(const std::exception& e) {
-  if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;
-  if (dynamic_cast<const std::bad_alloc*>(&e)) return ZvError(7, "Out of memory");
-  return ZvError(51, "Internal error", e.what());
-}
-
-}  // namespace
+bool LineFilter::foundRecords(const FilterFrame& frame) const { return frame.job.glRecNum > 0; }
 
 void LineFilter::atEndOfInput(FilterFrame& frame) {
   if (frame.iInRecord == -1) frame.writeText(frame.job.gsLine);
 }
 
-JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, LineFilter& filter) {
-  host.GetInputFile(job, kCaptureDialogFilter);
-  if (job.giCancelOpen == 1) {
-    job.giCancelOpen = 0;
-    return JobOutcome::Cancelled;
-  }
+Message LineFilter::zeroRecordsMessage() const {
+  return {std::string(kZeroRecordsTitle), std::string(kZeroRecordsText)};
+}
 
-  FilterFrame frame(job, host);
-  auto cleanUp = [&] {
-    job.CleanUp();
-    filter.CleanUp();
-    frame.lOutBytes = 0;
-  };
-  // Interrupted: close everything, delete the outputs and the stem's .WRK, clean up.
-  auto interrupted = [&] {
-    job.giInterrupt = 0;
-    frame.in_.reset();
-    frame.pro_.abandon();
-    frame.fsc_.abandon();
-    frame.ndx_.abandon();
-    frame.outputs_.discardAll();
-    cleanUp();
-  };
-
-  try {
-    frame.outputs_.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
-    frame.in_ = std::make_unique<LineReader>(job.gsInFile);
-    frame.outputs_.add(job.gsProFile);
-    frame.pro_.open(job.gsProFile);
-    int32_t glExist = 0;
-    KillIfExists(job.gsIndexFile, glExist);  // KillIndexFile: no old record outlives the job
-    job.glExist = glExist;
-    frame.outputs_.add(job.gsIndexFile);
-    frame.ndx_.open(job.gsIndexFile);
-    if (info.makesFsc) {
-      job.gsFscFile = job.outputPath(job.gsBaseName + ".FSC");
-      frame.outputs_.add(job.gsFscFile);
-      frame.fsc_.open(job.gsFscFile);
+JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
+                           LineFilter& filter) {
+  job.outDir = input.outDir;
+  auto body = [&](Job& frameJob, JobResult& result) -> JobOutcome {
+    Message refusal;
+    if (!CheckInputFile(job, input.gsInFile, refusal)) {
+      result.message = refusal;
+      return JobOutcome::Refused;
     }
 
-    host.ClearStatusPanels();
-    const std::string fileSize = std::to_string(FileSize(job.gsInFile));
-    const std::string startTime = TimeOfDayText();
+    FilterFrame frame(frameJob, info);
+    // CleanUp on every way out: the job's strings, the filter's own.
+    struct CleanUp {
+      JobState& job;
+      LineFilter& filter;
+      ~CleanUp() {
+        job.CleanUp();
+        filter.CleanUp();
+      }
+    } cleanUp{job, filter};
+
+    // The stem's bookmark belonged to the .PRO that an interrupted or failed job
+    // throws away.
+    frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
+    frame.in_ = std::make_unique<LineReader>(job.gsInFile);
+    if (info.makesPro) {
+      int32_t glExist = 0;
+      frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile, glExist);
+      job.glExist = glExist;
+    }
+    if (info.makesFsc) {
+      job.gsFscFile = job.outputPath(job.gsBaseName + ".FSC");
+      frameJob.outputs.add(job.gsFscFile);
+      frame.fsc_.open(job.gsFscFile);
+    }
+    filter.begin(frame);
+
     job.glLineCount = LineCount(job.gsInFile);
-    host.jobStarted(fileSize, startTime, std::to_string(job.glLineCount));
-    host.setFilterTitle(info.title);
+    frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
     // Three buffers turn round so that no line is copied: at the end of a pass
     // gsPrevLine takes gsLine's buffer, and the next line is read into the one that
@@ -162,54 +78,46 @@ JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, L
       job.gsLine.swap(next);
       CleanLine(job.gsLine);  // LowAscii, then RemCtrl with character 0
       filter.afterCleaning(frame);
-      add32(frame.lInLine, 1);
-      host.lineRead(frame.lInLine, job.glLineCount);
+      Add32(frame.lInLine, 1);
+      progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
       job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine
-      if (job.giInterrupt == 1) {
-        interrupted();
+      if (frameJob.interrupted()) {
+        frame.pro.abandon();
+        frame.fsc_.abandon();
         return JobOutcome::Interrupted;
       }
     }
     frame.in_.reset();
     job.gsLine = job.gsPrevLine;  // the last line, as what follows the loop expects
+    result.lines = frame.lInLine;
+    frameJob.finish(result);
 
-    const std::string finishTime = TimeOfDayText();
-    host.jobFinished(finishTime, ShowElapsed(startTime, finishTime));
-
-    if (job.glRecNum == 0) {
-      frame.pro_.abandon();
-      frame.ndx_.abandon();
+    if (!filter.foundRecords(frame)) {
+      frame.pro.abandon();
       frame.fsc_.abandon();
-      frame.outputs_.discardOutputs();  // ZeroRecords
-      cleanUp();
+      result.message = filter.zeroRecordsMessage();
       return JobOutcome::ZeroRecords;
     }
 
     filter.atEndOfInput(frame);
-    frame.FinishIndex();
+    if (info.makesPro) frame.FinishIndex();
+    result.records = job.glRecNum;
     // The outputs are flushed here, inside the trap, so that a disk that fills at the
     // very end fails the job instead of handing over a cut-off file.
-    frame.pro_.close();
-    frame.ndx_.close();
-    if (info.makesFsc) frame.fsc_.close();
-  } catch (const std::exception& e) {
-    ZvError error = asZvError(e);
-    job.gsErrNumber = ErrNumberText(error.number());
-    job.gsErrText = error.text();
-    interrupted();
-    throw error;
-  }
-
-  frame.outputs_.commit();
-  host.FinishFilter(" " + job.gsInFile, " " + job.gsProFile, " " + job.gsIndexFile);
-  if (info.makesFsc && filter.fscLines() == 0) {
-    int32_t glExist = 0;
-    KillIfExists(job.gsFscFile, glExist);
-    job.glExist = glExist;
-  }
-  cleanUp();
-  return JobOutcome::Done;
+    if (info.makesPro) frame.pro.close();
+    filter.close(frame);
+    if (info.makesFsc) {
+      frame.fsc_.close();
+      if (filter.fscLines() == 0) {
+        int32_t glExist = 0;
+        KillIfExists(job.gsFscFile, glExist);
+        job.glExist = glExist;
+      }
+    }
+    return JobOutcome::Done;
+  };
+  return RunJob(job, progress, body);
 }
 
 }  // namespace zv

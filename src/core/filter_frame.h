@@ -1,4 +1,4 @@
-// The frame every filter runs in: input, outputs, bookkeeping, progress, interrupt.
+// The frame every line filter runs in: the capture, the outputs, the loop, the ways out.
 #pragma once
 
 #include <cstdint>
@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/index_rec.h"
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 #include "core/line_reader.h"
-#include "core/output_files.h"
+#include "core/record_file_writer.h"
 #include "core/text_out.h"
 
 namespace zv {
@@ -18,7 +18,11 @@ namespace zv {
 struct FilterInfo {
   std::string_view title;  // frmFilter's title while the filter runs
   bool makesFsc = false;   // the DIALOG family also writes the search strategy
+  // False for a filter that writes its records itself (separate files); the frame
+  // then opens no .PRO/.NDX of gsBaseName.
+  bool makesPro = true;
 };
+
 
 class FilterFrame;
 
@@ -26,78 +30,101 @@ class FilterFrame;
 class LineFilter {
  public:
   virtual ~LineFilter() = default;
+  // Once the outputs are open, before the first line: a filter that writes files of
+  // its own (separate files) registers and opens them here.
+  virtual void begin(FilterFrame& /*frame*/) {}
   // Right after the line was read and cleaned, before the odometer moves.
   virtual void afterCleaning(FilterFrame& /*frame*/) {}
   // The filter's tests on job.gsLine and what it writes for them.
   virtual void onLine(FilterFrame& frame) = 0;
+  // Whether anything was recognized: by default glRecNum above 0.
+  virtual bool foundRecords(const FilterFrame& frame) const;
   // At the end of input with records found: what a record still open needs. By
   // default a capture that breaks off inside a record gets its last line once more,
   // counted by UpdateIndex with iJustLabelled as the last pass left it (a start line
-  // at the very end is counted at its label's length).
+  // at the very end is counted at its label's length). The frame runs FinishIndex
+  // after it.
   virtual void atEndOfInput(FilterFrame& frame);
+  // Closes the filter's own files at the end of a job that succeeded.
+  virtual void close(FilterFrame& /*frame*/) {}
   // Text lines written to the .FSC: the file is deleted at the end when 0.
   virtual int16_t fscLines() const { return 0; }
+  // The zero-record warning, for a filter whose message is its own.
+  virtual Message zeroRecordsMessage() const;
   // Empties the filter's own string locals.
   virtual void CleanUp() {}
 };
 
-// Runs a filter: GetInputFile, the line loop, and every way out. Returns Done,
-// Cancelled, ZeroRecords or Interrupted; on an error the outputs (and the stem's
-// .WRK) are deleted, gsErrNumber and gsErrText are set, and the ZvError is thrown on
-// to RunCommand.
-JobOutcome RunLineFilter(JobState& job, JobHost& host, const FilterInfo& info, LineFilter& filter);
+// Runs a filter on `input`: the checks of the chosen capture (a refusal ends the job
+// as Refused with the system's message), the line loop, and every way out through
+// RunJob. On Done the result's files are the .PRO, the .NDX and (when it holds
+// anything) the .FSC, as the job named them.
+JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
+                           LineFilter& filter);
 
 // What the filters see of the frame while their loop runs.
 class FilterFrame {
  public:
-  FilterFrame(JobState& runningJob, JobHost& jobHost) : job(runningJob), host(jobHost) {}
+  FilterFrame(Job& runningJob, const FilterInfo& filterInfo)
+      : frame(runningJob), job(runningJob.state), progress(runningJob.progress), info(filterInfo) {}
 
+  Job& frame;
   JobState& job;
-  JobHost& host;
+  JobProgress& progress;
+  const FilterInfo& info;
+  RecordFileWriter pro;  // gsProFile and gsIndexFile
 
   // The locals every filter has, under their usual names.
-  int32_t lOutBytes = 0;      // bytes written to the .PRO; the offset of the next line
   int32_t lInLine = 0;        // input lines read
   int16_t iInRecord = 0;      // -1 inside a record
   int16_t iJustLabelled = 0;  // -1 on the pass that recognized a label
-  int32_t lLastIndexed = 0;   // glRecNum at the last UpdateIndex
   std::string sLabel;         // the label text of the current record
 
+  int32_t lOutBytes() const noexcept { return pro.lOutBytes; }
+
   // A blank line to the .PRO, accounted as 2 bytes and one line.
-  void writeBlank();
-  // A text line to the .PRO, then UpdateIndex.
-  void writeText(std::string_view line);
-  // The same, but UpdateIndex counts `countedLength` bytes for the line in place of
-  // gsLine's length: for a filter whose byte count differs from what it prints.
-  void writeText(std::string_view line, int64_t countedLength);
-  // Adds 1 to glRecNum, prints "Record - N" as sLabel and runs UpdateIndex with
-  // iJustLabelled at -1 (the caller sets it), then shows the record odometer after the
-  // caller's own blank lines: see FilterDialogAll for the order.
-  void writeLabel();
-  // Ties the line just printed to the index (see the .cpp for the exact steps).
-  void UpdateIndex();
-  // Closes the last record: its end line and a byte length that reaches the file's end.
-  void FinishIndex();
-  // Shows the record odometer.
-  void showRecordOdometer() { host.recordLabelled(job.glRecNum); }
+  void writeBlank() { pro.writeBlank(); }
+  // A text line to the .PRO, then UpdateIndex (which counts gsLine, or the label).
+  void writeText(std::string_view line) { pro.writeText(line, job.glRecNum, iJustLabelled == -1, countedLength()); }
+  // The same, but UpdateIndex counts `counted` bytes for the line in place of gsLine's
+  // length: for a filter whose byte count differs from what it prints.
+  void writeText(std::string_view line, int64_t counted) {
+    pro.writeText(line, job.glRecNum, iJustLabelled == -1, counted);
+  }
+  // Ties the line just printed to the index: the label's length on the pass that
+  // labelled, gsLine's otherwise.
+  void UpdateIndex() { pro.UpdateIndex(job.glRecNum, iJustLabelled == -1, countedLength()); }
+  void FinishIndex() { pro.FinishIndex(job.glRecNum); }
+
+  // How a record is opened: blank lines before the label, the label text, and what
+  // follows it.
+  struct Opening {
+    int blanksBefore = 0;
+    bool blankAfter = true;
+    // The flag stays set for the rest of the pass (the usual case); false clears it
+    // right after the label's own UpdateIndex.
+    bool flagForPass = true;
+    std::string label;  // empty: RecordLabel(glRecNum)
+  };
+  // Opens a record: iJustLabelled and iInRecord to -1, glRecNum up by one, the blank
+  // lines before, the label line through UpdateIndex, the blank line after, and the
+  // record odometer. The flag is set before the label is written, so its
+  // UpdateIndex always sees a new record.
+  void openRecord(const Opening& opening);
 
   // The .FSC: a text line (the caller counts it) or a blank separator.
   void fscLine(std::string_view line) { fsc_.line(line); }
   void fscBlank() { fsc_.blank(); }
 
  private:
-  friend JobOutcome RunLineFilter(JobState&, JobHost&, const FilterInfo&, LineFilter&);
+  friend JobResult RunLineFilter(JobState&, JobProgress&, const FilterInput&, const FilterInfo&, LineFilter&);
 
-  void updateIndex(int64_t countedLength);
+  int64_t countedLength() const {
+    return static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : job.gsLine.size());
+  }
 
   std::unique_ptr<LineReader> in_;
-  TextOut pro_;
-  IndexFile ndx_;
   TextOut fsc_;
-  OutputFiles outputs_;
 };
-
-// The record label text: "Record - " and the number without blanks.
-std::string RecordLabel(int32_t recNum);
 
 }  // namespace zv

@@ -42,13 +42,5 @@ struct JobState {
   void CleanUp();
 };
 
-// The outcome of a command that did not fail.
-enum class JobOutcome {
-  Done,         // outputs written and kept
-  Cancelled,    // no input chosen; nothing opened
-  ZeroRecords,  // no record recognized; outputs deleted
-  Interrupted,  // the user interrupted; outputs deleted
-  NoCommand,    // the command number has no tool
-};
 
 }  // namespace zv

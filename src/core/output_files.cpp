@@ -1,31 +1,64 @@
-// Deleting a job's outputs on every way out but success.
+// Removing a job's outputs on every way out but success.
 #include "core/output_files.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 #include "core/files.h"
 
 namespace zv {
 
 OutputFiles::~OutputFiles() {
-  if (!committed_) discardAll();
+  if (!committed_) settle(WayOut::Failed);
 }
 
-void OutputFiles::add(const std::string& path) { outputs_.push_back(path); }
+void OutputFiles::add(const std::string& path, KeepOn keepOn) {
+  for (Output& o : outputs_) {
+    if (o.path == path) {
+      o.keepOn = keepOn;
+      return;
+    }
+  }
+  outputs_.push_back({path, keepOn});
+}
 
 void OutputFiles::alsoOnFailure(const std::string& path) { onFailure_.push_back(path); }
 
-void OutputFiles::discardOutputs() noexcept {
-  int32_t glExist = 0;
-  for (const auto& p : outputs_) KillIfExists(p, glExist);
-  committed_ = true;
+void OutputFiles::appendTo(const std::string& path) {
+  for (const Appended& a : appended_)
+    if (a.path == path) return;
+  appended_.push_back({path, Exist(path) ? FileSize(path) : -1});
 }
 
-void OutputFiles::discardAll() noexcept {
-  int32_t glExist = 0;
-  for (const auto& p : outputs_) KillIfExists(p, glExist);
-  for (const auto& p : onFailure_) KillIfExists(p, glExist);
+void OutputFiles::forget(const std::string& path) {
+  std::erase_if(outputs_, [&](const Output& o) { return o.path == path; });
+}
+
+void OutputFiles::settle(WayOut way) noexcept {
+  if (committed_) return;
   committed_ = true;
+  int32_t glExist = 0;
+  for (const Output& o : outputs_)
+    if (!o.keepOn.has(way)) KillIfExists(o.path, glExist);
+  if (way != WayOut::ZeroRecords)
+    for (const std::string& p : onFailure_) KillIfExists(p, glExist);
+  for (const Appended& a : appended_) {
+    if (a.sizeBefore < 0) {
+      KillIfExists(a.path, glExist);
+    } else if (::truncate(a.path.c_str(), static_cast<off_t>(a.sizeBefore)) != 0) {
+      // Nothing more can be done for it; the error that stopped the job is reported.
+    }
+  }
+}
+
+std::vector<std::string> OutputFiles::existing() const {
+  std::vector<std::string> out;
+  for (const Output& o : outputs_)
+    if (Exist(o.path)) out.push_back(o.path);
+  for (const Appended& a : appended_)
+    if (Exist(a.path)) out.push_back(a.path);
+  return out;
 }
 
 void KillIfExists(const std::string& path, int32_t& glExist) noexcept {

@@ -56,4 +56,14 @@ std::string Num2Time(int32_t seconds);
 // Upper-case copy of 7-bit text (for the tests that bring both sides to upper case).
 std::string UCase(std::string_view text);
 
+// Whether `part` occurs in `text` (a case-sensitive search).
+inline bool Holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+
+// `text` without the blanks (0x20 only) at either end, as a view of it.
+inline std::string_view TrimBlanks(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 }  // namespace zv

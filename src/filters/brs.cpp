@@ -7,6 +7,7 @@
 #include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "core/text.h"
 
 namespace zv {
 
@@ -14,7 +15,6 @@ namespace {
 
 using sv = std::string_view;
 
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Exactly eight characters: blanks, then from the first digit on digits alone. So a
@@ -38,16 +38,16 @@ bool isStartLine(sv line) {
 bool isEndLine(sv line) {
   const auto [ds, arrows, stars, colons] = CountBytes(line, {'D', '>', '*', ':'});
   if (ds + arrows + stars == 0) return false;
-  if (ds && holds(line, "END OF ") && holds(line, " REQUEST")) return true;           // 1
-  if (ds && holds(line, "END OF DOCUMENTS IN LIST")) return true;                     // 2
-  if (arrows && holds(line, "ENTER ANSWER NUMBER-->")) return true;                   // 3
-  if (ds && holds(line, "ENTER SEARCH TERMS, COMMAND, OR ")) return true;             // 4
-  if (arrows && holds(line, "SEARCH  ") && holds(line, "--> ")) return true;          // 5
-  if (ds && holds(line, "DOCUMENTS FOUND") && holds(line, "ANSWER ")) return true;    // 6
-  if (stars && holds(line, "*CONNECT TIME  ")) return true;                           // 7
-  if (ds && colons && holds(line, "SESSION COST: ") && holds(line, "ESTIMATED")) return true;  // 8
-  if (stars && holds(line, "*SIGN OFF  ")) return true;                               // 9
-  return ds && holds(line, "BRS DISCONNECTED ");                                      // 10
+  if (ds && Holds(line, "END OF ") && Holds(line, " REQUEST")) return true;           // 1
+  if (ds && Holds(line, "END OF DOCUMENTS IN LIST")) return true;                     // 2
+  if (arrows && Holds(line, "ENTER ANSWER NUMBER-->")) return true;                   // 3
+  if (ds && Holds(line, "ENTER SEARCH TERMS, COMMAND, OR ")) return true;             // 4
+  if (arrows && Holds(line, "SEARCH  ") && Holds(line, "--> ")) return true;          // 5
+  if (ds && Holds(line, "DOCUMENTS FOUND") && Holds(line, "ANSWER ")) return true;    // 6
+  if (stars && Holds(line, "*CONNECT TIME  ")) return true;                           // 7
+  if (ds && colons && Holds(line, "SESSION COST: ") && Holds(line, "ESTIMATED")) return true;  // 8
+  if (stars && Holds(line, "*SIGN OFF  ")) return true;                               // 9
+  return ds && Holds(line, "BRS DISCONNECTED ");                                      // 10
 }
 
 class Brs final : public LineFilter {
@@ -59,14 +59,7 @@ class Brs final : public LineFilter {
     const sv line = job.gsLine;
 
     if (isStartLine(line)) {
-      f.iJustLabelled = -1;
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      if (job.glRecNum > 1) f.writeBlank();  // the separator
-      f.sLabel = RecordLabel(job.glRecNum);
-      f.writeLabel();
-      f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.blanksBefore = job.glRecNum > 0 ? 1 : 0});  // the separator after the first
     }
 
     // The tests are independent; a start line never passes one of them.
@@ -82,9 +75,9 @@ class Brs final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterBRS(JobState& job, JobHost& host) {
+JobResult FilterBRS(JobState& job, JobProgress& progress, const FilterInput& input) {
   Brs filter;
-  return RunLineFilter(job, host, FilterInfo{kBrsTitle, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kBrsTitle}, filter);
 }
 
 }  // namespace zv

@@ -8,6 +8,7 @@
 
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "core/text.h"
 
 namespace zv {
 
@@ -15,7 +16,6 @@ namespace {
 
 using sv = std::string_view;
 
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 inline bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
 
@@ -55,19 +55,19 @@ bool isStartLine(sv line, const StartRow& row) {
 
 // "END OF DOCUMENTS IN LIST" holds "END OF DOCUMENT": the second test adds nothing.
 bool isEndLine(sv line) {
-  return holds(line, "END OF DOCUMENT") || holds(line, "D-S - SEARCH MODE - ") ||
-         holds(line, "HAPPY HOUR on database ");
+  return Holds(line, "END OF DOCUMENT") || Holds(line, "D-S - SEARCH MODE - ") ||
+         Holds(line, "HAPPY HOUR on database ");
 }
 
 // "TX 1 OF 12.": the short page line of the text field.
 bool isTxLine(sv line) {
-  return line.starts_with("TX ") && holds(line, " OF ") && line.back() == '.' && line.size() < 15;
+  return line.starts_with("TX ") && Holds(line, " OF ") && line.back() == '.' && line.size() < 15;
 }
 
 // "  3 OF 12.": an indented page line. Only the character before the "." is tested
 // for a digit, so a line of words in that shape goes too.
 bool isPageLine(sv line) {
-  return holds(line, " OF ") && line.back() == '.' && line.starts_with("  ") && isDigit(line[line.size() - 2]);
+  return Holds(line, " OF ") && line.back() == '.' && line.starts_with("  ") && isDigit(line[line.size() - 2]);
 }
 
 class DataStar final : public LineFilter {
@@ -83,16 +83,11 @@ class DataStar final : public LineFilter {
     const sv line = job.gsLine;
 
     if (const StartRow* row = startRow(line); row && isStartLine(line, *row)) {
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      f.iJustLabelled = -1;
-      if (wroteBody_) f.writeBlank();  // the separator
       // The 14-column line keeps the blank that number-to-text puts before a
       // positive number: "Record -  7".
-      f.sLabel = row == &kRow14 ? "Record -  " + std::to_string(job.glRecNum) : RecordLabel(job.glRecNum);
-      f.writeLabel();
-      f.writeBlank();
-      f.showRecordOdometer();
+      const int32_t next = job.glRecNum + 1;
+      f.openRecord({.blanksBefore = wroteBody_ ? 1 : 0,  // the separator
+                    .label = row == &kRow14 ? "Record -  " + std::to_string(next) : RecordLabel(next)});
     }
 
     if (isEndLine(line)) f.iInRecord = 0;
@@ -119,9 +114,9 @@ class DataStar final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterDataStar(JobState& job, JobHost& host) {
+JobResult FilterDataStar(JobState& job, JobProgress& progress, const FilterInput& input) {
   DataStar filter;
-  return RunLineFilter(job, host, FilterInfo{kDataStarTitle, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kDataStarTitle}, filter);
 }
 
 }  // namespace zv

@@ -16,17 +16,6 @@ namespace {
 
 using sv = std::string_view;
 
-// Both run several times on every line: inline, a test against a short literal is a
-// few compares and no call.
-inline bool startsWith(sv s, sv prefix) { return s.starts_with(prefix); }
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
-
-sv trimBlanks(sv s) {
-  const auto first = s.find_first_not_of(' ');
-  if (first == sv::npos) return {};
-  return s.substr(first, s.find_last_not_of(' ') - first + 1);
-}
-
 // Step 7: a line with exactly two "/" of the form blank, set, "/", format, "/",
 // item, optionally five blanks and a tail. The eleven tests in their order.
 bool isLabel(sv line, uint32_t slashes) {
@@ -44,20 +33,20 @@ bool isLabel(sv line, uint32_t slashes) {
   const std::size_t blank = after2.find(' ');
   const sv item = sv(after2).substr(0, blank);
   if (InCountTbl(item, "0123456789") != static_cast<int32_t>(item.size())) return false;  // 6
-  if (trimBlanks(line).back() == '/') return false;       // 7
+  if (TrimBlanks(line).back() == '/') return false;       // 7
   if (slash1 + 1 > 5) return false;                       // 8
   if (slash2 + 1 > 11) return false;                      // 9
   const int32_t gap = blank == std::string::npos ? 0 : Blanks(sv(after2).substr(blank));
   if (gap != 0 && gap != 5) return false;                 // 10
   const std::size_t len = format.size();                  // 11
-  return len == 1 || len == 2 || (len > 2 && (InCount(format, ",") > 0 || holds(format, "KWIC")));
+  return len == 1 || len == 2 || (len > 2 && (InCount(format, ",") > 0 || Holds(format, "KWIC")));
 }
 
 // Step 9: a prompt, or a line that is nothing but a logoff word or ">>>". "OFF" is
 // not among them: its comparison never succeeded, and a line of OFF ends nothing.
 bool endsRecord(sv line) {
-  if (startsWith(line, "?") || startsWith(line, " ?")) return true;
-  const sv t = trimBlanks(line);
+  if (line.starts_with("?") || line.starts_with(" ?")) return true;
+  const sv t = TrimBlanks(line);
   return t == "off" || t == "logoff" || t == "LOGOFF" || t == "logoff hold" || t == "LOGOFF HOLD" || t == ">>>";
 }
 
@@ -76,7 +65,7 @@ class DialogAll final : public LineFilter {
     const std::size_t firstQuery = queries ? line.find('?') : sv::npos;
 
     // Step 2: a prompt closes the begin and sets blocks.
-    if (startsWith(line, "?")) {
+    if (line.starts_with("?")) {
       if (iBeginBlock == -1) {
         iBeginBlock = 0;
         f.fscBlank();
@@ -90,11 +79,11 @@ class DialogAll final : public LineFilter {
     // Step 3: open the blocks. Every test needs a "?", so other lines skip the copy.
     if (firstQuery != sv::npos) {
       const std::string u = UCase(line);
-      if (startsWith(u, "?B") || startsWith(u, "? B") || startsWith(u, "?BEGIN") || startsWith(u, "? BEGIN"))
+      if (u.starts_with("?B") || u.starts_with("? B") || u.starts_with("?BEGIN") || u.starts_with("? BEGIN"))
         iBeginBlock = -1;
-      if (startsWith(u, "?DS") || startsWith(u, "? DS") || holds(u, "?DISPLAY SETS") || holds(u, "? DISPLAY SETS"))
+      if (u.starts_with("?DS") || u.starts_with("? DS") || Holds(u, "?DISPLAY SETS") || Holds(u, "? DISPLAY SETS"))
         iSetsBlock = -1;
-      if ((startsWith(u, "?S") || startsWith(u, "? S")) && holds(u, " AND ")) iSetsBlock = -1;
+      if ((u.starts_with("?S") || u.starts_with("? S")) && Holds(u, " AND ")) iSetsBlock = -1;
     }
 
     // Step 4: copy to the .FSC while a block is open.
@@ -105,11 +94,11 @@ class DialogAll final : public LineFilter {
 
     // Step 5: a prompt at column 1 or 2 with a logoff word opens the logoff block.
     // "off" and "OFF" lie inside every longer word, so they alone decide.
-    if ((firstQuery == 0 || firstQuery == 1) && (holds(line, "off") || holds(line, "OFF"))) iLogoffBlock = -1;
+    if ((firstQuery == 0 || firstQuery == 1) && (Holds(line, "off") || Holds(line, "OFF"))) iLogoffBlock = -1;
 
     // Step 6: "Logoff:" or ">>>" ends the logoff block.
-    const bool errorLine = angles && holds(line, ">>>");
-    if ((capitalLs && holds(line, "Logoff:")) || errorLine) {
+    const bool errorLine = angles && Holds(line, ">>>");
+    if ((capitalLs && Holds(line, "Logoff:")) || errorLine) {
       if (iLogoffBlock == -1 && !errorLine) {
         Inc16(iFscLines);
         f.fscLine(line);
@@ -120,18 +109,8 @@ class DialogAll final : public LineFilter {
 
     // Steps 7 and 8: a label starts a record under "Record - N".
     if (isLabel(line, slashes)) {
-      f.iInRecord = -1;
-      f.iJustLabelled = -1;
-      Add32(job.glRecNum, 1);
       iSinceLabel = 0;
-      if (!job.gsPrevLine.empty()) {
-        f.writeBlank();
-        if (!sBeforePrevEmpty) f.writeBlank();
-      }
-      f.sLabel = RecordLabel(job.glRecNum);
-      f.writeLabel();
-      f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.blanksBefore = job.gsPrevLine.empty() ? 0 : (sBeforePrevEmpty ? 1 : 2)});
     }
 
     // Step 9: the end of a record.
@@ -178,9 +157,9 @@ class DialogAll final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterDialogAll(JobState& job, JobHost& host) {
+JobResult FilterDialogAll(JobState& job, JobProgress& progress, const FilterInput& input) {
   DialogAll filter;
-  return RunLineFilter(job, host, FilterInfo{kDialogAllTitle, true}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kDialogAllTitle, true}, filter);
 }
 
 }  // namespace zv

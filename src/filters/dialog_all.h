@@ -1,7 +1,8 @@
 // DIALOG filter: every record typed or printed in a session, to one file.
 #pragma once
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {
@@ -10,6 +11,6 @@ inline constexpr std::string_view kDialogAllTitle = "Filtering All DIALOG Types 
 
 // Command 100. Writes gsBaseName .PRO, .NDX and .FSC (the session's begin, display
 // sets and combined select blocks, and the logoff block).
-JobOutcome FilterDialogAll(JobState& job, JobHost& host);
+JobResult FilterDialogAll(JobState& job, JobProgress& progress, const FilterInput& input);
 
 }  // namespace zv

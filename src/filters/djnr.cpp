@@ -7,6 +7,7 @@
 #include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "core/text.h"
 
 namespace zv {
 
@@ -14,7 +15,6 @@ namespace {
 
 using sv = std::string_view;
 
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 
 sv trimLeft(sv s) {
   const auto first = s.find_first_not_of(' ');
@@ -50,15 +50,8 @@ class Djnr final : public LineFilter {
     const bool marker = capitalEs && holdsMarker(line);
 
     if (marker) {
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      f.sLabel = RecordLabel(job.glRecNum);
       // Only the label's own UpdateIndex sees the flag set.
-      f.iJustLabelled = -1;
-      f.writeLabel();
-      f.iJustLabelled = 0;
-      f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.flagForPass = false});
     }
 
     // The flag is looked at once, ahead of the whole row: a later test still runs, and
@@ -70,15 +63,15 @@ class Djnr final : public LineFilter {
         f.iInRecord = 0;
         if (blank) f.writeBlank();
       };
-      if (stars && dots && holds(line, "* END OF DOCUMENT.")) close(true);                                 // 1
-      if (capitalEs && dots && holds(line, "End of document.")) close(true);                               // 2
+      if (stars && dots && Holds(line, "* END OF DOCUMENT.")) close(true);                                 // 1
+      if (capitalEs && dots && Holds(line, "End of document.")) close(true);                               // 2
       if (both.size() == 3 && both.starts_with("..") && (both[2] == 'S' || both[2] == 's')) close(false);  // 3
       if (both == "DOC+1") close(true);                                                                    // 4
-      if (line.starts_with("CURRENT ") && holds(line, "_") && holds(line, ":")) close(true);               // 5
-      if (capitalEs && holds(line, "End of documents in list")) close(true);                               // 6
+      if (line.starts_with("CURRENT ") && Holds(line, "_") && Holds(line, ":")) close(true);               // 5
+      if (capitalEs && Holds(line, "End of documents in list")) close(true);                               // 6
       if (left.starts_with("..")) close(true);                                                             // 7
       if (left.starts_with("doc=")) close(true);                                                           // 8
-      if (capitalPs && capitalEs && holds(line, "Press ENTER")) close(false);                              // 9
+      if (capitalPs && capitalEs && Holds(line, "Press ENTER")) close(false);                              // 9
     }
 
     if (f.iInRecord == -1 && !marker && !line.empty()) f.writeText(line);
@@ -87,9 +80,9 @@ class Djnr final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterDJ(JobState& job, JobHost& host) {
+JobResult FilterDJ(JobState& job, JobProgress& progress, const FilterInput& input) {
   Djnr filter;
-  return RunLineFilter(job, host, FilterInfo{kDjnrTitle, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kDjnrTitle}, filter);
 }
 
 }  // namespace zv

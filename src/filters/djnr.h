@@ -3,7 +3,8 @@
 
 #include <string_view>
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {
@@ -11,6 +12,6 @@ namespace zv {
 inline constexpr std::string_view kDjnrTitle = "Filtering DJN/R //TEXT Search";
 
 // Command 800. Writes gsBaseName .PRO and .NDX; no .FSC.
-JobOutcome FilterDJ(JobState& job, JobHost& host);
+JobResult FilterDJ(JobState& job, JobProgress& progress, const FilterInput& input);
 
 }  // namespace zv

@@ -8,6 +8,7 @@
 #include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "core/text.h"
 
 namespace zv {
 
@@ -15,7 +16,6 @@ namespace {
 
 using sv = std::string_view;
 
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
 inline bool allDigits(sv s) { return std::all_of(s.begin(), s.end(), isDigit); }
 
@@ -43,11 +43,11 @@ bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capital
     if (line.starts_with(word)) return true;
   // Every text looked for inside a line holds an "R"; all but two hold "PRINT".
   if (!capitalRs) return false;
-  if (colons && holds(line, "USER:")) return true;
-  if (capitalYs && holds(line, "YOUR LAST SEARCH")) return true;
-  if (!capitalPs || !holds(line, "PRINT")) return false;
-  return holds(line, "CONTINUE PRINTING?") || holds(line, "READY TO PRINT FROM") ||
-         holds(line, "REPRINT PRIOR SEARCH") || holds(line, "'PRINTSPECS'") || holds(line, "SUPERPRINT COMPLETED.");
+  if (colons && Holds(line, "USER:")) return true;
+  if (capitalYs && Holds(line, "YOUR LAST SEARCH")) return true;
+  if (!capitalPs || !Holds(line, "PRINT")) return false;
+  return Holds(line, "CONTINUE PRINTING?") || Holds(line, "READY TO PRINT FROM") ||
+         Holds(line, "REPRINT PRIOR SEARCH") || Holds(line, "'PRINTSPECS'") || Holds(line, "SUPERPRINT COMPLETED.");
 }
 
 class Nlm final : public LineFilter {
@@ -61,14 +61,7 @@ class Nlm final : public LineFilter {
     f.iJustLabelled = 0;
 
     if (isStart(line)) {
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      f.iJustLabelled = -1;
-      if (bodyWritten) f.writeBlank();
-      f.sLabel = RecordLabel(job.glRecNum);
-      f.writeLabel();
-      f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.blanksBefore = bodyWritten ? 1 : 0});
     }
 
     if (f.iInRecord == -1) {
@@ -92,9 +85,9 @@ class Nlm final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterNLM(JobState& job, JobHost& host) {
+JobResult FilterNLM(JobState& job, JobProgress& progress, const FilterInput& input) {
   Nlm filter;
-  return RunLineFilter(job, host, FilterInfo{kNlmTitle, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kNlmTitle}, filter);
 }
 
 }  // namespace zv

@@ -5,8 +5,8 @@
 
 namespace zv {
 
-JobOutcome FilterOrbit(JobState& job, JobHost& host) {
-  return RunStnFamilyFilter(job, host, StnFamilyOptions{kOrbitTitle, false});
+JobResult FilterOrbit(JobState& job, JobProgress& progress, const FilterInput& input) {
+  return RunStnFamilyFilter(job, progress, input, StnFamilyOptions{kOrbitTitle, false});
 }
 
 }  // namespace zv

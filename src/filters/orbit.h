@@ -3,7 +3,8 @@
 
 #include <string_view>
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {
@@ -12,6 +13,6 @@ inline constexpr std::string_view kOrbitTitle = "Filtering Orbit/Questel Search"
 
 // Command 1100. Writes gsBaseName .PRO and .NDX. Records open on biblio groups and
 // hyphen number lines only; otherwise the filter works as FilterSTN.
-JobOutcome FilterOrbit(JobState& job, JobHost& host);
+JobResult FilterOrbit(JobState& job, JobProgress& progress, const FilterInput& input);
 
 }  // namespace zv

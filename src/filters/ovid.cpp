@@ -19,12 +19,6 @@ using sv = std::string_view;
 constexpr std::size_t kMargin = 9;
 
 // sTrimmed: the line without blanks on either side.
-sv trimBlanks(sv s) {
-  const auto first = s.find_first_not_of(' ');
-  if (first == sv::npos) return {};
-  return s.substr(first, s.find_last_not_of(' ') - first + 1);
-}
-
 // "<", nothing but digits (or nothing at all), ">", with blanks around it or not.
 bool isStart(sv trimmed) {
   if (trimmed.empty() || trimmed.front() != '<') return false;
@@ -39,17 +33,10 @@ class Ovid final : public LineFilter {
     JobState& job = f.job;
     const sv line = job.gsLine;
     f.iJustLabelled = 0;
-    const sv trimmed = trimBlanks(line);
+    const sv trimmed = TrimBlanks(line);
 
     if (isStart(trimmed)) {
-      f.iJustLabelled = -1;
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      if (job.glRecNum > 1) f.writeBlank();
-      f.sLabel = RecordLabel(job.glRecNum);
-      f.writeLabel();
-      f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.blanksBefore = job.glRecNum > 0 ? 1 : 0});
     }
 
     // The end tests: library searches, which skip to the literal's first character.
@@ -81,9 +68,9 @@ class Ovid final : public LineFilter {
 
 }  // namespace
 
-JobOutcome FilterOvid(JobState& job, JobHost& host) {
+JobResult FilterOvid(JobState& job, JobProgress& progress, const FilterInput& input) {
   Ovid filter;
-  return RunLineFilter(job, host, FilterInfo{kOvidTitle, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{kOvidTitle}, filter);
 }
 
 }  // namespace zv

@@ -5,8 +5,8 @@
 
 namespace zv {
 
-JobOutcome FilterSTN(JobState& job, JobHost& host) {
-  return RunStnFamilyFilter(job, host, StnFamilyOptions{kStnTitle, true});
+JobResult FilterSTN(JobState& job, JobProgress& progress, const FilterInput& input) {
+  return RunStnFamilyFilter(job, progress, input, StnFamilyOptions{kStnTitle, true});
 }
 
 }  // namespace zv

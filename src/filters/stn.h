@@ -3,7 +3,8 @@
 
 #include <string_view>
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {
@@ -12,6 +13,6 @@ inline constexpr std::string_view kStnTitle = "Filtering STN Search";
 
 // Command 1300. Writes gsBaseName .PRO and .NDX. Records open on answer lines,
 // "REFERENCE  " lines, biblio groups and hyphen number lines.
-JobOutcome FilterSTN(JobState& job, JobHost& host);
+JobResult FilterSTN(JobState& job, JobProgress& progress, const FilterInput& input);
 
 }  // namespace zv

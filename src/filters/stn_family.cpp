@@ -6,6 +6,7 @@
 
 #include "core/error.h"
 #include "core/filter_frame.h"
+#include "core/text.h"
 
 namespace zv {
 
@@ -13,7 +14,6 @@ namespace {
 
 using sv = std::string_view;
 
-inline bool holds(sv s, sv part) { return s.find(part) != sv::npos; }
 
 bool allBetween(sv s, char lo, char hi) {
   return std::all_of(s.begin(), s.end(), [=](char c) { return c >= lo && c <= hi; });
@@ -32,7 +32,7 @@ inline std::ptrdiff_t occurrences(sv s, char c) { return std::count(s.begin(), s
 bool hasHyphenPattern(sv line) {
   if (line.empty() || line.front() != '-' || line.back() != ')') return false;
   if (occurrences(line, '-') != 2 || occurrences(line, '(') != 1 || occurrences(line, ')') != 1) return false;
-  if (!holds(line, "- ")) return false;
+  if (!Holds(line, "- ")) return false;
   // The one "(" stands before the one ")", which is the last character.
   const std::size_t open = line.find('(');
   return allBetween(line.substr(open + 1, line.size() - open - 2), 'A', 'Z');
@@ -42,8 +42,8 @@ bool hasHyphenPattern(sv line) {
 // lines begin with none of these characters, so the first one picks the few tests
 // worth making. `mayHoldO`: the line holds an "O", which each contained text needs.
 bool endsRecord(sv line, bool mayHoldO) {
-  if (mayHoldO && (holds(line, "COST IN U.S. DOLLARS") || holds(line, "FULL ESTIMATED COST") ||
-                   holds(line, "IS NOT A VALID FORMAT")))
+  if (mayHoldO && (Holds(line, "COST IN U.S. DOLLARS") || Holds(line, "FULL ESTIMATED COST") ||
+                   Holds(line, "IS NOT A VALID FORMAT")))
     return true;
   if (line.empty()) return false;
   switch (line.front()) {
@@ -69,18 +69,12 @@ class StnFamily final : public LineFilter {
     // Every text the tests look for inside a line holds an "O", but for " ANSWER ",
     // which holds a "W"; most lines hold neither, and one scan each rules them out.
     const bool mayHoldO = line.find('O') != sv::npos;
-    const bool biblio = mayHoldO && holds(line, kBiblioGroup);
+    const bool biblio = mayHoldO && Holds(line, kBiblioGroup);
     const bool hyphenPattern = hasHyphenPattern(line);
 
     if (isStartLine(line, biblio, hyphenPattern)) {
-      f.iJustLabelled = -1;
-      f.iInRecord = -1;
-      Add32(job.glRecNum, 1);
-      f.sLabel = RecordLabel(job.glRecNum);
-      f.writeLabel();
       // No blank line goes before the label, and none behind a reference's.
-      if (!line.starts_with(kReference)) f.writeBlank();
-      f.showRecordOdometer();
+      f.openRecord({.blankAfter = !line.starts_with(kReference)});
     }
 
     if (endsRecord(line, mayHoldO)) f.iInRecord = 0;
@@ -108,7 +102,7 @@ class StnFamily final : public LineFilter {
     if (answerAndReference_) {
       // An answer line without its " OF " is nothing, and goes no further. The scan
       // for a "W" comes first: the search for " ANSWER " stops at every blank.
-      if (line.find('W') != sv::npos && holds(line, " ANSWER ")) return holds(line, " OF ") || holds(line, " of ");
+      if (line.find('W') != sv::npos && Holds(line, " ANSWER ")) return Holds(line, " OF ") || Holds(line, " of ");
       if (line.starts_with(kReference)) return true;
     }
     if (biblio) return true;
@@ -126,9 +120,10 @@ class StnFamily final : public LineFilter {
 
 }  // namespace
 
-JobOutcome RunStnFamilyFilter(JobState& job, JobHost& host, const StnFamilyOptions& options) {
+JobResult RunStnFamilyFilter(JobState& job, JobProgress& progress, const FilterInput& input,
+                             const StnFamilyOptions& options) {
   StnFamily filter(options.answerAndReferenceLines);
-  return RunLineFilter(job, host, FilterInfo{options.title, false}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{options.title}, filter);
 }
 
 }  // namespace zv

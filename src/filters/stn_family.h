@@ -4,7 +4,8 @@
 
 #include <string_view>
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {
@@ -18,6 +19,7 @@ struct StnFamilyOptions {
 };
 
 // Runs the shared filter in the job frame: .PRO and .NDX, no .FSC.
-JobOutcome RunStnFamilyFilter(JobState& job, JobHost& host, const StnFamilyOptions& options);
+JobResult RunStnFamilyFilter(JobState& job, JobProgress& progress, const FilterInput& input,
+                             const StnFamilyOptions& options);
 
 }  // namespace zv

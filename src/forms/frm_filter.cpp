@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QVBoxLayout>
 
+#include "core/input_file.h"
 #include "forms/center_form.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
@@ -116,24 +117,27 @@ QString FrmFilter::chooseFile(const QStringList& nameFilters) {
                                       nameFilters.join(QStringLiteral(";;")));
 }
 
-void FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
+std::optional<std::string> FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
   const QStringList filters = NameFilters(dialogFilter);
+  std::string chosen;
   for (;;) {
     const QString path = chooseFile(filters);
     if (path.isEmpty()) {
       // The dialog's cancel, error 32755: no file, no message.
-      job.giCancelOpen = 1;
       QApplication::restoreOverrideCursor();
       frmMain_.EnableMain(true);
       frmMain_.activateWindow();
-      return;
+      return std::nullopt;
     }
     // The system's dialog moves the current directory to the file's folder, and the
     // outputs, named from the stem alone, are written there.
     const QFileInfo info(path);
     if (info.exists()) QDir::setCurrent(info.absolutePath());
+    chosen = QFile::encodeName(path).toStdString();
     Message refusal;
-    if (CheckInputFile(job, QFile::encodeName(path).toStdString(), refusal)) break;
+    JobState probe;
+    probe.outDir = job.outDir;
+    if (CheckInputFile(probe, chosen, refusal)) break;
     ShowMessage(&frmMain_, MsgIcon::Warning, refusal.title, refusal.text);
   }
   CenterForm(*this, frmMain_);
@@ -141,17 +145,17 @@ void FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
   raise();
   frmMain_.EnableMain(false);
   repaint();
+  return chosen;
 }
-
-void FrmFilter::setFilterTitle(std::string_view title) { setWindowTitle(Q(title)); }
 
 void FrmFilter::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
 
-void FrmFilter::jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) {
-  frmMain_.showJobStart(Q(fileSize), Q(startTime), Q(fileLines));
+void FrmFilter::jobStarted(const Start& start) {
+  setWindowTitle(Q(start.title));
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
-void FrmFilter::lineRead(int32_t lInLine, int32_t glLineCount) {
+void FrmFilter::lineDone(int32_t lInLine, int32_t glLineCount) {
   lineOdom_ = lInLine;
   percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
   // Even reading the clock on every line would show on a large capture: look at it
@@ -163,7 +167,7 @@ void FrmFilter::lineRead(int32_t lInLine, int32_t glLineCount) {
   QCoreApplication::processEvents();
 }
 
-void FrmFilter::recordLabelled(int32_t glRecNum) { recOdom_ = glRecNum; }
+void FrmFilter::recordDone(int32_t record) { recOdom_ = record; }
 
 void FrmFilter::showPanels() {
   pnlLineOdom_->setText(lineOdom_ > 0 ? OdometerText(lineOdom_) : QString());
@@ -176,11 +180,11 @@ void FrmFilter::jobFinished(std::string_view finishTime, std::string_view elapse
   frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
 }
 
-void FrmFilter::FinishFilter(std::string_view pnlInFile, std::string_view pnlProFile, std::string_view pnlIndexFile) {
+void FrmFilter::FinishFilter(std::string_view inFile, std::string_view proFile, std::string_view indexFile) {
   showPanels();
-  pnlInFile_->setText(Q(pnlInFile));
-  pnlProFile_->setText(Q(pnlProFile));
-  pnlIndexFile_->setText(Q(pnlIndexFile));
+  pnlInFile_->setText(QLatin1Char(' ') + Q(inFile));
+  pnlProFile_->setText(QLatin1Char(' ') + Q(proFile));
+  pnlIndexFile_->setText(QLatin1Char(' ') + Q(indexFile));
   cmdOkay_->show();
   cmdOkay_->setEnabled(true);
   cmdCancel_->hide();
@@ -213,6 +217,15 @@ void FrmFilter::cmdOkayClick() {
 }
 
 void FrmFilter::cmdCancelClick() {
+  // Cancel on a window whose job has ended (the zero-record path leaves it up) closes
+  // it: an interrupt raised now would belong to no job.
+  if (!frmMain_.jobRunning()) {
+    ResetFilterForm();
+    hide();
+    frmMain_.EnableMain(true);
+    frmMain_.activateWindow();
+    return;
+  }
   // The job sees the flag after the line in hand and removes its outputs itself.
   job_.giInterrupt = 1;
   ClearStatusPanels();

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QString>
 
-#include "core/job_host.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 class QLabel;
@@ -18,21 +20,27 @@ namespace zv::forms {
 
 class FrmMain;
 
-class FrmFilter : public QDialog, public JobHost {
+class FrmFilter : public QDialog, public JobProgress {
   Q_OBJECT
 
  public:
   FrmFilter(FrmMain& frmMain, JobState& job);
 
-  // JobHost.
-  void GetInputFile(JobState& job, std::string_view dialogFilter) override;
-  void setFilterTitle(std::string_view title) override;
+  // GetInputFile: the open dialog until a capture passes the checks (each refusal
+  // shown under its title), then this window shown and the main window disabled.
+  // Nothing when the dialog was cancelled (error 32755): no message, the main window
+  // enabled and focused.
+  std::optional<std::string> GetInputFile(JobState& job, std::string_view dialogFilter);
+
+  // JobProgress: the title, the timing panels, the odometers and the bar.
   void ClearStatusPanels() override;
-  void jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) override;
-  void lineRead(int32_t lInLine, int32_t glLineCount) override;
-  void recordLabelled(int32_t glRecNum) override;
+  void jobStarted(const Start& start) override;
+  void lineDone(int32_t line, int32_t totalLines) override;
+  void recordDone(int32_t record) override;
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
-  void FinishFilter(std::string_view pnlInFile, std::string_view pnlProFile, std::string_view pnlIndexFile) override;
+
+  // The end-of-job hand-over: the three names, each with one leading blank, and OK.
+  void FinishFilter(std::string_view inFile, std::string_view proFile, std::string_view indexFile);
 
   // Back to the idle look: odometers and file panels empty, progress 0, Cancel shown.
   void ResetFilterForm();

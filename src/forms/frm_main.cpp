@@ -15,7 +15,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/time_text.h"
 #include "forms/frm_error.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_settings.h"

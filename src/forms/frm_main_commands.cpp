@@ -7,6 +7,8 @@
 
 #include "commands/command_table.h"
 #include "core/dispatcher.h"
+#include "core/input_file.h"
+#include "records/sifter.h"
 #include "forms/app_settings.h"
 #include "forms/center_form.h"
 #include "forms/frm_about.h"
@@ -25,8 +27,6 @@ namespace {
 
 constexpr int32_t kDosWindow = 3000;
 constexpr int32_t kShutdown = 3010;
-constexpr int32_t kFirstSiftCommand = 1600;
-constexpr int32_t kLastSiftCommand = 1611;
 
 }  // namespace
 
@@ -41,29 +41,40 @@ void FrmMain::RunCommand(int32_t commandNumber) {
     Shutdown();
     return;
   }
-  if (commandNumber >= kFirstSiftCommand && commandNumber <= kLastSiftCommand) {
+  const Command* command = FindCommand(CommandTable(), commandNumber);
+  if (command == nullptr || command->handler == nullptr) return;  // no tool answers it yet
+  if (command->number >= kOpenSifter && command->number <= kRepeatSearch) {
     frmSift_->RunCommand(commandNumber);
     job_.glRecNum = 0;
     return;
   }
+  if (command->cliGroup != "filter") return;
+
+  // The input first: the open dialog with its checks; a cancel ends the command.
+  const std::optional<std::string> capture = frmFilter_->GetInputFile(job_, kCaptureDialogFilter);
+  if (!capture) {
+    job_.glRecNum = 0;
+    return;
+  }
   jobRunning_ = true;
-  const CommandResult result = zv::RunCommand(commandNumber, job_, *frmFilter_, CommandTable());
+  CommandContext context{job_, *frmFilter_, FilterInput{*capture, {}}};
+  const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
 
-  if (result.error) {
-    // The filter's trap has deleted what it made; its window goes as on an interrupt.
-    frmFilter_->ResetFilterForm();
-    frmFilter_->hide();
-    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
-    job_.glRecNum = 0;
-    EnableMain(true);
-    return;
-  }
   switch (result.outcome) {
+    case JobOutcome::Failed:
+      // The frame has deleted what the job made; its window goes as on an interrupt.
+      frmFilter_->ResetFilterForm();
+      frmFilter_->hide();
+      showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+      job_.glRecNum = 0;
+      EnableMain(true);
+      return;
     case JobOutcome::ZeroRecords:
+    case JobOutcome::Refused:
       // frmFilter stays on the screen, reset, until the next job takes it.
-      ShowMessage(this, MsgIcon::Warning, kZeroRecordsTitle, kZeroRecordsText);
+      if (result.message) ShowMessage(this, MsgIcon::Warning, result.message->title, result.message->text);
       frmFilter_->ResetFilterForm();
       EnableMain(true);
       activateWindow();
@@ -74,11 +85,15 @@ void FrmMain::RunCommand(int32_t commandNumber) {
       frmFilter_->hide();
       activateWindow();
       break;
+    case JobOutcome::Done:
+      // The result waits in frmFilter for its OK.
+      frmFilter_->FinishFilter(*capture, result.files.size() > 0 ? result.files[0] : std::string(),
+                               result.files.size() > 1 ? result.files[1] : std::string());
+      break;
     case JobOutcome::Cancelled:
       EnableMain(true);
       break;
-    case JobOutcome::Done:       // the result waits in frmFilter for its OK
-    case JobOutcome::NoCommand:  // no tool answers the number yet
+    case JobOutcome::NoCommand:
       break;
   }
 }

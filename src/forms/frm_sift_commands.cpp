@@ -24,7 +24,8 @@ void FrmSift::RunCommand(int32_t commandNumber) {
   JobState& job = frmMain_.job();
   const bool wasBusy = busy_;
   busy_ = true;
-  const CommandResult result = zv::RunCommand(commandNumber, job, *this, CommandTable());
+  CommandContext context{job, NoProgress(), static_cast<SiftView*>(this)};
+  const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   busy_ = wasBusy;
   if (result.error) showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
 }

@@ -7,7 +7,8 @@
 #include "core/error.h"
 #include "core/files.h"
 #include "core/index_rec.h"
-#include "core/job_host.h"
+#include "core/job.h"
+#include "core/time_text.h"
 #include "core/line_reader.h"
 #include "core/output_files.h"
 
@@ -64,12 +65,6 @@ int32_t diff(int64_t a, int64_t b) {
 IndexRec middleRecord(int32_t k, const Label& at, const Label& next) {
   if (k == 1) return indexRecord(1, 1, diff(next.offset, 2), at.line, diff(next.line, 2));
   return indexRecord(k, at.offset, diff(next.offset, at.offset), diff(at.line, 1), diff(next.line, 2));
-}
-
-ZvError asZvError(const std::exception& e) {
-  if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;
-  if (dynamic_cast<const std::bad_alloc*>(&e)) return ZvError(7, "Out of memory");
-  return ZvError(51, "Internal error", e.what());
 }
 
 }  // namespace
@@ -146,7 +141,7 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
     job.giInterrupt = 0;
     return IndexOutcome::Built;
   } catch (const std::exception& e) {
-    ZvError error = asZvError(e);
+    ZvError error = AsZvError(e);
     job.gsErrNumber = ErrNumberText(error.number());
     job.gsErrText = error.text();
     closeUp();

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "core/job_host.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv {

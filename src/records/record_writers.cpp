@@ -69,11 +69,6 @@ class Appender {
   std::string buf_;
 };
 
-bool sameFile(const std::string& a, const std::string& b) {
-  std::error_code ec;
-  return std::filesystem::equivalent(a, b, ec) && !ec;
-}
-
 // The keep files a run has touched, each with its length before the run (-1: it did
 // not exist), so that a failed run leaves them as they were.
 class KeepTargets {
@@ -113,7 +108,7 @@ int16_t WriteKeptRecords(const std::string& proFile, const std::string& indexFil
       frmWriting.writingFile(target);
       // A keep file named like the record file or its index would be written into
       // while it is read.
-      if (sameFile(target, proFile) || sameFile(target, indexFile))
+      if (SameFile(target, proFile) || SameFile(target, indexFile))
         throw ZvError(err::kPathFileAccess, ErrorText(err::kPathFileAccess), target);
       targets.touch(target);
       Appender out(target);
@@ -141,7 +136,7 @@ void WriteOrder(const std::string& proFile, const std::string& indexFile, const 
   try {
     IndexFile ndx;
     ndx.openRead(indexFile);
-    if (sameFile(ordFile, proFile) || sameFile(ordFile, indexFile))
+    if (SameFile(ordFile, proFile) || SameFile(ordFile, indexFile))
       throw ZvError(err::kPathFileAccess, ErrorText(err::kPathFileAccess), ordFile);
     outputs.add(ordFile);
     TextOut ord(ordFile);

@@ -5,13 +5,11 @@
 #include <string>
 
 #include "core/error.h"
+#include "core/job.h"
 #include "core/job_state.h"
 #include "records/sifter.h"
 
 namespace zv::sift {
-
-// The error a trap stores: a ZvError as it is, anything else under a number.
-ZvError AsZvError(const std::exception& e);
 
 // gsErrNumber and gsErrText of a trapped error.
 void NoteError(JobState& job, const ZvError& error);
@@ -34,14 +32,21 @@ inline std::string NumberText(int64_t n) {
 // Shows the current record by the view's command: 1602 in .PRO View, 1601 in .ORD View.
 inline void ShowCurrent(SiftView& view) { view.RunCommand(view.sift.ordView() ? kShowOrdRecord : kShowProRecord); }
 
-// A command of the sifter: the host must be the sifter's view (else NoCommand), and
-// any failure takes the general error path: noted, ResetSifter, thrown on.
+// A command of the sifter: the context must hold the sifter's view (else NoCommand),
+// and any failure takes the general error path: noted, ResetSifter, thrown on.
 template <class Body>
-JobOutcome RunSiftCommand(JobState& job, JobHost& host, Body&& body) {
-  SiftView* view = AsSiftView(host);
-  if (view == nullptr) return JobOutcome::NoCommand;
+JobResult RunSiftCommand(CommandContext& context, Body&& body) {
+  JobResult result;
+  SiftView* const* found = context.get<SiftView*>();
+  if (found == nullptr || *found == nullptr) {
+    result.outcome = JobOutcome::NoCommand;
+    return result;
+  }
+  SiftView* view = *found;
+  JobState& job = context.job;
   try {
-    return body(*view);
+    result.outcome = body(job, *view);
+    return result;
   } catch (const std::exception& e) {
     ZvError error = AsZvError(e);
     NoteError(job, error);

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/job_host.h"
+#include "core/job.h"
 #include "core/job_state.h"
 #include "records/index_progress.h"
 #include "records/sift_state.h"
@@ -26,12 +26,10 @@ enum class SiftPanel {
 
 enum class MsgIcon { None, Information, Warning, Stop };
 
-// Why the sifter's view derives from JobHost: the commands 1600 to 1611 run through
-// RunCommand, whose handlers get (JobState&, JobHost&). The window passes itself as
-// the host for those numbers; a handler takes the host as a SiftView and finds the
-// sifter's state in `sift`, next to the elements. A host that is not a SiftView
-// answers none of those numbers (RunCommand then reports NoCommand), so the main
-// window must hand over its sifter, not frmFilter, for 1600 to 1611.
+// The sifter's commands 1600 to 1611 run through RunCommand with the window, as a
+// SiftView*, in the context's parameters; a handler finds the sifter's state in
+// `sift`, next to the elements. A context without one answers none of those numbers
+// (RunCommand then reports NoCommand).
 //
 // The state lives with the window for the whole run of the program: the window is
 // hidden, not destroyed, when the user leaves the sifter, and gsKeepFile must
@@ -39,7 +37,7 @@ enum class MsgIcon { None, Information, Warning, Stop };
 //
 // Texts handed to the view are the system's own, with CR LF between lines. Messages
 // with an empty title take the program's title, as a message box does by default.
-class SiftView : public JobHost {
+class SiftView {
  public:
   SiftState sift;
 
@@ -100,12 +98,6 @@ class SiftView : public JobHost {
   virtual void showSifter() = 0;
   // The main window shown, enabled and focused; frmSift hidden.
   virtual void hideSifter() = 0;
-
-  // The sifter never filters a capture.
-  void GetInputFile(JobState& job, std::string_view /*dialogFilter*/) override { job.giCancelOpen = 1; }
 };
-
-// The view behind a command's host, or null when the host is no sifter.
-inline SiftView* AsSiftView(JobHost& host) { return dynamic_cast<SiftView*>(&host); }
 
 }  // namespace zv

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/job_host.h"
+#include "core/dispatcher.h"
 #include "core/job_state.h"
 #include "records/sift_view.h"
 
@@ -30,25 +30,25 @@ inline constexpr std::string_view kSiftDialogFilter =
     ".PRO & .NDX Files|*.PRO;*.NDX|.PRO Files|*.PRO|.NDX Files|*.NDX|All Files (*.*)|*.*|";
 
 // --- commands: handlers of the rows 1600 to 1611 -------------------------------------
-// Each answers NoCommand when the host is not a SiftView. A failure runs the general
+// Each answers NoCommand when the context holds no SiftView*. A failure runs the general
 // error path (gsErrNumber and gsErrText set, ResetSifter) and is thrown on to
 // RunCommand, which reports it.
 
 // 1600: the dialog, the checks of the chosen name, BuildIndex for a .PRO, the count,
 // the order, the .WRK for a chosen .NDX, then the window with record glCurRec.
 // Cancelled when the dialog was cancelled or BuildIndex did not build.
-JobOutcome OpenSifter(JobState& job, JobHost& host);
-JobOutcome ShowOrdRecord(JobState& job, JobHost& host);  // 1601
-JobOutcome ShowProRecord(JobState& job, JobHost& host);  // 1602
-JobOutcome Keep(JobState& job, JobHost& host);           // 1603
-JobOutcome KeepExpress(JobState& job, JobHost& host);    // 1604
-JobOutcome Unkeep(JobState& job, JobHost& host);         // 1605
-JobOutcome Order(JobState& job, JobHost& host);          // 1606
-JobOutcome SiftWriteKept(JobState& job, JobHost& host);  // 1607
-JobOutcome SiftWriteOrder(JobState& job, JobHost& host); // 1608
-JobOutcome Jump(JobState& job, JobHost& host);           // 1609
-JobOutcome FindText(JobState& job, JobHost& host);       // 1610
-JobOutcome RepeatSearch(JobState& job, JobHost& host);   // 1611
+JobResult OpenSifter(CommandContext& context);
+JobResult ShowOrdRecord(CommandContext& context);  // 1601
+JobResult ShowProRecord(CommandContext& context);  // 1602
+JobResult Keep(CommandContext& context);           // 1603
+JobResult KeepExpress(CommandContext& context);    // 1604
+JobResult Unkeep(CommandContext& context);         // 1605
+JobResult Order(CommandContext& context);          // 1606
+JobResult SiftWriteKept(CommandContext& context);  // 1607
+JobResult SiftWriteOrder(CommandContext& context); // 1608
+JobResult Jump(CommandContext& context);           // 1609
+JobResult FindText(CommandContext& context);       // 1610
+JobResult RepeatSearch(CommandContext& context);   // 1611
 
 // --- steps the window calls directly ---------------------------------------------------
 // Navigation. Showing a record goes through view.RunCommand (1602 in .PRO View, 1601

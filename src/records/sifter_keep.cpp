@@ -34,8 +34,8 @@ void markAndMoveOn(JobState& job, SiftView& view, bool showKeepFile) {
 
 }  // namespace
 
-JobOutcome Keep(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult Keep(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     const std::optional<std::string> typed = view.askKeepFile();
     if (!typed) {
       job.giInterrupt = 0;  // frmKeepFile's Cancel raised it
@@ -48,8 +48,8 @@ JobOutcome Keep(JobState& job, JobHost& host) {
   });
 }
 
-JobOutcome KeepExpress(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult KeepExpress(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     if (view.sift.gsKeepFile.empty()) {
       view.message({"No Keep File",
                     "There is no current keep file.  You must use Keep at least once before using Keep Express."},
@@ -61,8 +61,8 @@ JobOutcome KeepExpress(JobState& job, JobHost& host) {
   });
 }
 
-JobOutcome Unkeep(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult Unkeep(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     const int32_t at = view.sift.glCurRec;
     job.gIndexRec = GetIndexRec(job.gsIndexFile, at);
     job.gIndexRec.keepFlag = 0;
@@ -81,7 +81,7 @@ bool fillOrReport(JobState& job, SiftView& view) {
     fillKeepList(job, view);
     return true;
   } catch (const std::exception& e) {
-    sift::NoteError(job, sift::AsZvError(e));
+    sift::NoteError(job, AsZvError(e));
     ResetSifter(job, view);
     view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
     return false;
@@ -101,8 +101,8 @@ void ToggleKeepList(JobState& job, SiftView& view) {
   }
 }
 
-JobOutcome SiftWriteKept(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult SiftWriteKept(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
     WriteKeptRecords(job.gsProFile, job.gsIndexFile, s.glRecCount, view.frmWriting());
     s.gsKeepFile.clear();

@@ -57,7 +57,7 @@ void LeaveSifter(JobState& job, SiftView& view) {
       job.glExist = glExist;
     }
   } catch (const std::exception& e) {
-    sift::NoteError(job, sift::AsZvError(e));
+    sift::NoteError(job, AsZvError(e));
     ResetSifter(job, view);
     view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
     return;

@@ -15,13 +15,6 @@ namespace zv {
 
 namespace sift {
 
-ZvError AsZvError(const std::exception& e) {
-  if (const auto* z = dynamic_cast<const ZvError*>(&e)) return *z;
-  if (dynamic_cast<const std::bad_alloc*>(&e)) return ZvError(7, "Out of memory");
-  if (dynamic_cast<const std::out_of_range*>(&e)) return ZvError(9, "Subscript out of range", e.what());
-  return ZvError(51, "Internal error", e.what());
-}
-
 void NoteError(JobState& job, const ZvError& error) {
   job.gsErrNumber = ErrNumberText(error.number());
   job.gsErrText = error.text();
@@ -38,11 +31,6 @@ void forgetNames(JobState& job) {
   job.gsBaseName.clear();
   job.gsProFile.clear();
   job.gsIndexFile.clear();
-}
-
-bool sameFile(const std::string& a, const std::string& b) {
-  std::error_code ec;
-  return std::filesystem::equivalent(a, b, ec) && !ec;
 }
 
 }  // namespace
@@ -75,7 +63,7 @@ bool ChooseRecordFile(JobState& job, const std::string& name, Message& refusal) 
     problem = ".NDX file not found.";
   } else if (!Exist(job.gsProFile)) {
     problem = ".PRO file not found.";
-  } else if (sameFile(job.gsProFile, job.gsIndexFile)) {
+  } else if (SameFile(job.gsProFile, job.gsIndexFile)) {
     // "x.NDX.PRO" names its own index: marks would be written into the records.
     problem = "The record file and its index would be the same file.";
   }
@@ -87,8 +75,8 @@ bool ChooseRecordFile(JobState& job, const std::string& name, Message& refusal) 
   return true;
 }
 
-JobOutcome OpenSifter(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult OpenSifter(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
     for (;;) {
       const std::optional<std::string> chosen = view.chooseFile(kSiftDialogFilter);

@@ -30,8 +30,8 @@ void MoveInOrder(std::vector<int32_t>& glOrder, int32_t count, int32_t record, i
   at(target) = record;
 }
 
-JobOutcome Order(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult Order(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
     const std::string answer = view.inputBox("lOrder: (1 to" + NumberText(s.glRecCount) + ")", "Reorder Records");
     if (answer.empty()) return JobOutcome::Done;
@@ -75,8 +75,8 @@ void OrderToggle(JobState& /*job*/, SiftView& view) {
   view.setPanel(SiftPanel::pnlRecToView, NumberCaption(s.glCurRec));
 }
 
-JobOutcome SiftWriteOrder(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult SiftWriteOrder(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
     WriteOrder(job.gsProFile, job.gsIndexFile, job.outputPath(job.gsBaseName + ".ORD"), s.glOrder, s.glRecCount,
                view.frmWriting());

@@ -51,15 +51,15 @@ const Message kNullSearch{"Null Search Text", "The search text is null."};
 
 }  // namespace
 
-JobOutcome ShowOrdRecord(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult ShowOrdRecord(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     showRecord(job, view, true);
     return JobOutcome::Done;
   });
 }
 
-JobOutcome ShowProRecord(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult ShowProRecord(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     showRecord(job, view, false);
     return JobOutcome::Done;
   });
@@ -99,8 +99,8 @@ void SiftLast(JobState& /*job*/, SiftView& view) {
   sift::ShowCurrent(view);
 }
 
-JobOutcome Jump(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult Jump(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
     const std::string answer =
         view.inputBox("Jump to what record?\r\n\r\n(1 to" + NumberText(s.glRecCount) + ")", "Jump to Record");
@@ -118,8 +118,8 @@ JobOutcome Jump(JobState& job, JobHost& host) {
   });
 }
 
-JobOutcome FindText(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult FindText(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     const std::string answer = view.inputBox("Search text:", "Find Text");
     if (answer.empty()) {
       view.message(kNullSearch, MsgIcon::Warning);
@@ -131,8 +131,8 @@ JobOutcome FindText(JobState& job, JobHost& host) {
   });
 }
 
-JobOutcome RepeatSearch(JobState& job, JobHost& host) {
-  return sift::RunSiftCommand(job, host, [&](SiftView& view) {
+JobResult RepeatSearch(CommandContext& context) {
+  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     if (view.sift.gsSearchText.empty()) {
       view.message(kNullSearch, MsgIcon::Warning);
       return JobOutcome::Done;

@@ -4,7 +4,9 @@
 #include "commands/command_table.h"
 #include "core/dispatcher.h"
 #include "core/error.h"
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
+#include "core/time_text.h"
 #include "support/test_support.h"
 
 namespace zv {
@@ -74,22 +76,17 @@ TEST(ErrorTexts, KeepTheirBlanksInBothForms) {
   EXPECT_EQ(ErrorFormText(" 61", "Disk full"), "Error number 61\r\nDisk full");
 }
 
-// A host that never chooses a file, and tools that fail in each way.
-class NoFileHost : public JobHost {
- public:
-  void GetInputFile(JobState& job, std::string_view) override { job.giCancelOpen = 1; }
-};
-
-JobOutcome countsRecords(JobState& job, JobHost&) {
-  job.glRecNum = 7;
-  return JobOutcome::Done;
+// Tools that end in each way, for the dispatcher.
+JobResult countsRecords(CommandContext& c) {
+  c.job.glRecNum = 7;
+  return {};
 }
-JobOutcome failsWithDiskFull(JobState& job, JobHost&) {
-  job.glRecNum = 3;
+JobResult failsWithDiskFull(CommandContext& c) {
+  c.job.glRecNum = 3;
   throw ZvError(err::kDiskFull, "Disk full", "x.PRO");
 }
-JobOutcome cancelsTheDialog(JobState&, JobHost&) { throw ZvError(err::kCancel, "Cancel"); }
-JobOutcome throwsSomethingElse(JobState&, JobHost&) { throw std::logic_error("bug"); }
+JobResult cancelsTheDialog(CommandContext&) { throw ZvError(err::kCancel, "Cancel"); }
+JobResult throwsSomethingElse(CommandContext&) { throw std::logic_error("bug"); }
 
 constexpr Command kTable[] = {
     {1, "counts", "", "", "", &countsRecords},       {2, "disk", "", "", "", &failsWithDiskFull},
@@ -99,41 +96,112 @@ constexpr Command kTable[] = {
 
 TEST(RunCommandDispatch, ZeroesTheRecordCountAroundEveryCommand) {
   JobState job;
-  NoFileHost host;
+  CommandContext c{job, NoProgress(), {}};
   job.glRecNum = 99;
-  const auto r = RunCommand(1, job, host, kTable);
+  const auto r = RunCommand(1, c, kTable);
   EXPECT_EQ(r.outcome, JobOutcome::Done);
   EXPECT_FALSE(r.error);
   EXPECT_EQ(job.glRecNum, 0);
   job.glRecNum = 5;
-  EXPECT_EQ(RunCommand(42, job, host, kTable).outcome, JobOutcome::NoCommand);
-  EXPECT_EQ(RunCommand(5, job, host, kTable).outcome, JobOutcome::NoCommand);
+  EXPECT_EQ(RunCommand(42, c, kTable).outcome, JobOutcome::NoCommand);
+  EXPECT_EQ(RunCommand(5, c, kTable).outcome, JobOutcome::NoCommand);
   EXPECT_EQ(job.glRecNum, 0);
 }
 
 TEST(RunCommandDispatch, CatchesEveryErrorButNeverReportsTheDialogsCancel) {
   JobState job;
-  NoFileHost host;
-  auto r = RunCommand(2, job, host, kTable);
+  CommandContext c{job, NoProgress(), {}};
+  auto r = RunCommand(2, c, kTable);
   ASSERT_TRUE(r.error);
+  EXPECT_EQ(r.outcome, JobOutcome::Failed);
   EXPECT_EQ(r.error->number(), 61);
   EXPECT_EQ(job.gsErrNumber, " 61");
   EXPECT_EQ(job.gsErrText, "Disk full");
   EXPECT_EQ(job.glRecNum, 0);
-  r = RunCommand(3, job, host, kTable);
+  r = RunCommand(3, c, kTable);
   EXPECT_FALSE(r.error);
   EXPECT_EQ(r.outcome, JobOutcome::Cancelled);
-  r = RunCommand(4, job, host, kTable);
+  r = RunCommand(4, c, kTable);
   ASSERT_TRUE(r.error);
+  EXPECT_EQ(r.error->number(), 51);
   EXPECT_EQ(r.error->detail(), "bug");
 }
 
-TEST(RunCommandDispatch, AFilterWithoutAChosenFileOpensNothing) {
+TEST(RunCommandDispatch, AFilterWithoutItsInputIsNoCommandAndOpensNothing) {
   JobState job;
-  NoFileHost host;
-  const auto r = RunCommand(100, job, host, CommandTable());
-  EXPECT_EQ(r.outcome, JobOutcome::Cancelled);
-  EXPECT_EQ(job.giCancelOpen, 0);  // the filter resets it
+  CommandContext c{job, NoProgress(), {}};
+  EXPECT_EQ(RunCommand(100, c, CommandTable()).outcome, JobOutcome::NoCommand);
+}
+
+TEST(RunJobTranslation, EveryFailureBecomesOneSystemNumber) {
+  EXPECT_EQ(AsZvError(std::out_of_range("at")).number(), 9);
+  EXPECT_EQ(AsZvError(std::out_of_range("at")).text(), "Subscript out of range");
+  EXPECT_EQ(AsZvError(std::bad_alloc()).number(), 7);
+  EXPECT_EQ(AsZvError(std::runtime_error("x")).number(), 51);
+  EXPECT_EQ(AsZvError(ZvError(61, "Disk full")).number(), 61);
+}
+
+// A tool that writes an output, then ends as told.
+struct WaysOutCase {
+  JobOutcome outcome;  // what the body returns; Failed means it throws
+  KeepOn keepOn;
+  bool outputStays;
+  bool bookmarkStays;
+};
+
+TEST(RunJobWaysOut, TheFrameKeepsOrRemovesEachOutputAsTheJobMarkedIt) {
+  const WaysOutCase cases[] = {
+      {JobOutcome::Done, {}, true, true},
+      {JobOutcome::ZeroRecords, {}, false, true},
+      {JobOutcome::Interrupted, {}, false, false},
+      {JobOutcome::Failed, {}, false, false},
+      {JobOutcome::Refused, {}, false, false},
+      {JobOutcome::Interrupted, KeepOn(WayOut::Interrupted), true, false},
+      {JobOutcome::Failed, KeepOn(WayOut::Interrupted) | WayOut::Failed, true, false},
+      {JobOutcome::ZeroRecords, KeepOn(WayOut::Interrupted), false, true},
+  };
+  for (const WaysOutCase& c : cases) {
+    SCOPED_TRACE(static_cast<int>(c.outcome));
+    test::TempDir dir;
+    const std::string out = dir.file("a.OUT"), wrk = dir.file("a.WRK"), keep = dir.file("keep.txt");
+    test::WriteFile(wrk, "3\r\n");
+    test::WriteFile(keep, "old");
+    JobState state;
+    state.giInterrupt = 1;  // a Cancel pressed for an earlier job
+    bool sawInterrupt = true;
+    const JobResult r = RunJob(state, NoProgress(), [&](Job& job, JobResult&) {
+      sawInterrupt = job.interrupted();
+      job.outputs.add(out, c.keepOn);
+      job.outputs.alsoOnFailure(wrk);
+      job.outputs.appendTo(keep);
+      test::WriteFile(out, "new");
+      test::WriteFile(keep, "old and more");
+      if (c.outcome == JobOutcome::Failed) throw ZvError(err::kDiskFull, "Disk full");
+      return c.outcome;
+    });
+    EXPECT_FALSE(sawInterrupt);
+    EXPECT_EQ(r.outcome, c.outcome);
+    EXPECT_EQ(r.error.has_value(), c.outcome == JobOutcome::Failed);
+    EXPECT_EQ(test::FileExists(out), c.outputStays);
+    EXPECT_EQ(test::FileExists(wrk), c.bookmarkStays);
+    EXPECT_EQ(test::ReadFile(keep), c.outcome == JobOutcome::Done ? "old and more" : "old");
+    EXPECT_EQ(state.giInterrupt, 0);
+    if (c.outcome == JobOutcome::Done) EXPECT_EQ(r.files, (std::vector<std::string>{out, keep}));
+  }
+}
+
+TEST(RunJobWaysOut, AFileTheJobMadeByAppendingGoesWhenTheJobFails) {
+  test::TempDir dir;
+  const std::string keep = dir.file("new-keep.txt");
+  JobState state;
+  const JobResult r = RunJob(state, NoProgress(), [&](Job& job, JobResult&) -> JobOutcome {
+    job.outputs.appendTo(keep);
+    test::WriteFile(keep, "part");
+    throw std::bad_alloc();
+  });
+  EXPECT_EQ(r.error->number(), 7);
+  EXPECT_EQ(state.gsErrNumber, " 7");
+  EXPECT_FALSE(test::FileExists(keep));
 }
 
 }  // namespace

@@ -50,21 +50,19 @@ TEST(DialogAllWorkedExample, WritesLabelledRecordsTheirIndexAndTheSearchStrategy
                            "$1.23 estimated cost", " Logoff: level 12", ""}));
 }
 
-TEST(DialogAllWorkedExample, ShowsTheJobOnTheHost) {
+TEST(DialogAllWorkedExample, ShowsTheJobToItsObserver) {
   TempDir dir;
-  test::RecordingHost host("");
+  test::RecordingProgress host;
   const auto run = test::RunFilterOn(&FilterDialogAll, dir, CrLf(kWorkedExample), "session.log", &host);
   ASSERT_EQ(run.outcome, JobOutcome::Done);
   EXPECT_EQ(host.title, "Filtering All DIALOG Types to One File");
-  EXPECT_EQ(host.dialogFilter, "All Files (*.*)|*.*|.REF Files|*.REF|.LOG Files|*.LOG|.CAP Files|*.CAP|");
   EXPECT_EQ(host.pnlFileLines, "14");
   EXPECT_EQ(host.pnlFileSize, std::to_string(CrLf(kWorkedExample).size()));
   EXPECT_EQ(host.lastLine, 14);
   EXPECT_EQ(host.recordOdometer, (std::vector<int32_t>{1, 2}));
-  EXPECT_TRUE(host.finished);
-  EXPECT_EQ(host.pnlInFile, " " + dir.file("session.log"));
-  EXPECT_EQ(host.pnlProFile, " " + dir.file("session.PRO"));
-  EXPECT_EQ(host.pnlIndexFile, " " + dir.file("session.NDX"));
+  EXPECT_EQ(run.result.files, (std::vector<std::string>{dir.file("session.PRO"), dir.file("session.NDX"),
+                                                      dir.file("session.FSC")}));
+  EXPECT_EQ(run.result.records, 2);
   EXPECT_EQ(host.pnlElapsed.size(), 8u);  // "hh:mm:ss"
   EXPECT_EQ(run.job->glRecNum, 2);         // RunCommand zeroes it; the filter never does
   EXPECT_TRUE(run.job->gsInFile.empty());  // CleanUp
@@ -203,7 +201,7 @@ TEST(DialogAllFsc, AnErrorLineClosesTheLogoffBlockWithoutBeingCopied) {
 
 TEST(DialogAllZeroRecords, AnEmptyCaptureSkipsTheLoop) {
   TempDir dir;
-  test::RecordingHost host("");
+  test::RecordingProgress host;
   const auto run = test::RunFilterOn(&FilterDialogAll, dir, "", "empty.log", &host);
   EXPECT_EQ(run.outcome, JobOutcome::ZeroRecords);
   EXPECT_EQ(host.lastLine, 0);
@@ -213,7 +211,7 @@ TEST(DialogAllZeroRecords, AnEmptyCaptureSkipsTheLoop) {
 TEST(DialogAllInterrupt, DuringTheLastLineAbandonsEvenACompleteJob) {
   TempDir dir;
   test::WriteFile(dir.file("session.WRK"), "bookmarks of an earlier run");
-  test::RecordingHost host("");
+  test::RecordingProgress host;
   host.onLine = [&](int32_t line) {
     if (line == static_cast<int32_t>(kWorkedExample.size())) host.running->giInterrupt = 1;
   };
@@ -222,7 +220,7 @@ TEST(DialogAllInterrupt, DuringTheLastLineAbandonsEvenACompleteJob) {
   EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
   EXPECT_FALSE(test::FileExists(dir.file("session.WRK")));
   EXPECT_EQ(run.job->giInterrupt, 0);
-  EXPECT_FALSE(host.finished);
+  EXPECT_TRUE(run.result.files.empty());
 }
 
 TEST(DialogAllRerun, ReplacesEveryOutputAndLeavesNoStaleIndexRecords) {

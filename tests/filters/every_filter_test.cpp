@@ -55,7 +55,7 @@ TEST(EveryFilterSamples, TheSessionGivesItsRecordsWithoutTheServiceLinesAndAnAgr
   for (const auto& c : cases) {
     SCOPED_TRACE(c.sample);
     test::TempDir dir;
-    test::RecordingHost host("");
+    test::RecordingProgress host;
     const auto run =
         test::RunFilterOn(c.filter, dir, test::ReadFile(std::string(ZV_SAMPLES_DIR "/") + c.sample), c.sample, &host);
     ASSERT_EQ(run.outcome, JobOutcome::Done);

@@ -26,7 +26,7 @@ std::function<int32_t(std::string_view)> NineShortWhen(std::function<bool(std::s
 
 TEST(OvidSample, FindsEveryCitationAndIndexesItWithTheCountShortfall) {
   TempDir dir;
-  test::RecordingHost host("");
+  test::RecordingProgress host;
   const auto run = RunFilterOn(&FilterOvid, dir, test::ReadFile(ZV_SAMPLES_DIR "/ovid_session.log"), "s.log", &host);
   ASSERT_EQ(run.outcome, JobOutcome::Done);
   EXPECT_EQ(host.title, "Filtering Ovid Search");

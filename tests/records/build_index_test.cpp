@@ -26,17 +26,15 @@ class CopyFilter : public LineFilter {
  public:
   void onLine(FilterFrame& f) override {
     if (f.job.gsLine.starts_with("Record - ")) {
-      ++f.job.glRecNum;
-      f.iJustLabelled = -1;
-      f.sLabel = RecordLabel(f.job.glRecNum);
-      f.writeLabel();
-      f.iJustLabelled = 0;
+      f.openRecord({.blankAfter = false, .flagForPass = false});
     } else if (f.job.gsLine.empty()) {
       f.writeBlank();
     } else {
       f.writeText(f.job.gsLine);
     }
   }
+  // A copy has no record left open at the end: nothing is repeated.
+  void atEndOfInput(FilterFrame&) override {}
 };
 
 using Progress = test::FakeIndexing;
@@ -84,10 +82,12 @@ TEST(BuildIndexWorkedExample, BothWritersGiveTheirOwnNumbersForTheSameFile) {
   // The filter side: the capture copied through the frame gives the same 82 bytes.
   JobState job;
   job.outDir = dir.path().string();
-  test::RecordingHost host(dir.file("capture.log"));
+  test::RecordingProgress progressOfCopy;
   WriteFile(dir.file("capture.log"), kExample);
   CopyFilter copy;
-  ASSERT_EQ(RunLineFilter(job, host, {"Copy"}, copy), JobOutcome::Done);
+  ASSERT_EQ(RunLineFilter(job, progressOfCopy, FilterInput{dir.file("capture.log"), dir.path().string()}, {"Copy"}, copy)
+                .outcome,
+            JobOutcome::Done);
   ASSERT_EQ(test::ReadFile(dir.file("capture.PRO")), kExample);
   ExpectFields(ReadIndexFile(dir.file("capture.NDX")),
                {{0, 19, 1, 4}, {21, 19, 5, 8}, {42, 19, 9, 12}, {63, 19, 13, 15}});

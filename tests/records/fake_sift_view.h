@@ -74,7 +74,8 @@ class FakeSiftView final : public SiftView {
   FakeWriting writing;
 
   void RunCommand(int32_t n) override {
-    const CommandResult r = zv::RunCommand(n, job_, *this, CommandTable());
+    CommandContext context{job_, NoProgress(), static_cast<SiftView*>(this)};
+    const JobResult r = zv::RunCommand(n, context, CommandTable());
     if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText));
   }
   void showErrorForm(std::string_view t) override { errorForms.emplace_back(t); }

@@ -34,7 +34,10 @@ class Sifter : public ::testing::Test {
   }
   void TearDown() override { std::filesystem::current_path(previous); }
 
-  CommandResult Run(int32_t n) { return RunCommand(n, job, view, CommandTable()); }
+  JobResult Run(int32_t n) {
+    CommandContext context{job, NoProgress(), static_cast<SiftView*>(&view)};
+    return RunCommand(n, context, CommandTable());
+  }
   void Open(const std::string& name) {
     view.files.emplace_back(dir.file(name));
     ASSERT_EQ(Run(kOpenSifter).outcome, JobOutcome::Done) << view.lastBox();
@@ -98,7 +101,7 @@ TEST_F(Sifter, TheBookmarkIsTakenOnlyThroughTheIndexAndOnlyWhenInRange) {
   }
   WriteFile(dir.file("r.WRK"), "three\r\n");
   view.files.emplace_back(dir.file("r.NDX"));
-  const CommandResult r = Run(kOpenSifter);
+  const JobResult r = Run(kOpenSifter);
   ASSERT_TRUE(r.error);
   EXPECT_EQ(r.error->number(), 13);
   EXPECT_FALSE(view.sifterShown);
@@ -154,7 +157,7 @@ TEST_F(Sifter, NavigationStopsAtTheEndsAndRedrawsOnlyWhereItShould) {
   EXPECT_EQ(view.panel(P::pnlRecToView), " 3 ");
 
   view.inputs = {"three"};  // no number: the general error path ends the session
-  const CommandResult r = Run(kJump);
+  const JobResult r = Run(kJump);
   ASSERT_TRUE(r.error);
   EXPECT_EQ(view.errorForms.size(), 0u);  // RunCommand reports it to its caller
   EXPECT_EQ(job.gsErrNumber, " 13");
@@ -334,8 +337,8 @@ TEST_F(Sifter, AFailureResetsTheSessionAndOnlyTheSiftersWindowAnswers) {
   EXPECT_TRUE(s.glOrder.empty());
   EXPECT_FALSE(FileExists(dir.file("r.WRK")));
 
-  test::RecordingHost filterHost("");
-  EXPECT_EQ(RunCommand(kOpenSifter, job, filterHost, CommandTable()).outcome, JobOutcome::NoCommand);
+  CommandContext withoutSifter{job, NoProgress(), FilterInput{}};
+  EXPECT_EQ(RunCommand(kOpenSifter, withoutSifter, CommandTable()).outcome, JobOutcome::NoCommand);
 }
 
 }  // namespace

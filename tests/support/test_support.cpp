@@ -1,4 +1,4 @@
-// Temporary folders, file helpers and the recording host of the tests.
+// Temporary folders, file helpers and the recording observer of the tests.
 #include "support/test_support.h"
 
 #include <fstream>
@@ -43,50 +43,37 @@ std::string CrLf(const std::vector<std::string>& lines) {
   return s;
 }
 
-void RecordingHost::GetInputFile(JobState& job, std::string_view filter) {
-  dialogFilter = filter;
-  running = &job;
-  if (!CheckInputFile(job, capture, refusal)) job.giCancelOpen = 1;
+void RecordingProgress::jobStarted(const Start& start) {
+  title = start.title;
+  pnlFileSize = std::to_string(start.fileSize);
+  pnlStartTime = start.startTime;
+  pnlFileLines = std::to_string(start.totalLines);
 }
 
-void RecordingHost::jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) {
-  pnlFileSize = fileSize;
-  pnlStartTime = startTime;
-  pnlFileLines = fileLines;
+void RecordingProgress::lineDone(int32_t line, int32_t totalLines) {
+  lastLine = line;
+  lineCount = totalLines;
+  if (onLine) onLine(line);
 }
 
-void RecordingHost::lineRead(int32_t lInLine, int32_t glLineCount) {
-  lastLine = lInLine;
-  lineCount = glLineCount;
-  if (onLine) onLine(lInLine);
-}
-
-void RecordingHost::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+void RecordingProgress::jobFinished(std::string_view finishTime, std::string_view elapsed) {
   pnlFinishTime = finishTime;
   pnlElapsed = elapsed;
 }
 
-void RecordingHost::FinishFilter(std::string_view in, std::string_view pro, std::string_view ndx) {
-  finished = true;
-  pnlInFile = in;
-  pnlProFile = pro;
-  pnlIndexFile = ndx;
-}
-
 FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture, const std::string& name,
-                      RecordingHost* host) {
+                      RecordingProgress* progress) {
   const std::string input = dir.file(name);
   WriteFile(input, capture);
-  RecordingHost local(input);
-  RecordingHost& h = host ? *host : local;
-  if (h.capture.empty()) h.capture = input;
+  RecordingProgress local;
+  RecordingProgress& p = progress ? *progress : local;
   FilterRun run;
-  run.job->outDir = dir.path().string();
-  try {
-    run.outcome = filter(*run.job, h);
-  } catch (const ZvError& e) {
+  p.running = run.job.get();
+  run.result = filter(*run.job, p, FilterInput{input, dir.path().string()});
+  run.outcome = run.result.outcome;
+  if (run.result.error) {
     run.threw = true;
-    run.errorNumber = e.number();
+    run.errorNumber = run.result.error->number();
   }
   const std::string stem = dir.file(name.substr(0, name.rfind('.')));
   run.proExists = FileExists(stem + ".PRO");

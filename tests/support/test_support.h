@@ -1,4 +1,4 @@
-// Shared helpers of the test suites: temporary folders, files, a recording job host.
+// Shared helpers of the test suites: temporary folders, files, a recording job observer.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,8 @@
 #include <gtest/gtest.h>
 
 #include "core/index_rec.h"
-#include "core/job_host.h"
+#include "core/input_file.h"
+#include "core/job.h"
 #include "core/job_state.h"
 
 namespace zv::test {
@@ -38,41 +39,34 @@ bool FileExists(const std::string& path);
 // Joins lines with CR LF after each.
 std::string CrLf(const std::vector<std::string>& lines);
 
-// A job host that answers GetInputFile with a fixed path and records what the job
-// shows. `onLine` runs inside lineRead, the job's yield: tests raise the interrupt there.
-class RecordingHost : public JobHost {
+// An observer that records what a job shows. `onLine` runs inside lineDone, the
+// job's yield: tests raise the interrupt there, on `running`.
+class RecordingProgress : public JobProgress {
  public:
-  explicit RecordingHost(std::string capturePath) : capture(std::move(capturePath)) {}
-
-  void GetInputFile(JobState& job, std::string_view dialogFilter) override;
-  void setFilterTitle(std::string_view t) override { title = t; }
   void ClearStatusPanels() override { ++clears; }
-  void jobStarted(std::string_view fileSize, std::string_view startTime, std::string_view fileLines) override;
-  void lineRead(int32_t lInLine, int32_t glLineCount) override;
-  void recordLabelled(int32_t glRecNum) override { recordOdometer.push_back(glRecNum); }
+  void jobStarted(const Start& start) override;
+  void lineDone(int32_t line, int32_t totalLines) override;
+  void recordDone(int32_t record) override { recordOdometer.push_back(record); }
+  void caption(std::string_view text) override { captions.emplace_back(text); }
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
-  void FinishFilter(std::string_view in, std::string_view pro, std::string_view ndx) override;
 
-  std::string capture;
-  Message refusal;            // the warning of a refused input
-  std::string dialogFilter;
   std::string title;
   int clears = 0;
   std::string pnlFileSize, pnlStartTime, pnlFileLines, pnlFinishTime, pnlElapsed;
   std::vector<int32_t> recordOdometer;
+  std::vector<std::string> captions;
   int32_t lastLine = 0;
   int32_t lineCount = 0;
-  bool finished = false;
-  std::string pnlInFile, pnlProFile, pnlIndexFile;
-  std::function<void(int32_t lInLine)> onLine;
-  JobState* running = nullptr;  // the job, known from GetInputFile on
+  std::function<void(int32_t line)> onLine;
+  JobState* running = nullptr;  // the job, set by RunFilterOn
 };
 
 // The outcome and outputs of one run of a filter on a literal capture.
 struct FilterRun {
   JobOutcome outcome = JobOutcome::NoCommand;
-  bool threw = false;
+  bool threw = false;       // the job failed (outcome Failed)
   int32_t errorNumber = 0;
+  JobResult result;
   std::string pro;                  // "" when the file is absent
   std::string fsc;
   bool proExists = false, ndxExists = false, fscExists = false;
@@ -80,11 +74,11 @@ struct FilterRun {
   std::unique_ptr<JobState> job = std::make_unique<JobState>();  // as the job left it
 };
 
-using FilterFn = JobOutcome (*)(JobState&, JobHost&);
+using FilterFn = JobResult (*)(JobState&, JobProgress&, const FilterInput&);
 
 // Writes `capture` to dir/name and runs `filter` on it with outputs in `dir`.
 FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture,
-                      const std::string& name = "session.log", RecordingHost* host = nullptr);
+                      const std::string& name = "session.log", RecordingProgress* progress = nullptr);
 
 // Runs `filter` on a capture of `lines`, each ended with CR LF.
 template <FilterFn filter>
