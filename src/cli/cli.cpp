@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/cli_host.h"
+#include "cli/cli_job.h"
 #include "cli/cli_records.h"
 #include "commands/command_table.h"
 #include "core/error.h"
@@ -26,41 +27,15 @@ int runFilter(const Command& command, const std::string& capture, const std::str
     return kExitUsage;
   }
   JobState job;
-  TerminalProgress progress(isatty(STDERR_FILENO) == 1);
-  CommandContext context{job, progress, FilterInput{capture, outDir}};
-  JobResult result;
-  {
-    InterruptGuard guard(job);
-    result = RunCommand(command.number, context, CommandTable());
+  const JobResult result = RunCliJob(command.number, job, FilterInput{capture, outDir});
+  if (result.outcome == JobOutcome::Done) {
+    std::cout << "Search File Unaltered: " << capture << '\n'
+              << "Records Saved To: " << (result.files.size() > 0 ? result.files[0] : "") << '\n'
+              << "Index Saved To: " << (result.files.size() > 1 ? result.files[1] : "") << '\n'
+              << "Records: " << result.records << '\n'
+              << "Elapsed: " << result.elapsed << '\n';
   }
-  progress.endProgress();
-  switch (result.outcome) {
-    case JobOutcome::Done:
-      std::cout << "Search File Unaltered: " << capture << '\n'
-                << "Records Saved To: " << (result.files.size() > 0 ? result.files[0] : "") << '\n'
-                << "Index Saved To: " << (result.files.size() > 1 ? result.files[1] : "") << '\n'
-                << "Records: " << result.records << '\n'
-                << "Elapsed: " << result.elapsed << '\n';
-      return kExitDone;
-    case JobOutcome::Failed:
-      PrintError(*result.error, job);
-      return kExitFailed;
-    case JobOutcome::Refused:
-      if (result.message) PrintMessage(*result.message);
-      std::cerr << "  (" << capture << ")\n";
-      return kExitUsage;
-    case JobOutcome::ZeroRecords:
-      if (result.message) PrintMessage(*result.message);
-      return kExitZeroRecords;
-    case JobOutcome::Interrupted:
-      std::cerr << "Interrupted: outputs removed.\n";
-      return kExitInterrupted;
-    case JobOutcome::Cancelled:
-      return kExitDone;
-    case JobOutcome::NoCommand:
-      break;
-  }
-  return kExitUsage;
+  return ExitCodeOf(result, job, capture);
 }
 
 int listIndex(const std::string& path) {
@@ -120,8 +95,9 @@ int Main(int argc, char** argv) {
   std::string outDir;
   int exitCode = kExitUsage;
   for (const Command& command : CommandTable()) {
-    if (command.cliGroup != "filter" || command.handler == nullptr) continue;
-    CLI::App* sub = filter->add_subcommand(std::string(command.cliName), std::string(command.description));
+    // The filters that take more than a capture add their own subcommands.
+    if (command.input != CommandInput::Capture || command.handler == nullptr) continue;
+    CLI::App* sub = AddTableCommand(app, command.number);
     sub->add_option("CAPTURE", capture, "The capture file to filter (never changed)")->required();
     sub->add_option("--out-dir", outDir, "Folder for the outputs (default: the current directory)");
     const Command* c = &command;

@@ -29,6 +29,14 @@ struct CommandContext {
 
 using CommandHandler = JobResult (*)(CommandContext& context);
 
+// What a front end gathers before it runs a command.
+enum class CommandInput {
+  None,     // nothing (the desktop's own commands)
+  Capture,  // a capture to filter: FilterInput
+  Sifter,   // the sifter's window: SiftView*
+  Own,      // the tool's own parameter struct, gathered by its dialog or options
+};
+
 // One row of the command table that menus, toolbars and the command line all read.
 struct Command {
   int32_t number;
@@ -38,6 +46,7 @@ struct Command {
   std::string_view cliName;      // command-line name within the group ("dialog-all")
   std::string_view description;  // one line for --help and the manual
   CommandHandler handler;        // null: answered by the desktop program alone
+  CommandInput input = CommandInput::None;
 };
 
 // Zeroes glRecNum, runs the command's handler, zeroes glRecNum again. It is the last

@@ -43,12 +43,12 @@ void FrmMain::RunCommand(int32_t commandNumber) {
   }
   const Command* command = FindCommand(CommandTable(), commandNumber);
   if (command == nullptr || command->handler == nullptr) return;  // no tool answers it yet
-  if (command->number >= kOpenSifter && command->number <= kRepeatSearch) {
+  if (command->input == CommandInput::Sifter) {
     frmSift_->RunCommand(commandNumber);
     job_.glRecNum = 0;
     return;
   }
-  if (command->cliGroup != "filter") return;
+  if (command->input != CommandInput::Capture) return;
 
   // The input first: the open dialog with its checks; a cancel ends the command.
   const std::optional<std::string> capture = frmFilter_->GetInputFile(job_, kCaptureDialogFilter);

@@ -31,7 +31,7 @@ void MoveInOrder(std::vector<int32_t>& glOrder, int32_t count, int32_t record, i
 }
 
 JobResult Order(CommandContext& context) {
-  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
+  return sift::RunSiftCommand(context, [&](JobState& /*job*/, SiftView& view) {
     SiftState& s = view.sift;
     const std::string answer = view.inputBox("lOrder: (1 to" + NumberText(s.glRecCount) + ")", "Reorder Records");
     if (answer.empty()) return JobOutcome::Done;

@@ -100,7 +100,7 @@ void SiftLast(JobState& /*job*/, SiftView& view) {
 }
 
 JobResult Jump(CommandContext& context) {
-  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
+  return sift::RunSiftCommand(context, [&](JobState& /*job*/, SiftView& view) {
     SiftState& s = view.sift;
     const std::string answer =
         view.inputBox("Jump to what record?\r\n\r\n(1 to" + NumberText(s.glRecCount) + ")", "Jump to Record");
@@ -119,7 +119,7 @@ JobResult Jump(CommandContext& context) {
 }
 
 JobResult FindText(CommandContext& context) {
-  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
+  return sift::RunSiftCommand(context, [&](JobState& /*job*/, SiftView& view) {
     const std::string answer = view.inputBox("Search text:", "Find Text");
     if (answer.empty()) {
       view.message(kNullSearch, MsgIcon::Warning);
@@ -132,7 +132,7 @@ JobResult FindText(CommandContext& context) {
 }
 
 JobResult RepeatSearch(CommandContext& context) {
-  return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
+  return sift::RunSiftCommand(context, [&](JobState& /*job*/, SiftView& view) {
     if (view.sift.gsSearchText.empty()) {
       view.message(kNullSearch, MsgIcon::Warning);
       return JobOutcome::Done;

@@ -186,7 +186,9 @@ TEST(RunJobWaysOut, TheFrameKeepsOrRemovesEachOutputAsTheJobMarkedIt) {
     EXPECT_EQ(test::FileExists(wrk), c.bookmarkStays);
     EXPECT_EQ(test::ReadFile(keep), c.outcome == JobOutcome::Done ? "old and more" : "old");
     EXPECT_EQ(state.giInterrupt, 0);
-    if (c.outcome == JobOutcome::Done) EXPECT_EQ(r.files, (std::vector<std::string>{out, keep}));
+    if (c.outcome == JobOutcome::Done) {
+      EXPECT_EQ(r.files, (std::vector<std::string>{out, keep}));
+    }
   }
 }
 
