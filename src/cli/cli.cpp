@@ -118,6 +118,9 @@ int Main(int argc, char** argv) {
   order->add_option("--order", recordList, "Records to put first, in this order, e.g. 5,2,9-12")->required();
   order->callback([&] { exitCode = RunOrder(recordFile, recordList); });
 
+  // Each area of tools adds its own subcommands, made from the command table's rows.
+  // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");
   std::string ndxPath;

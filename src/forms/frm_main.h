@@ -1,12 +1,14 @@
 // frmMain: the command centre, with its menus, toolbars, left bar and status line.
 #pragma once
 
+#include <any>
 #include <array>
 #include <cstdint>
 
 #include <QMainWindow>
 #include <QTimer>
 
+#include "core/job.h"
 #include "core/job_state.h"
 #include "forms/lock_keys.h"
 #include "forms/main_tables.h"
@@ -65,6 +67,11 @@ class FrmMain : public QMainWindow {
   int openPanelIndex() const { return openPanel_; }
 
   void showErrorForm(const QString& text);
+
+  // Runs a command on the parameters its dialog gathered, with `progress` (the tool's
+  // window) as its observer: jobRunning while it runs, the wait cursor restored, and a
+  // failure shown in frmError. What else the result says is the caller's to show.
+  JobResult runJob(int32_t commandNumber, std::any params, JobProgress& progress);
 
   JobState& job() { return job_; }
   FrmFilter& frmFilter() { return *frmFilter_; }

@@ -18,6 +18,7 @@
 #include "forms/frm_sift.h"
 #include "forms/help_window.h"
 #include "forms/messages.h"
+#include "forms/own_commands.h"
 #include "forms/programs.h"
 #include "forms/version_record.h"
 
@@ -45,6 +46,12 @@ void FrmMain::RunCommand(int32_t commandNumber) {
   if (command == nullptr || command->handler == nullptr) return;  // no tool answers it yet
   if (command->input == CommandInput::Sifter) {
     frmSift_->RunCommand(commandNumber);
+    job_.glRecNum = 0;
+    return;
+  }
+  if (command->input == CommandInput::Own) {
+    // The tool's own dialog gathers its input and runs it through runJob.
+    if (const OwnCommand* own = FindOwnCommand(commandNumber)) own->run(*this, *command);
     job_.glRecNum = 0;
     return;
   }
@@ -96,6 +103,20 @@ void FrmMain::RunCommand(int32_t commandNumber) {
     case JobOutcome::NoCommand:
       break;
   }
+}
+
+JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& progress) {
+  jobRunning_ = true;
+  CommandContext context{job_, progress, std::move(params)};
+  JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
+  jobRunning_ = false;
+  QApplication::restoreOverrideCursor();
+  if (result.outcome == JobOutcome::Failed) {
+    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+    job_.glRecNum = 0;
+    EnableMain(true);
+  }
+  return result;
 }
 
 void FrmMain::doAction(UiAction action, int32_t number) {
