@@ -93,8 +93,7 @@ RecordFile plainPro(const std::string& stem, int64_t records) {
   zv::JobState job;
   job.gsProFile = f.pro;
   job.gsIndexFile = f.ndx;
-  zv::IndexProgress quiet;
-  if (zv::BuildIndex(job, quiet) != zv::IndexOutcome::Built) throw std::runtime_error("no index of " + f.pro);
+  if (!zv::BuildIndex(job, zv::NoProgress()).done()) throw std::runtime_error("no index of " + f.pro);
   count(f);
   return f;
 }
@@ -125,9 +124,9 @@ void readLineReader(benchmark::State& state) {
 }
 
 // Progress as frmIndexing takes it: every line and every label reach the host.
-struct CountingProgress : zv::IndexProgress {
-  void indexLine(int32_t n) override { lines = n; }
-  void indexRecord(int32_t n) override { records = n; }
+struct CountingProgress : zv::JobProgress {
+  void lineDone(int32_t n, int32_t) override { lines = n; }
+  void recordDone(int32_t n) override { records = n; }
   int32_t lines = 0, records = 0;
 };
 
@@ -137,9 +136,9 @@ void buildIndex(benchmark::State& state, const RecordFile& f) {
     job.gsProFile = f.pro;
     job.gsIndexFile = f.ndx;
     CountingProgress progress;
-    const zv::IndexOutcome outcome = zv::BuildIndex(job, progress);
+    const zv::JobResult built = zv::BuildIndex(job, progress);
     state.PauseTiming();
-    if (outcome != zv::IndexOutcome::Built || progress.lines != f.lines || progress.records != f.records ||
+    if (!built.done() || progress.lines != f.lines || progress.records != f.records ||
         FileBytes(f.ndx) != f.records * static_cast<int64_t>(zv::kIndexRecLen))
       state.SkipWithError("BuildIndex did not index every record");
     std::filesystem::remove(f.ndx);

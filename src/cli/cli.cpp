@@ -70,7 +70,7 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   std::string footer = "Commands:\n";
   for (const Command& command : CommandTable()) {
-    if (command.cliGroup.empty() || command.handler == nullptr) continue;
+    if (command.input != CommandInput::Capture || command.handler == nullptr) continue;
     footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
               " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
   }
@@ -104,22 +104,9 @@ int Main(int argc, char** argv) {
     sub->callback([&, c] { exitCode = runFilter(*c, capture, outDir); });
   }
 
-  std::string recordFile, recordList, keepTo;
-  CLI::App* index = app.add_subcommand("index", "Index a record file: FILE.NDX beside FILE.PRO");
-  index->add_option("FILE", recordFile, "The .PRO file (never changed)")->required();
-  index->callback([&] { exitCode = RunIndex(recordFile); });
-  CLI::App* keep = app.add_subcommand("keep", "Append the listed records to a keep file");
-  keep->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
-  keep->add_option("--records", recordList, "Record numbers and ranges, e.g. 4,1,7-9")->required();
-  keep->add_option("--to", keepTo, "The keep file, added to if it exists")->required();
-  keep->callback([&] { exitCode = RunKeep(recordFile, recordList, keepTo); });
-  CLI::App* order = app.add_subcommand("order", "Write every record to BASE.ORD in a new order");
-  order->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
-  order->add_option("--order", recordList, "Records to put first, in this order, e.g. 5,2,9-12")->required();
-  order->callback([&] { exitCode = RunOrder(recordFile, recordList); });
-
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+  AddRecordCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

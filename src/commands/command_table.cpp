@@ -11,6 +11,7 @@
 #include "filters/orbit.h"
 #include "filters/ovid.h"
 #include "filters/stn.h"
+#include "records/record_commands.h"
 #include "records/sifter.h"
 
 namespace zv {
@@ -61,6 +62,13 @@ constexpr std::array kCommands{
     Command{kRepeatSearch, "RepeatSearch", "", "", "Find the same text again further on", &RepeatSearch, CommandInput::Sifter},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
+    // The sifter's steps without its window, for the command line.
+    Command{kIndexRecordFile, "IndexRecordFile", "index", "", "Index a record file: FILE.NDX beside FILE.PRO",
+            &IndexRecordFile, CommandInput::Own},
+    Command{kKeepRecords, "KeepRecords", "keep", "", "Append the listed records to a keep file", &KeepRecords,
+            CommandInput::Own},
+    Command{kOrderRecords, "OrderRecords", "order", "", "Write every record to BASE.ORD in a new order", &OrderRecords,
+            CommandInput::Own},
 };
 
 }  // namespace

@@ -56,9 +56,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<LineReader>(job.gsInFile);
     if (info.makesPro) {
-      int32_t glExist = 0;
-      frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile, glExist);
-      job.glExist = glExist;
+      frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
     }
     if (info.makesFsc) {
       job.gsFscFile = job.outputPath(job.gsBaseName + ".FSC");
@@ -109,11 +107,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     filter.close(frame);
     if (info.makesFsc) {
       frame.fsc_.close();
-      if (filter.fscLines() == 0) {
-        int32_t glExist = 0;
-        KillIfExists(job.gsFscFile, glExist);
-        job.glExist = glExist;
-      }
+      if (filter.fscLines() == 0) KillIfExists(job.gsFscFile);
     }
     return JobOutcome::Done;
   };

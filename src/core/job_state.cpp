@@ -19,7 +19,6 @@ void JobState::CleanUp() {
   gsBaseName.clear();
   gsLine.clear();
   gsPrevLine.clear();
-  glOutLine = 0;
 }
 
 }  // namespace zv

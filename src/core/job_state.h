@@ -21,9 +21,7 @@ struct JobState {
   std::string gsPrevLine;    // the line before it, as it stood after cleaning
   std::string gsErrNumber;   // number of the last trapped error, with its leading blank
   std::string gsErrText;     // its description
-  int32_t glExist = 0;       // result of the last Exist
   int32_t glLineCount = 0;   // lines of the input: the progress bar's denominator
-  int32_t glOutLine = 0;     // last line written to the .PRO (1-based)
   int32_t glRecNum = 0;      // records recognized so far
   // 1 when the user asked to interrupt; set from the interface (or a signal handler)
   // between two lines, looked at once per line.

@@ -23,11 +23,10 @@ inline void add32(int32_t& counter, int64_t amount) {
 
 std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
 
-void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile,
-                            int32_t& glExist) {
+void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile) {
   outputs.add(proFile);
   pro_.open(proFile);
-  KillIfExists(indexFile, glExist);
+  KillIfExists(indexFile);
   outputs.add(indexFile);
   ndx_.open(indexFile);
 }

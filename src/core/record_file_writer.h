@@ -31,8 +31,8 @@ class RecordFileWriter {
 
   // Registers both files with `outputs`, opens the .PRO (replacing an older one),
   // deletes an older .NDX (KillIndexFile: no old record outlives the job) and opens
-  // the new one. `glExist` gets the result of that Exist.
-  void open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile, int32_t& glExist);
+  // the new one.
+  void open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile);
   bool isOpen() const noexcept { return pro_.isOpen(); }
   const std::string& proFile() const noexcept { return pro_.path(); }
 

@@ -1,14 +1,12 @@
 // BuildIndex in one streaming pass, with the numbers of the program's three-pass builder.
 #include "records/build_index.h"
 
-#include <new>
 #include <string>
 
 #include "core/error.h"
 #include "core/files.h"
 #include "core/index_rec.h"
 #include "core/job.h"
-#include "core/time_text.h"
 #include "core/line_reader.h"
 #include "core/output_files.h"
 
@@ -69,25 +67,16 @@ IndexRec middleRecord(int32_t k, const Label& at, const Label& next) {
 
 }  // namespace
 
-IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
-  OutputFiles outputs;  // the .NDX goes on every way out but success
-  IndexFile ndx;
-  auto closeUp = [&] {
-    ndx.abandon();
-    outputs.discardAll();
-    progress.indexingClosed();
-  };
-  try {
-    outputs.add(job.gsIndexFile);  // from here on, whatever happens, no old index survives
-    const std::string startTime = TimeOfDayText();
-    progress.indexingStarted(std::to_string(FileSize(job.gsProFile)), startTime);
+JobResult BuildIndex(JobState& job, JobProgress& progress) {
+  return RunJob(job, progress, [&](Job& frame, JobResult& result) -> JobOutcome {
+    frame.outputs.add(job.gsIndexFile);  // from here on, whatever happens, no old index survives
+    frame.start(result, kIndexingTitle, FileSize(job.gsProFile), 0);
     LineReader pro(job.gsProFile);
 
-    int32_t glExist = 0;
-    KillIfExists(job.gsIndexFile, glExist);  // KillIndexFile: no old record outlives the build
-    job.glExist = glExist;
+    KillIfExists(job.gsIndexFile);  // KillIndexFile: no old record outlives the build
     // An index that could not be deleted would keep its tail behind the new records.
     if (Exist(job.gsIndexFile)) throw ZvError(err::kPermissionDenied, ErrorText(err::kPermissionDenied), job.gsIndexFile);
+    IndexFile ndx;
     ndx.open(job.gsIndexFile);
 
     // The last three labels seen: enough to write record k - 2 when label k comes.
@@ -107,20 +96,16 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
         current = {lines, total};
         if (labels > 1 && current.line == previous.line + 1) adjacent = true;
         if (labels > 2) ndx.put(labels - 2, middleRecord(labels - 2, older, previous));
+        progress.recordDone(labels);
       }
       Add32(total, static_cast<int64_t>(line.size()) + 2);
-      progress.indexLine(lines);
-      if (isLabel) progress.indexRecord(labels);
-      if (job.giInterrupt == 1) {
-        closeUp();
-        return IndexOutcome::Interrupted;
-      }
+      if (frame.lineDone(lines, 0)) return JobOutcome::Interrupted;
     }
+    result.lines = lines;
 
     if (labels < 2) {
-      job.giInterrupt = 1;
-      closeUp();
-      return IndexOutcome::NotARecordFile;
+      result.message = {std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)};
+      return JobOutcome::Refused;
     }
     if (adjacent) throw ZvError(err::kPastEnd, ErrorText(err::kPastEnd), job.gsProFile);
 
@@ -133,20 +118,10 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
     const int64_t fileBytes = FileSize(job.gsProFile);
     ndx.put(n, indexRecord(n, current.offset, diff(fileBytes, current.offset), diff(current.line, 1), lines));
     ndx.close();
-
-    const std::string finishTime = TimeOfDayText();
-    progress.indexingFinished(finishTime, ShowElapsed(startTime, finishTime));
-    outputs.commit();
-    progress.indexingClosed();
-    job.giInterrupt = 0;
-    return IndexOutcome::Built;
-  } catch (const std::exception& e) {
-    ZvError error = AsZvError(e);
-    job.gsErrNumber = ErrNumberText(error.number());
-    job.gsErrText = error.text();
-    closeUp();
-    throw error;
-  }
+    result.records = n;
+    frame.finish(result);
+    return JobOutcome::Done;
+  });
 }
 
 }  // namespace zv

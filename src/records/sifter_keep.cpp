@@ -104,7 +104,9 @@ void ToggleKeepList(JobState& job, SiftView& view) {
 JobResult SiftWriteKept(CommandContext& context) {
   return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
-    WriteKeptRecords(job.gsProFile, job.gsIndexFile, s.glRecCount, view.frmWriting());
+    const JobResult written = WriteKeptRecords(job, view.frmWriting(), {job.gsProFile, job.gsIndexFile, s.glRecCount});
+    if (written.error) throw *written.error;
+    if (!written.done()) return written.outcome;
     s.gsKeepFile.clear();
     s.giSiftKeepFlag = 0;
     return JobOutcome::Done;

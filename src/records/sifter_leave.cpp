@@ -52,9 +52,7 @@ void LeaveSifter(JobState& job, SiftView& view) {
     if (s.glCurRec > 1 && s.glCurRec < s.glRecCount) {
       WriteBookmark(wrk, s.glCurRec);
     } else if (s.glCurRec == 1 || s.glCurRec == s.glRecCount) {
-      int32_t glExist = 0;
-      KillIfExists(wrk, glExist);
-      job.glExist = glExist;
+      KillIfExists(wrk);
     }
   } catch (const std::exception& e) {
     sift::NoteError(job, AsZvError(e));

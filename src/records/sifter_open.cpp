@@ -91,11 +91,10 @@ JobResult OpenSifter(CommandContext& context) {
     const bool indexChosen = IndexChosen(job);
 
     if (!indexChosen) {
-      const IndexOutcome built = BuildIndex(job, view.frmIndexing());
-      if (built == IndexOutcome::NotARecordFile)
-        view.message({std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)}, MsgIcon::Stop);
-      if (built != IndexOutcome::Built) {
-        job.giInterrupt = 0;
+      const JobResult built = BuildIndex(job, view.frmIndexing());
+      if (built.error) throw *built.error;  // the general error path
+      if (built.outcome == JobOutcome::Refused) view.message(*built.message, MsgIcon::Stop);
+      if (!built.done()) {
         forgetNames(job);
         view.hideSifter();
         return JobOutcome::Cancelled;
@@ -110,9 +109,7 @@ JobResult OpenSifter(CommandContext& context) {
     if (indexChosen && Exist(wrk)) {
       const std::optional<int32_t> mark = ReadBookmark(wrk);
       if (!mark) {
-        int32_t glExist = 0;
-        KillIfExists(wrk, glExist);
-        job.glExist = glExist;
+        KillIfExists(wrk);
       } else if (*mark > 0 && *mark <= s.glRecCount) {
         s.glCurRec = *mark;
       }

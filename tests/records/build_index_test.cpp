@@ -40,7 +40,8 @@ class CopyFilter : public LineFilter {
 using Progress = test::FakeIndexing;
 
 struct Built {
-  IndexOutcome outcome = IndexOutcome::Interrupted;
+  JobResult result;
+  JobOutcome outcome = JobOutcome::NoCommand;
   std::vector<IndexRec> ndx;
   std::unique_ptr<JobState> job = std::make_unique<JobState>();
 };
@@ -50,7 +51,8 @@ Built Build(const TempDir& dir, const std::string& pro, Progress& progress) {
   Built b;
   b.job->gsProFile = dir.file("r.PRO");
   b.job->gsIndexFile = dir.file("r.NDX");
-  b.outcome = BuildIndex(*b.job, progress);
+  b.result = BuildIndex(*b.job, progress);
+  b.outcome = b.result.outcome;
   if (FileExists(dir.file("r.NDX"))) b.ndx = ReadIndexFile(dir.file("r.NDX"));
   return b;
 }
@@ -94,9 +96,11 @@ TEST(BuildIndexWorkedExample, BothWritersGiveTheirOwnNumbersForTheSameFile) {
 
   Progress progress;
   const Built b = Build(dir, kExample, progress);
-  ASSERT_EQ(b.outcome, IndexOutcome::Built);
+  ASSERT_EQ(b.outcome, JobOutcome::Done);
   ExpectFields(b.ndx, {{1, 19, 1, 3}, {21, 21, 4, 7}, {42, 21, 9, 12}, {63, 19, 12, 15}});
-  EXPECT_EQ(b.job->giInterrupt, 0);
+  EXPECT_EQ(b.result.records, 4);
+  EXPECT_EQ(b.result.lines, 15);
+  EXPECT_EQ(progress.title, "Indexing Record File");
   EXPECT_EQ(progress.fileSize, "82");
   EXPECT_EQ(progress.lastLine, 15);
   EXPECT_EQ(progress.lastRecord, 4);
@@ -108,7 +112,7 @@ TEST(BuildIndexNumbers, TwoRecordsTakeTheirOwnRowForRecordOne) {
   TempDir dir;
   Progress progress;
   const Built b = Build(dir, CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB"}), progress);
-  ASSERT_EQ(b.outcome, IndexOutcome::Built);
+  ASSERT_EQ(b.outcome, JobOutcome::Done);
   // Record 1: 1, off(2) - 2, lab(1) + 1, lab(2) - 1. Record 2: the last record's row.
   ExpectFields(b.ndx, {{1, 19, 2, 4}, {21, 19, 4, 7}});
 }
@@ -118,7 +122,7 @@ TEST(BuildIndexNumbers, TextAheadOfTheFirstLabelIsShownWithRecordOne) {
   Progress progress;
   const std::string pro = CrLf({"HEAD", "", "Record - 1", "", "AAA", "", "Record - 2", "", "B", "", "Record - 3", "C"});
   const Built b = Build(dir, pro, progress);
-  ASSERT_EQ(b.outcome, IndexOutcome::Built);
+  ASSERT_EQ(b.outcome, JobOutcome::Done);
   ExpectFields(b.ndx, {{1, 27, 3, 5}, {29, 19, 7, 10}, {48, static_cast<int32_t>(pro.size()) - 48, 10, 12}});
   RecordReader reader(dir.file("r.PRO"));
   EXPECT_EQ(reader.readDisplay(1, b.ndx[0]).bytes, pro.substr(0, 27));
@@ -200,7 +204,7 @@ TEST(BuildIndexNumbers, AgreeWithTheThreePassBuilderOnVariedFiles) {
     Progress progress;
     const Built b = Build(dir, pro, progress);
     SCOPED_TRACE("round " + std::to_string(round));
-    ASSERT_EQ(b.outcome, IndexOutcome::Built);
+    ASSERT_EQ(b.outcome, JobOutcome::Done);
     ExpectFields(b.ndx, want);
   }
 }
@@ -216,8 +220,10 @@ TEST(BuildIndexRefusal, FewerThanTwoLabelsIsNoRecordFileAndTheIndexGoes) {
     WriteFile(dir.file("r.NDX"), std::string(277, 'x'));  // the filter's index of the same file
     Progress progress;
     const Built b = Build(dir, pro, progress);
-    EXPECT_EQ(b.outcome, IndexOutcome::NotARecordFile) << pro;
-    EXPECT_EQ(b.job->giInterrupt, 1);
+    EXPECT_EQ(b.outcome, JobOutcome::Refused) << pro;
+    ASSERT_TRUE(b.result.message.has_value());
+    EXPECT_EQ(b.result.message->title, "File Format Error");
+    EXPECT_EQ(b.result.message->text, "This does not appear to be a filtered record file.");
     EXPECT_FALSE(FileExists(dir.file("r.NDX")));
     EXPECT_EQ(progress.closed, 1);
     EXPECT_EQ(progress.finished, 0);
@@ -236,12 +242,10 @@ TEST(BuildIndexFailure, AdjacentLabelsFailAsAReadPastTheEndAndLeaveNoIndex) {
     job.gsProFile = dir.file("r.PRO");
     job.gsIndexFile = dir.file("r.NDX");
     Progress progress;
-    try {
-      (void)BuildIndex(job, progress);
-      ADD_FAILURE() << "no error for " << pro;
-    } catch (const ZvError& e) {
-      EXPECT_EQ(e.number(), 62);
-    }
+    const JobResult r = BuildIndex(job, progress);
+    EXPECT_EQ(r.outcome, JobOutcome::Failed) << pro;
+    ASSERT_TRUE(r.error.has_value());
+    EXPECT_EQ(r.error->number(), 62);
     EXPECT_EQ(job.gsErrNumber, " 62");
     EXPECT_EQ(job.gsErrText, "Input past end of file");
     EXPECT_FALSE(FileExists(dir.file("r.NDX")));
@@ -262,8 +266,8 @@ TEST(BuildIndexCancel, TheInterruptIsSeenAfterTheLineInHandAndNoIndexStays) {
   running = &job;
   job.gsProFile = dir.file("r.PRO");
   job.gsIndexFile = dir.file("r.NDX");
-  EXPECT_EQ(BuildIndex(job, progress), IndexOutcome::Interrupted);
-  EXPECT_EQ(job.giInterrupt, 1);  // for the caller to see and reset
+  EXPECT_EQ(BuildIndex(job, progress).outcome, JobOutcome::Interrupted);
+  EXPECT_EQ(job.giInterrupt, 0);  // the frame's: no later job starts interrupted
   EXPECT_EQ(progress.lastLine, 6);
   EXPECT_EQ(progress.lastRecord, 2);
   EXPECT_FALSE(FileExists(dir.file("r.NDX")));
