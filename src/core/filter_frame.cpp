@@ -41,15 +41,12 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     }
 
     FilterFrame frame(frameJob, info);
-    // CleanUp on every way out: the job's strings, the filter's own.
+    // The job's names and lines are emptied on every way out: the desktop's job state
+    // outlives the job. (The filter and the frame go with it.)
     struct CleanUp {
       JobState& job;
-      LineFilter& filter;
-      ~CleanUp() {
-        job.CleanUp();
-        filter.CleanUp();
-      }
-    } cleanUp{job, filter};
+      ~CleanUp() { job.CleanUp(); }
+    } cleanUp{job};
 
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
     // throws away.
@@ -80,11 +77,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
       job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine
-      if (frameJob.interrupted()) {
-        frame.pro.abandon();
-        frame.fsc_.abandon();
-        return JobOutcome::Interrupted;
-      }
+      if (frameJob.interrupted()) return JobOutcome::Interrupted;
     }
     frame.in_.reset();
     job.gsLine = job.gsPrevLine;  // the last line, as what follows the loop expects
@@ -92,8 +85,6 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     frameJob.finish(result);
 
     if (!filter.foundRecords(frame)) {
-      frame.pro.abandon();
-      frame.fsc_.abandon();
       result.message = filter.zeroRecordsMessage();
       return JobOutcome::ZeroRecords;
     }

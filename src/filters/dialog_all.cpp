@@ -142,8 +142,6 @@ class DialogAll final : public LineFilter {
 
   int16_t fscLines() const override { return iFscLines; }
 
-  void CleanUp() override { sBeforePrevEmpty = true; }
-
  private:
   int16_t iBeginBlock = 0;
   int16_t iSetsBlock = 0;

@@ -181,10 +181,8 @@ void FrmMain::showErrorForm(const QString& text) {
 
 void FrmMain::shutdownSteps() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  // The jobs close their own files on every way out, so none is open here.
-  job_.CleanUp();
-  job_.gsErrNumber.clear();
-  job_.gsErrText.clear();
+  // The jobs close their own files on every way out, so none is open here, and the
+  // job state goes with the window.
   SaveWindowPosition(store_, *this);
   for (QWidget* w : QApplication::topLevelWidgets())
     if (w != this && w->isVisible()) w->hide();
