@@ -106,7 +106,8 @@ INSTANTIATE_TEST_SUITE_P(
                     LabelCase{" 1/5/1/2", false},                                // three slashes
                     LabelCase{"?1/5/1", false}, LabelCase{" ?/5/1", false},
                     LabelCase{"\t1/5/1", false},                                 // a tab is not a blank
-                    LabelCase{"\xA0" "1/5/1", true}));                           // high bit cleared: a blank
+                    LabelCase{"\xA0" "1/5/1", true}),  // high bit cleared: a blank
+    test::LineCaseName());
 
 TEST(DialogAllCopyRules, DropsABlankFirstLineAndShrinksBlankRuns) {
   TempDir dir;
