@@ -5,6 +5,9 @@ target_include_directories(zv_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
 add_library(zv_warnings INTERFACE)
 target_compile_options(zv_warnings INTERFACE -Wall -Wextra -Wshadow -Wconversion -Wno-sign-conversion -Wno-missing-field-initializers)
+if(ZV_WARNINGS_AS_ERRORS)
+  target_compile_options(zv_warnings INTERFACE -Werror)
+endif()
 
 add_library(zv_sanitizers INTERFACE)
 if(ZV_SANITIZE)
