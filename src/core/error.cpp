@@ -67,11 +67,6 @@ void Inc16(int16_t& counter) {
   ++counter;
 }
 
-void Add32(int32_t& counter, int64_t amount) {
-  const int64_t sum = static_cast<int64_t>(counter) + amount;
-  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
-    throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
-  counter = static_cast<int32_t>(sum);
-}
+void ThrowOverflow() { throw ZvError(err::kOverflow, ErrorText(err::kOverflow)); }
 
 }  // namespace zv

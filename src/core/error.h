@@ -61,6 +61,14 @@ std::string ErrorFormText(const std::string& gsErrNumber, const std::string& gsE
 // 16-bit counters of the jobs overflow past 32,767 and abandon the job, as the
 // program has always done: these helpers raise error 6 instead of wrapping.
 void Inc16(int16_t& counter);
-void Add32(int32_t& counter, int64_t amount);
+// Error 6, "Overflow".
+[[noreturn]] void ThrowOverflow();
+// Inline: the counters of the line loops move on every line.
+inline void Add32(int32_t& counter, int64_t amount) {
+  const int64_t sum = static_cast<int64_t>(counter) + amount;
+  if (sum > INT32_MAX || sum < INT32_MIN) [[unlikely]]
+    ThrowOverflow();
+  counter = static_cast<int32_t>(sum);
+}
 
 }  // namespace zv

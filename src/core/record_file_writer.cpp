@@ -1,25 +1,10 @@
 // The .PRO/.NDX bookkeeping shared by every tool that writes records.
 #include "core/record_file_writer.h"
 
-#include <limits>
 
 #include "core/error.h"
 
 namespace zv {
-
-namespace {
-
-// Add32 for the counters that move on every line: the same limits, with the sum
-// inline and the call, which raises the overflow, made only past them.
-inline void add32(int32_t& counter, int64_t amount) {
-  const int64_t sum = static_cast<int64_t>(counter) + amount;
-  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
-    Add32(counter, amount);
-  else
-    counter = static_cast<int32_t>(sum);
-}
-
-}  // namespace
 
 std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
 
@@ -33,8 +18,8 @@ void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, co
 
 void RecordFileWriter::writeBlank() {
   pro_.blank();
-  add32(lOutBytes, 2);
-  add32(glOutLine, 1);
+  Add32(lOutBytes, 2);
+  Add32(glOutLine, 1);
 }
 
 void RecordFileWriter::writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength) {
@@ -43,7 +28,7 @@ void RecordFileWriter::writeText(std::string_view line, int32_t recNum, bool jus
 }
 
 void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
-  add32(glOutLine, 1);
+  Add32(glOutLine, 1);
   IndexRec& rec = gIndexRec;
   if (recNum != lLastIndexed && justLabelled) {
     rec.recNum = recNum;
@@ -61,7 +46,7 @@ void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t co
       ndx_.put(recNum - 1, rec);
     }
   }
-  add32(lOutBytes, countedLength + 2);
+  Add32(lOutBytes, countedLength + 2);
   lLastIndexed = recNum;
 }
 

@@ -85,10 +85,10 @@ JobResult BuildIndex(JobState& job, JobProgress& progress) {
     bool adjacent = false;
     int32_t lines = 0;
     int32_t total = 0;  // bytes of the lines read so far: the offset of the next line
-    std::string line;
+    std::string_view line;
     while (pro.readLine(line)) {
       Add32(lines, 1);
-      const bool isLabel = std::string_view(line).starts_with(kLabel);
+      const bool isLabel = line.starts_with(kLabel);
       if (isLabel) {
         Add32(labels, 1);
         older = previous;
