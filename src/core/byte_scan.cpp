@@ -172,24 +172,58 @@ int64_t CountLineEnds(std::string_view text) {
   return ends;
 }
 
+// One block cleaned: high bit off, control characters to 0.
+Bytes16 cleanBlock(Bytes16 v) {
+  v &= splat('\x7f');
+  return v & reinterpret_cast<Bytes16>(v >= splat(' '));
+}
+
+void CleanLineInto(std::string& out, std::string_view raw) {
+  const std::size_t n = raw.size();
+  out.resize(n);
+  const char* from = raw.data();
+  char* to = out.data();
+  if (n < kWidth) {
+    for (std::size_t i = 0; i < n; ++i) {
+      const auto c = static_cast<unsigned char>(from[i] & 0x7f);
+      to[i] = static_cast<char>(c < 32 ? 0 : c);
+    }
+    return;
+  }
+  for (std::size_t i = 0; i + kWidth <= n; i += kWidth) {
+    const Bytes16 v = cleanBlock(load(from + i));
+    std::memcpy(to + i, &v, kWidth);
+  }
+  // The tail as the last sixteen bytes, which may overlap the block before: cleaning
+  // a byte gives the same whichever block does it.
+  const Bytes16 v = cleanBlock(load(from + n - kWidth));
+  std::memcpy(to + n - kWidth, &v, kWidth);
+}
+
 void CleanLine(std::string& text) {
   char* p = text.data();
   const std::size_t n = text.size();
-  const Bytes16 high = splat('\x7f');
-  const Bytes16 space = splat(' ');
-  std::size_t i = 0;
-  for (; i + kWidth <= n; i += kWidth) {
-    Bytes16 v = load(p + i) & high;
-    v &= reinterpret_cast<Bytes16>(v >= space);  // a control character becomes 0
+  if (n < kWidth) {
+    for (std::size_t i = 0; i < n; ++i) {
+      const auto c = static_cast<unsigned char>(p[i] & 0x7f);
+      p[i] = static_cast<char>(c < 32 ? 0 : c);
+    }
+    return;
+  }
+  for (std::size_t i = 0; i + kWidth <= n; i += kWidth) {
+    const Bytes16 v = cleanBlock(load(p + i));
     std::memcpy(p + i, &v, kWidth);
   }
-  for (; i < n; ++i) {
-    const auto c = static_cast<unsigned char>(p[i] & 0x7f);
-    p[i] = static_cast<char>(c < 32 ? 0 : c);
-  }
+  const Bytes16 v = cleanBlock(load(p + n - kWidth));  // cleaning twice changes nothing
+  std::memcpy(p + n - kWidth, &v, kWidth);
 }
 
 #else
+
+void CleanLineInto(std::string& out, std::string_view raw) {
+  out.assign(raw);
+  CleanLine(out);
+}
 
 int64_t CountLineEnds(std::string_view text) {
   int64_t ends = 0;

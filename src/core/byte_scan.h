@@ -24,5 +24,7 @@ int64_t CountLineEnds(std::string_view text);
 // (below 32) into character 0. The same as LowAscii followed by RemCtrl with
 // character 0, in one pass.
 void CleanLine(std::string& text);
+// The same, from `raw` into `out` in one pass (out's old text is replaced).
+void CleanLineInto(std::string& out, std::string_view raw);
 
 }  // namespace zv

@@ -65,13 +65,11 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     job.glLineCount = LineCount(job.gsInFile);
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
-    // Three buffers turn round so that no line is copied: at the end of a pass
-    // gsPrevLine takes gsLine's buffer, and the next line is read into the one that
-    // held the line before.
-    std::string next;
-    while (frame.in_->readLine(next)) {
-      job.gsLine.swap(next);
-      CleanLine(job.gsLine);  // LowAscii, then RemCtrl with character 0
+    // Each line is cleaned straight from the reader's buffer into gsLine, whose buffer
+    // held the line before last; at the end of a pass gsPrevLine takes gsLine's.
+    std::string_view raw;
+    while (frame.in_->readLine(raw)) {
+      CleanLineInto(job.gsLine, raw);  // LowAscii, then RemCtrl with character 0
       filter.afterCleaning(frame);
       Add32(frame.lInLine, 1);
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield

@@ -9,6 +9,7 @@ namespace zv {
 std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
 
 void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile) {
+  held_ = false;
   outputs.add(proFile);
   pro_.open(proFile);
   KillIfExists(indexFile);
@@ -36,14 +37,14 @@ void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t co
     rec.startLine = glOutLine;
     rec.keepFlag = 0;
     rec.setKeepFile("");
-    ndx_.put(recNum, rec);
+    putRec(recNum, rec);
     if (recNum > 1) {
-      rec = ndx_.get(recNum - 1);
+      rec = getRec(recNum - 1);
       rec.endLine = glOutLine - 1;
       int32_t len = lOutBytes;
       Add32(len, -static_cast<int64_t>(rec.startByte) - 2);
       rec.byteLen = len;
-      ndx_.put(recNum - 1, rec);
+      putRec(recNum - 1, rec);
     }
   }
   Add32(lOutBytes, countedLength + 2);
@@ -52,20 +53,34 @@ void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t co
 
 void RecordFileWriter::FinishIndex(int32_t recNum) {
   IndexRec& rec = gIndexRec;
-  rec = ndx_.get(recNum);
+  rec = getRec(recNum);
   rec.endLine = glOutLine;
   int32_t len = lOutBytes;
   Add32(len, -static_cast<int64_t>(rec.startByte));
   rec.byteLen = len;
-  ndx_.put(recNum, rec);
+  putRec(recNum, rec);
 }
 
+// The record begun last stays in memory until another is put: it is always re-read
+// and put again when the next label closes it, so each record is encoded once.
+void RecordFileWriter::putRec(int32_t k, const IndexRec& rec) {
+  if (held_ && heldAt_ != k) ndx_.put(heldAt_, heldRec_);
+  held_ = true;
+  heldAt_ = k;
+  heldRec_ = rec;
+}
+
+IndexRec RecordFileWriter::getRec(int32_t k) { return held_ && heldAt_ == k ? heldRec_ : ndx_.get(k); }
+
 void RecordFileWriter::close() {
+  if (held_) ndx_.put(heldAt_, heldRec_);
+  held_ = false;
   pro_.close();
   ndx_.close();
 }
 
 void RecordFileWriter::abandon() noexcept {
+  held_ = false;
   pro_.abandon();
   ndx_.abandon();
 }

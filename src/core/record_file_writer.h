@@ -74,8 +74,14 @@ class RecordFileWriter {
   void abandon() noexcept;
 
  private:
+  void putRec(int32_t k, const IndexRec& rec);
+  IndexRec getRec(int32_t k);
+
   TextOut pro_;
   IndexFile ndx_;
+  bool held_ = false;  // heldRec_ belongs at heldAt_ and is not yet in ndx_
+  int32_t heldAt_ = 0;
+  IndexRec heldRec_;
 };
 
 }  // namespace zv

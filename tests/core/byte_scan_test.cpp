@@ -53,6 +53,9 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     LowAscii(reference);
     RemCtrl(reference, std::string(1, '\0'));
     EXPECT_EQ(cleaned, reference) << s.size();
+    std::string into = "an older, longer line than some of the samples";
+    CleanLineInto(into, s);
+    EXPECT_EQ(into, reference) << s.size();
   }
 }
 
