@@ -23,29 +23,22 @@ void RecordFileWriter::writeBlank() {
   Add32(glOutLine, 1);
 }
 
-void RecordFileWriter::writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength) {
-  pro_.line(line);
-  UpdateIndex(recNum, justLabelled, countedLength);
-}
-
-void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
+void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
   Add32(glOutLine, 1);
   IndexRec& rec = gIndexRec;
-  if (recNum != lLastIndexed && justLabelled) {
-    rec.recNum = recNum;
-    rec.startByte = lOutBytes;
-    rec.startLine = glOutLine;
-    rec.keepFlag = 0;
-    rec.setKeepFile("");
-    putRec(recNum, rec);
-    if (recNum > 1) {
-      rec = getRec(recNum - 1);
-      rec.endLine = glOutLine - 1;
-      int32_t len = lOutBytes;
-      Add32(len, -static_cast<int64_t>(rec.startByte) - 2);
-      rec.byteLen = len;
-      putRec(recNum - 1, rec);
-    }
+  rec.recNum = recNum;
+  rec.startByte = lOutBytes;
+  rec.startLine = glOutLine;
+  rec.keepFlag = 0;
+  rec.setKeepFile("");
+  putRec(recNum, rec);
+  if (recNum > 1) {
+    rec = getRec(recNum - 1);
+    rec.endLine = glOutLine - 1;
+    int32_t len = lOutBytes;
+    Add32(len, -static_cast<int64_t>(rec.startByte) - 2);
+    rec.byteLen = len;
+    putRec(recNum - 1, rec);
   }
   Add32(lOutBytes, countedLength + 2);
   lLastIndexed = recNum;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/error.h"
 #include "core/index_rec.h"
 #include "core/output_files.h"
 #include "core/text_out.h"
@@ -50,7 +51,10 @@ class RecordFileWriter {
   // The same, with UpdateIndex counting `countedLength` bytes for the line: for a
   // writer whose count differs from what it prints (the label's length is counted for
   // any line printed on the pass that labelled).
-  void writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength);
+  void writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength) {
+    pro_.line(line);
+    UpdateIndex(recNum, justLabelled, countedLength);
+  }
   // Prints the line without accounting for it (the quirk of a filter that writes a
   // line and counts it otherwise).
   void print(std::string_view line) { pro_.line(line); }
@@ -63,7 +67,13 @@ class RecordFileWriter {
   //     length stopping 2 bytes short of the new label;
   //  3. the printed line's bytes, `countedLength` + 2, are counted;
   //  4. lLastIndexed = recNum.
-  void UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength);
+  void UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
+    // Inline for the lines inside a record, which are nearly all of them.
+    if (recNum != lLastIndexed && justLabelled) return beginRecord(recNum, countedLength);
+    Add32(glOutLine, 1);
+    Add32(lOutBytes, countedLength + 2);
+    lLastIndexed = recNum;
+  }
   // Closes record `recNum`: its end line, and a byte length that reaches the file's end
   // (so it counts the final line end, 2 more than any other record's).
   void FinishIndex(int32_t recNum);
@@ -74,6 +84,8 @@ class RecordFileWriter {
   void abandon() noexcept;
 
  private:
+  // UpdateIndex for a label that begins a new record.
+  void beginRecord(int32_t recNum, int64_t countedLength);
   void putRec(int32_t k, const IndexRec& rec);
   IndexRec getRec(int32_t k);
 
