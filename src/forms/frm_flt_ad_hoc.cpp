@@ -91,7 +91,7 @@ FrmFltAdHoc::FrmFltAdHoc(QWidget* parent, JobState& job) : QDialog(parent), job_
   connect(optBMandEM_, &QRadioButton::clicked, this, &FrmFltAdHoc::optionClicked);
   connect(optBMOnly_, &QRadioButton::clicked, this, &FrmFltAdHoc::optionClicked);
   connect(okay, &QPushButton::clicked, this, &FrmFltAdHoc::cmdOkayClick);
-  connect(cancel, &QPushButton::clicked, this, &FrmFltAdHoc::cmdCancelClick);
+  connect(cancel, &QPushButton::clicked, this, &FrmFltAdHoc::reject);
 }
 
 QString FrmFltAdHoc::beginMarker() const { return cboBM_->currentText(); }
@@ -119,13 +119,13 @@ void FrmFltAdHoc::cmdOkayClick() {
   accept();
 }
 
-void FrmFltAdHoc::cmdCancelClick() {
+void FrmFltAdHoc::reject() {
   job_.giInterrupt = 1;
   cboBM_->clear();
   cboEM_->clear();
   cboBM_->clearEditText();
   cboEM_->clearEditText();
-  reject();
+  QDialog::reject();
 }
 
 void RunFltAdHoc(FrmMain& frmMain, const Command& command) {

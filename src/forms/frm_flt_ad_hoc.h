@@ -30,10 +30,13 @@ class FrmFltAdHoc final : public QDialog {
   // and the lists' items added again on top of those already there.
   void activate();
 
+ public slots:
+  // Cancel, Esc and the close box: the command ends here.
+  void reject() override;
+
  private:
   void optionClicked();
   void cmdOkayClick();
-  void cmdCancelClick();
 
   JobState& job_;
   QComboBox* cboBM_ = nullptr;
