@@ -68,6 +68,10 @@ FrmMain::FrmMain(SettingsStore& store, QWidget* parent) : QMainWindow(parent), s
   timer1_.start(1000);
   tick();
   qApp->installEventFilter(this);
+  // The program ends with this window's shutdown and at no other time. Qt would end
+  // it, closing every window on the way, when the last window it counts goes: with
+  // this window hidden behind the sifter, that is any dialog without a parent.
+  QApplication::setQuitOnLastWindowClosed(false);
 }
 
 FrmMain::~FrmMain() { qApp->removeEventFilter(this); }

@@ -207,6 +207,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
   }
   if (!shutDown_) shutdownSteps();
   event->accept();
+  QCoreApplication::quit();
 }
 
 }  // namespace zv::forms

@@ -1,6 +1,9 @@
 // frmSift driven as a user drives it: open, step, keep, order, write, leave; its menus,
 // toolbar, keys, fonts, satellites and resize rule.
 #include <QCheckBox>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QListView>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QListWidget>
@@ -449,6 +452,78 @@ class TestSiftWindow : public QObject {
     QCOMPARE(next.frmSift().txtRecord()->font().family(), "DejaVu Serif");
     QCOMPARE(next.frmSift().txtRecord()->font().pointSize(), 14);
     QVERIFY(next.frmSift().txtRecord()->font().bold());
+  }
+
+  void aFontChangeKeepsTheSessionAndItsMarks() {
+    // The font dialog itself, as the user answers it, inside the program's own event
+    // loop: OK with another size, then Cancel.
+    Sifter t;
+    t.open("f.PRO");
+    t.keepNames = {"a.kep"};
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    QCOMPARE(t.panel("pnlRecToView"), " 2 ");
+    for (const bool ok : {true, false}) {
+      QTimer::singleShot(0, &t.s, [&] {
+        QTimer::singleShot(0, &t.s, [ok] {
+          auto* dialog = qobject_cast<QFontDialog*>(QApplication::activeModalWidget());
+          QVERIFY(dialog != nullptr);
+          if (!ok) {
+            dialog->reject();
+            return;
+          }
+          QFont bigger = dialog->currentFont();
+          bigger.setPointSize(15);
+          dialog->setCurrentFont(bigger);
+          dialog->accept();
+        });
+        t.menu("mnuOptionsFont");
+        // Whatever the closing dialog set going is done before the loop ends.
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+        QCoreApplication::exit(0);
+      });
+      QCoreApplication::exec();
+      QVERIFY(t.s.isVisible() && !t.frmMain->isVisible());
+      QCOMPARE(t.s.txtRecord()->font().pointSize(), 15);
+      QCOMPARE(t.log.said(), QStringList());
+      QCOMPARE(t.panel("pnlRecToView"), " 2 ");
+    }
+    Child<QToolButton>(t.s, "cmdTB_3")->click();
+    QCOMPARE(t.panel("pnlKeptFileName").trimmed(), "a.kep");
+  }
+
+  void theFontDialogNarrowsToFixedFacesAndOpensOnTheRecordsFont() {
+    QStringList fixedFaces, otherFaces;
+    for (const QString& family : QFontDatabase::families())
+      (QFontDatabase::isFixedPitch(family) ? fixedFaces : otherFaces) << family;
+    if (fixedFaces.isEmpty() || otherFaces.isEmpty()) QSKIP("the system needs fixed and proportional faces");
+    QWidget owner;
+    const QFont record(QStringLiteral("Courier New"), 11);
+    const QString shownIn = QFontInfo(record).family();
+    // The faces the dialog lists: its first list, the one that holds the face chosen.
+    auto faces = [](QFontDialog& d) {
+      for (const QListView* list : d.findChildren<QListView*>()) {
+        QStringList rows;
+        for (int r = 0; r < list->model()->rowCount(); ++r) rows << list->model()->index(r, 0).data().toString();
+        if (rows.contains(d.currentFont().family())) return rows;
+      }
+      return QStringList();
+    };
+    struct Case {
+      int flags;
+      bool onlyFixed;
+    };
+    for (const Case c : {Case{FontDialogFlags(false, true, false), true}, Case{FontDialogFlags(false, false, false), false},
+                         Case{FontDialogFlags(true, true, true), true}}) {
+      const std::unique_ptr<QFontDialog> d = MakeFontDialog(&owner, record, c.flags);
+      QCOMPARE(d->parentWidget(), &owner);
+      QCOMPARE(d->currentFont().family(), shownIn);
+      QCOMPARE(d->currentFont().pointSize(), 11);
+      const QStringList listed = faces(*d);
+      QVERIFY2(!listed.isEmpty(), qPrintable(QString::number(c.flags)));
+      bool proportionalListed = false;
+      for (const QString& family : listed) proportionalListed = proportionalListed || otherFaces.contains(family);
+      QCOMPARE(proportionalListed, !c.onlyFixed);
+    }
   }
 
   void resizeRuleAndCopy() {
