@@ -3,12 +3,15 @@
 #include <QMenuBar>
 #include <QScopeGuard>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTest>
 #include <QToolButton>
 
+#include "forms/app_settings.h"
 #include "forms/center_form.h"
 #include "forms/frm_about.h"
 #include "forms/frm_filter.h"
+#include "forms/frm_startup.h"
 #include "forms/help_window.h"
 #include "forms/lock_keys.h"
 #include "forms_test_support.h"
@@ -136,6 +139,54 @@ class TestMainWindow : public QObject {
           QCOMPARE(Child(*f.frmMain, QString(row.panel).arg(k))->isVisible(), k == i);
       }
     }
+  }
+
+  void everyButtonCaptionAndHintFitsFromTheFirstStartOn() {
+    QTemporaryDir settings;
+    SettingsStore store(settings.filePath("quidlane.ini"));
+    const std::unique_ptr<FrmMain> w = StartUp(store);
+    const QSize least = w->LeastUsableSize();
+    QCOMPARE(w->minimumSize(), least);
+    // Not smaller than the old first-start size of 433 x 333 either.
+    QVERIFY(least.width() >= 433 && least.height() >= 333);
+    QStringList clipped;
+    auto check = [&](const QWidget* widget, const QWidget* area, const QString& where) {
+      const QRect inArea(widget->mapTo(area, QPoint(0, 0)), widget->size());
+      const bool whole = area->rect().contains(inArea) && widget->width() >= widget->sizeHint().width() &&
+                         widget->height() >= widget->minimumSizeHint().height();
+      if (!whole) clipped << where + ": " + widget->objectName() + " " + widget->property("text").toString();
+    };
+    for (const QSize size : {QSize(433, 333), QSize(1100, 760)}) {
+      w->resize(size);
+      QVERIFY(w->width() >= least.width() && w->height() >= least.height());
+      const QString at = QStringLiteral("%1x%2").arg(w->width()).arg(w->height());
+      for (int t = 0; t < 4; ++t) {
+        w->chooseToolbar(t);
+        QApplication::processEvents();
+        auto* view = Child<QScrollArea>(*w, QString("pnlTB_%1").arg(t))->viewport();
+        for (const QToolButton* b : view->findChildren<QToolButton*>()) check(b, view, at);
+      }
+      for (int p = 0; p < 3; ++p) {
+        w->openPanel(p);
+        QApplication::processEvents();
+        QWidget* bar = Child(*w, "pnlOLBar");
+        for (const QWidget* c : bar->findChildren<QWidget*>())
+          if (c->isVisible() && (qobject_cast<const QLabel*>(c) || qobject_cast<const QAbstractButton*>(c)))
+            check(c, bar, at);
+      }
+      // The longest hint, the Dialog button's, on the status line.
+      const QString hint = Child(*w, "cmdTB_Filt_3")->property("statusHint").toString();
+      const QLabel* status = Child<QLabel>(*w, "pnlStatusMsg");
+      if (status->contentsRect().width() < status->fontMetrics().horizontalAdvance(hint)) clipped << at + ": the hint";
+    }
+    QCOMPARE(clipped, QStringList());
+
+    // A maximized close: the next start, made normal, is no smaller than that.
+    store.SaveSetting(kWindowSection, "WindowState", "2");
+    const std::unique_ptr<FrmMain> maximized = StartUp(store);
+    maximized->showNormal();
+    QApplication::processEvents();
+    QVERIFY(maximized->width() >= least.width() && maximized->height() >= least.height());
   }
 
   void dialogButtonFollowsOption() {

@@ -37,8 +37,10 @@ class TestSettings : public QObject {
     ModalLog modal;
     const std::unique_ptr<FrmMain> w = StartUp(s.store);
     QVERIFY(modal.dialogs.isEmpty() && w->isVisible() && !w->isMaximized());
-    // 6500 x 5000 twips at 500, 1500: fifteen twips to the pixel.
-    QCOMPARE(QRect(w->pos(), w->size()), QRect(33, 100, 433, 333));
+    // 6500 x 5000 twips at 500, 1500 (fifteen twips to the pixel), grown to what the
+    // toolbar, the left bar and the status line need.
+    QCOMPARE(w->pos(), QPoint(33, 100));
+    QCOMPARE(w->size(), QSize(433, 333).expandedTo(w->LeastUsableSize()));
     QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());
     QVERIFY(checked(*w, "optLastDir"));
 
@@ -54,20 +56,20 @@ class TestSettings : public QObject {
     Store s;
     {
       const std::unique_ptr<FrmMain> w = StartUp(s.store);
-      w->resize(700, 500);
+      w->resize(1000, 700);
       w->move(120, 90);
       w->RunCommand(3010);
       QVERIFY(!w->isVisible());
     }
     const QStringList saved{s.win("WindowState"), s.win("Width"), s.win("Height"), s.win("Left"), s.win("Top")};
-    QCOMPARE(saved, (QStringList{"0", "10500", "7500", "1800", "1350"}));
+    QCOMPARE(saved, (QStringList{"0", "15000", "10500", "1800", "1350"}));
     QCOMPARE(s.wd("LastWorkDir"), QDir::currentPath());
 
     // The next start, from elsewhere, comes back to the same place and folder.
     const QString folder = QDir::currentPath();
     QDir::setCurrent(QDir::rootPath());
     const std::unique_ptr<FrmMain> again = StartUp(s.store);
-    QCOMPARE(QRect(again->pos(), again->size()), QRect(120, 90, 700, 500));
+    QCOMPARE(QRect(again->pos(), again->size()), QRect(120, 90, 1000, 700));
     QCOMPARE(QDir::currentPath(), folder);
     // Twips of a large screen are held at the end of the store's 16-bit range.
     again->resize(2600, 400);
