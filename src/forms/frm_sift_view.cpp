@@ -137,6 +137,7 @@ void FrmSift::showKeepList(bool visible) {
   pnlKeepList_->setVisible(visible);
   if (visible) pnlKeepList_->raise();
   mnuKeepList_->setChecked(visible);
+  placeChildren();  // the record text makes room for the list, or takes it back
 }
 
 void FrmSift::clearKeepList() { lstKeepList_->clear(); }

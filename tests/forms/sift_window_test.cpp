@@ -526,6 +526,43 @@ class TestSiftWindow : public QObject {
     }
   }
 
+  void buttonsCaptionsAndTheKeepListFitAtEverySize() {
+    Sifter t;
+    t.open("f.PRO");
+    t.keepNames = {"a.kep"};
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    t.menu("mnuKeepList");
+    t.s.setPartialDisplay(true);
+    t.s.setRecordText(QByteArray("Record - 2\r\n\r\n").append(QByteArray(300, 'x')).toStdString());
+    const QSize least = t.s.minimumSize();
+    QStringList clipped;
+    for (const QSize size : {QSize(300, 200), QSize(1200, 800)}) {
+      t.s.resize(size);
+      QTest::qWait(20);
+      QVERIFY(t.s.width() >= least.width() && t.s.height() >= least.height());
+      const QString at = QStringLiteral("%1x%2 ").arg(t.s.width()).arg(t.s.height());
+      const QWidget* toolbar = Child(t.s, "pnlToolbar");
+      for (const QToolButton* b : toolbar->findChildren<QToolButton*>())
+        if (!toolbar->rect().contains(QRect(b->pos(), b->size())) || b->width() < b->sizeHint().width())
+          clipped << at + b->text();
+      // The captions, and the panels whose text is fixed.
+      const QWidget* background = Child(t.s, "pnlBackground");
+      for (const QLabel* l : background->findChildren<QLabel*>()) {
+        const bool fixedText = !l->objectName().startsWith("pnl") || l->objectName() == "pnlPartialDisplay";
+        if (l->isVisible() && fixedText && l->contentsRect().width() < l->fontMetrics().horizontalAdvance(l->text()))
+          clipped << at + l->text();
+      }
+      // The list stands beside the record, not over its line ends.
+      const QRect text = t.s.txtRecord()->geometry(), list = Child(t.s, "pnlKeepList")->geometry();
+      if (text.intersects(list) || !background->rect().contains(list) || text.width() < list.width())
+        clipped << at + "the keep list";
+    }
+    QCOMPARE(clipped, QStringList());
+    // Hidden, the list gives the text its width back.
+    t.menu("mnuKeepList");
+    QCOMPARE(Child(t.s, "pnlBackground")->width() - t.s.txtRecord()->geometry().right() - 1, TwipsToPixels(250) + 1);
+  }
+
   void resizeRuleAndCopy() {
     const SiftLayout big = SiftResize(9000, 6000, 900, 120, 960);
     QCOMPARE((QList<int>{big.backgroundHeight, big.recordHeight, big.recordWidth}), (QList<int>{5100, 3315, 8630}));
