@@ -133,6 +133,17 @@ void FrmFilter::jobStarted(const Start& start) {
   frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
+void FrmFilter::caption(std::string_view text) {
+  const QString title = Q(text);
+  const bool changed = windowTitle() != title;
+  if (changed) setWindowTitle(title);
+  if (!changed && captionClock_.isValid() && captionClock_.elapsed() < kRepaintMs) return;
+  captionClock_.start();
+  // What the file dialog covered is painted again, this window with its title first.
+  repaint();
+  QCoreApplication::processEvents();
+}
+
 void FrmFilter::lineDone(int32_t lInLine, int32_t glLineCount) {
   lineOdom_ = lInLine;
   percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
@@ -172,6 +183,7 @@ void FrmFilter::FinishFilter(std::string_view inFile, std::string_view proFile, 
 void FrmFilter::ResetFilterForm() {
   lineOdom_ = recOdom_ = percent_ = 0;
   repaintClock_.invalidate();
+  captionClock_.invalidate();
   pnlLineOdom_->clear();
   pnlRecOdom_->clear();
   pnlLineOdom_->repaint();

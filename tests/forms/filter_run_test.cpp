@@ -91,6 +91,23 @@ class TestFilterRun : public QObject {
     QCOMPARE(texts(r.form, {"pnlInFile"}), QStringList{""});
   }
 
+  void theWindowStandsWithItsTitleBeforeTheLinesAreCounted() {
+    Run r;
+    r.answers = {CopySample(r, "big.log", 400)};
+    // The first time the job lets the interface in: the window is up with its title,
+    // and no line has been read (nor counted) yet.
+    QString first;
+    QTimer::singleShot(0, &r.form, [&] {
+      first = QStringLiteral("%1|%2|%3|%4")
+                  .arg(r.form.isVisible())
+                  .arg(r.form.windowTitle(), texts(r.form, {"pnlLineOdom"})[0])
+                  .arg(r.frmMain->job().glLineCount);
+    });
+    r.start();
+    QCOMPARE(first, "1|Filtering All DIALOG Types to One File||0");
+    QVERIFY(r.form.isVisible() && Child(r.form, "cmdOkay")->isVisible());
+  }
+
   void theOpenDialogCancelledOrRefused() {
     Run r;
     ModalLog modal;
