@@ -370,8 +370,16 @@ class TestSiftWindow : public QObject {
     QCOMPARE(t.log.messages.size(), 2);
     QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
 
+    // Cancel on frmIndexing after its build has ended interrupts nothing: the next
+    // build runs to its end.
+    t.s.indexingForm().show();
+    Child<QPushButton>(t.s.indexingForm(), "cmdCancel")->click();
+    QVERIFY(!t.s.indexingForm().isVisible());
+    QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
+
     // File Open from inside the sifter, cancelled: back to the main window.
     t.open("f.PRO");
+    QVERIFY(t.s.isVisible() && t.exists("f.NDX"));
     t.menu("mnuFileOpen");
     QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
 
