@@ -14,6 +14,7 @@
 #include "forms/frm_startup.h"
 #include "forms/help_window.h"
 #include "forms/lock_keys.h"
+#include "forms/programs.h"
 #include "forms_test_support.h"
 
 using namespace zv::forms;
@@ -283,6 +284,45 @@ class TestMainWindow : public QObject {
     QCOMPARE(log.said(), (QStringList{"Zorvanta: System Information Is Unavailable At This Time",
                                       "Zorvanta: Error 2 executing WinExec function."}));
     QTRY_VERIFY(dir.exists("opened-here"));
+  }
+
+  void theTerminalIsTheDesktopsBeforeAnyOther() {
+    WorkDir dir;
+    const QByteArray path = qgetenv("PATH"), terminal = qgetenv("TERMINAL"), desktop = qgetenv("XDG_CURRENT_DESKTOP");
+    const auto restore = qScopeGuard([&] {
+      qputenv("PATH", path);
+      terminal.isNull() ? qunsetenv("TERMINAL") : qputenv("TERMINAL", terminal);
+      desktop.isNull() ? qunsetenv("XDG_CURRENT_DESKTOP") : qputenv("XDG_CURRENT_DESKTOP", desktop);
+    });
+    auto install = [&](const char* name, const QByteArray& script = "#!/bin/sh\n") {
+      WriteText(dir.file(name), script);
+      QFile::setPermissions(dir.file(name), QFile::ReadOwner | QFile::ExeOwner);
+    };
+    qputenv("PATH", QFile::encodeName(dir.path()));
+    qunsetenv("TERMINAL");
+    install("konsole");
+    install("qterminal");
+    install("xterm");
+    const struct {
+      const char* desktop;
+      const char* terminal;
+    } cases[] = {
+        {"", "konsole"},             // no desktop: the first common one
+        {"LXQt", "qterminal"},       // the desktop's own
+        {"ubuntu:GNOME", "konsole"},  // none of GNOME's installed, and no settings to read
+    };
+    for (const auto& c : cases) {
+      qputenv("XDG_CURRENT_DESKTOP", c.desktop);
+      QCOMPARE(TerminalCommand(), QLatin1String(c.terminal));
+    }
+    // GNOME's setting names the terminal; x-terminal-emulator comes before the common ones.
+    install("gsettings", "#!/bin/sh\necho \"'xterm'\"\n");
+    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    QCOMPARE(TerminalCommand(), "xterm");
+    qputenv("XDG_CURRENT_DESKTOP", "");
+    install("x-terminal-emulator");
+    QCOMPARE(TerminalCommand(), "x-terminal-emulator");
+    QCOMPARE(DesktopTerminals("ubuntu:GNOME").first(), "kgx");
   }
 
   void lockKeyPanels() {
