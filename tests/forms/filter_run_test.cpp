@@ -70,6 +70,7 @@ class TestFilterRun : public QObject {
     QVERIFY(r.log.messages.isEmpty());
     QCOMPARE(hints, (QStringList{" Zorvanta is cleaning up a search.", "Interrupt and quit this filtering.",
                                  "Zorvanta is filtering a search."}));
+    QCOMPARE(w.statusMsg(), QString());  // they were about the job, which has ended
     QCOMPARE(QDir::currentPath(), QDir(r.path()).canonicalPath());
     QCOMPARE(r.files(), (QStringList{"session.FSC", "session.log", "session.NDX", "session.PRO"}));
     QVERIFY(QFileInfo(r.file("session.PRO")).size() > 0);

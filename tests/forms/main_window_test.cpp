@@ -114,6 +114,14 @@ class TestMainWindow : public QObject {
       }
       QCOMPARE(actual, expected);
     }
+    // While the window is disabled its buttons look it: greyed, not in their colour.
+    auto* dialog = Child<QToolButton>(w, "cmdTB_Filt_3");
+    const QColor disabledText = QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText);
+    w.EnableMain(false);
+    QVERIFY(!dialog->isEnabled());
+    QCOMPARE(dialog->palette().color(QPalette::Disabled, QPalette::ButtonText), disabledText);
+    QVERIFY(disabledText != QColor(0, 128, 128));
+    w.EnableMain(true);
     // Over the bare form the status line empties.
     auto* pane = Child(w, "pnlPane");
     QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), pane->mapToGlobal(QPointF(5, 5)), Qt::NoButton, Qt::NoButton,

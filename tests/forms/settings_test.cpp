@@ -1,5 +1,7 @@
 // The settings store at start and stop, and frmSettings, on a store in a temporary file.
+#include <QFileSystemModel>
 #include <QLineEdit>
+#include <QTreeView>
 #include <QRadioButton>
 #include <QTest>
 
@@ -135,6 +137,22 @@ class TestSettings : public QObject {
              (QStringList{chosen.path(), "True", QDir::currentPath()}));
     QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());  // takes effect at the next start
     QVERIFY(!form.isVisible() && w.mainEnabled());
+  }
+
+  void theFolderListOpensScrolledToTheCurrentFolder() {
+    Store s;
+    // Many folders before the current one, so that it lies far down the list.
+    for (int i = 0; i < 60; ++i) QDir(s.path()).mkdir(QStringLiteral("a%1").arg(i, 2, 10, QLatin1Char('0')));
+    QDir(s.path()).mkpath("zz/here");
+    QDir::setCurrent(s.file("zz/here"));
+    FrmMain w(s.store);
+    w.FormLoad(nullptr);
+    w.doAction(UiAction::Settings, 0);
+    auto* dir1 = Child<QTreeView>(w.frmSettings(), "dir1");
+    auto* model = static_cast<QFileSystemModel*>(dir1->model());
+    QCOMPARE(model->filePath(dir1->currentIndex()), QDir::currentPath());
+    QTRY_VERIFY(dir1->viewport()->rect().contains(dir1->visualRect(dir1->currentIndex())));
+    QCOMPARE(Child<QLineEdit>(w.frmSettings(), "txtWorkingDir")->text(), QDir::currentPath());
   }
 };
 
