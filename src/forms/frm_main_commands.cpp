@@ -72,6 +72,8 @@ void FrmMain::runFilterJob(int32_t commandNumber, std::any params, const std::st
   const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  // "Interrupt and quit this filtering." and the like were about the job.
+  setStatusMsg(QString());
 
   switch (result.outcome) {
     case JobOutcome::Failed:
@@ -115,6 +117,7 @@ JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& p
   JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  setStatusMsg(QString());  // what the job's window said there was about the job
   if (result.outcome == JobOutcome::Failed) {
     showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
     job_.glRecNum = 0;
@@ -211,6 +214,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
   }
   if (!shutDown_) shutdownSteps();
   event->accept();
+  QCoreApplication::quit();
 }
 
 }  // namespace zv::forms
