@@ -97,12 +97,6 @@ FrmPikTypes::FrmPikTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   reset();
 }
 
-QString FrmPikTypes::sequenceTextForTypes() const {
-  return QStringLiteral("It is necessary to specify the number of types \r\nbefore going on to which types they are.");
-}
-
-QString FrmPikTypes::typeFocusHint() const { return QLatin1Char(' ') + QLatin1String(kTypeHint); }
-
 void FrmPikTypes::reset() {
   resetFields();
   cmdBegin_->setEnabled(true);

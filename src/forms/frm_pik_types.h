@@ -20,8 +20,6 @@ class FrmPikTypes final : public TypesDialog {
 
  protected:
   bool event(QEvent* event) override;
-  QString sequenceTextForTypes() const override;
-  QString typeFocusHint() const override;
 
  private:
   void cmdBeginClick();

@@ -97,14 +97,6 @@ FrmSepTypes::FrmSepTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   reset();
 }
 
-QString FrmSepTypes::sequenceTextForTypes() const {
-  return QStringLiteral("It is necessary to specify the number of types \r\nbefore going on to which types they are.");
-}
-
-QString FrmSepTypes::typeFocusHint() const {
-  return QStringLiteral(" Up to ten characters specifying a Dialog online type, e.g. '3,AB'.");
-}
-
 void FrmSepTypes::fileFieldEntered(QLineEdit* /*field*/) { frmMain_.setStatusMsg(QLatin1String(kFileHint)); }
 
 bool FrmSepTypes::fileFieldKey(QLineEdit* /*field*/, QKeyEvent* key) {

@@ -21,8 +21,6 @@ class FrmSepTypes final : public TypesDialog {
 
  protected:
   bool event(QEvent* event) override;
-  QString sequenceTextForTypes() const override;
-  QString typeFocusHint() const override;
   void fileFieldEntered(QLineEdit* field) override;
   bool fileFieldKey(QLineEdit* field, QKeyEvent* key) override;
 

@@ -173,8 +173,6 @@ std::array<std::string, kMaxTypes> TypesDialog::typeTexts() const {
   return types;
 }
 
-void TypesDialog::swallowEnter(QLineEdit* /*field*/) { ShowTabWarning(this); }
-
 bool TypesDialog::eventFilter(QObject* watched, QEvent* e) {
   auto* field = qobject_cast<QLineEdit*>(watched);
   const bool typeField = field != nullptr && std::find(txtType_.begin(), txtType_.end(), field) != txtType_.end();
@@ -183,7 +181,7 @@ bool TypesDialog::eventFilter(QObject* watched, QEvent* e) {
     case QEvent::KeyPress: {
       auto* key = static_cast<QKeyEvent*>(e);
       if (field != nullptr && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
-        swallowEnter(field);
+        ShowTabWarning(this);
         return true;
       }
       if (fileField && fileFieldKey(field, key)) return true;
@@ -194,13 +192,15 @@ bool TypesDialog::eventFilter(QObject* watched, QEvent* e) {
         // The focus goes back first, so that the message box gives it back there.
         txtHowManyTypes_->setFocus();
         ShowMessage(this, MsgIcon::Warning, QStringLiteral("Sequence Error"),
-                    typeField ? sequenceTextForTypes()
+                    typeField ? QStringLiteral("It is necessary to specify the number of types \r\n"
+                                               "before going on to which types they are.")
                               : QStringLiteral(
                                     "It is necessary to specify the number of types before naming files for them."));
         txtHowManyTypes_->setFocus();
         return false;
       }
-      if (typeField) frmMain_.setStatusMsg(typeFocusHint());
+      if (typeField)
+        frmMain_.setStatusMsg(QStringLiteral(" Up to ten characters specifying a Dialog online type, e.g. '3,AB'."));
       if (fileField) fileFieldEntered(field);
       break;
     case QEvent::Enter:

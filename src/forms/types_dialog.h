@@ -70,13 +70,10 @@ class TypesDialog : public QDialog, public TypeProgress {
   int howMany() const;
   void showPanels();
   void hint(QWidget* w, const QString& text);
-  // Enter in a field: swallowed, with the tab warning.
-  void swallowEnter(QLineEdit* field);
 
+  // Enter swallowed with the tab warning, a type or file field entered before the
+  // number is given, the status hints.
   bool eventFilter(QObject* watched, QEvent* event) override;
-  // Entering a type or file field before the number is given.
-  virtual QString sequenceTextForTypes() const = 0;
-  virtual QString typeFocusHint() const = 0;
   virtual void fileFieldEntered(QLineEdit* /*field*/) {}
   virtual bool fileFieldKey(QLineEdit* /*field*/, QKeyEvent* /*key*/) { return false; }
 
