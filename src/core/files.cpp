@@ -66,7 +66,7 @@ int64_t FileSize(const std::string& fileName) {
 // Lines = line ends + a last line without one, where a line end is an LF, a CR, or a
 // CR LF pair counted once (CountLineEnds, sixteen bytes at a time); a CR at the end of
 // one read is carried over to an LF at the start of the next.
-int32_t LineCount(const std::string& fileName) {
+int32_t LineCount(const std::string& fileName, const std::function<void()>& afterEachBlock) {
   const int fd = ::open(fileName.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) ThrowSystemError(errno, fileName);
   FdGuard guard(fd);
@@ -83,6 +83,7 @@ int32_t LineCount(const std::string& fileName) {
     if (last == '\r' && p[0] == '\n') --lineEnds;
     lineEnds += CountLineEnds(std::string_view(reinterpret_cast<const char*>(p), n));
     last = p[n - 1];
+    if (afterEachBlock) afterEachBlock();
   }
   const int64_t lines = lineEnds + (last != '\n' && last != '\r' ? 1 : 0);
   if (lines > std::numeric_limits<int32_t>::max()) throwError(err::kOverflow, fileName);

@@ -49,8 +49,8 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     } cleanUp{job};
 
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
-    // throws away.
-    frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
+    // throws away (a filter that makes no such .PRO leaves it alone).
+    if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<LineReader>(job.gsInFile);
     if (info.makesPro) {
       frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
@@ -62,7 +62,14 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     }
     filter.begin(frame);
 
-    job.glLineCount = LineCount(job.gsInFile);
+    // The count reads the whole capture before its first line is filtered, seconds on
+    // a large one: the job's title goes up first, and the window is told again after
+    // every block counted, so that it can go on painting.
+    const std::string_view countingTitle = info.countingTitle.empty() ? info.title : info.countingTitle;
+    progress.caption(countingTitle);
+    job.glLineCount = LineCount(job.gsInFile, [&] { progress.caption(countingTitle); });
+    // Cancel pressed while counting: nothing was read, and nothing stays.
+    if (frameJob.interrupted()) return JobOutcome::Interrupted;
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
     // Each line is cleaned straight from the reader's buffer into gsLine, whose buffer

@@ -51,6 +51,7 @@ void FrmIndexing::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
 void FrmIndexing::jobStarted(const Start& start) {
   // Both counters blank, the main window's timing panels (cleared just before) given
   // the .PRO's size and the start time, the main window disabled.
+  building_ = true;
   line_ = record_ = 0;
   showCounters();
   repaintClock_.invalidate();
@@ -86,12 +87,19 @@ void FrmIndexing::jobFinished(std::string_view finishTime, std::string_view elap
 }
 
 void FrmIndexing::jobEnded(JobOutcome /*outcome*/) {
+  building_ = false;
   frmMain_.EnableMain(true);
   hide();
   frmMain_.activateWindow();
 }
 
 void FrmIndexing::cmdCancelClick() {
+  // Cancel on a window whose build has ended closes it: an interrupt raised now would
+  // belong to no job, and would stop the next one.
+  if (!building_) {
+    hide();
+    return;
+  }
   // The builder looks at the flag after the line in hand and removes what it made.
   giInterrupt_ = 1;
   frmMain_.ClearStatusPanels();

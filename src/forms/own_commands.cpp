@@ -3,12 +3,18 @@
 
 #include <array>
 
+#include "forms/frm_flt_ad_hoc.h"
+#include "forms/types_dialog.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{1, &RunFltAdHoc},   OwnCommand{200, &OpenPikTypes},  OwnCommand{201, &BeginTypesJob},
+    OwnCommand{300, &OpenSepTypes}, OwnCommand{301, &BeginTypesJob},
+};
 
 }  // namespace
 
