@@ -64,8 +64,10 @@ bool truthOf(const std::string& text, std::string_view key) {
   const std::string t = UCase(QPTrim(text));
   if (t == "TRUE") return true;
   if (t == "FALSE") return false;
-  if (!t.empty() && InCountTbl(t, "0123456789") == static_cast<int32_t>(t.size()))
-    return t.find_first_not_of('0') != std::string::npos;
+  // A number is true unless it is 0 ("-1" is the stored form of True).
+  const std::string_view digits = std::string_view(t).substr(t.starts_with('-') ? 1 : 0);
+  if (!digits.empty() && InCountTbl(digits, "0123456789") == static_cast<int32_t>(digits.size()))
+    return digits.find_first_not_of('0') != std::string_view::npos;
   throw ZvError(kTypeMismatch, "Type mismatch", std::string(kCoverSection) + "/" + std::string(key) + "=" + text);
 }
 

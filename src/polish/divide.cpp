@@ -91,15 +91,25 @@ JobResult DivideRecords(JobState& state, JobProgress& progress, const PolishInpu
       return JobOutcome::Done;
     };
 
+    // Abandoning closes the file in hand, then fails in its turn once a file was made;
+    // that error is the one told, and what was written stays.
+    const auto abandon = [&] {
+      try {
+        file.close();
+      } catch (...) {
+        file.abandon();
+      }
+      result.files = job.outputs.existing();
+      return abandonFailure();
+    };
     JobOutcome outcome;
     try {
       outcome = loop();
     } catch (...) {
-      // Abandoning after the first file fails in its turn; that error is the one told.
-      if (iFilesMade > 0) throw abandonFailure();
+      if (iFilesMade > 0) throw abandon();
       throw;
     }
-    if (outcome == JobOutcome::Interrupted && iFilesMade > 0) throw abandonFailure();
+    if (outcome == JobOutcome::Interrupted && iFilesMade > 0) throw abandon();
     if (outcome != JobOutcome::Done) return outcome;
     result.lines = lInLine;
     result.records = labels;
