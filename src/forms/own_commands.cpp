@@ -3,12 +3,26 @@
 
 #include <array>
 
+#include "forms/polish_own.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{2200, &RunDivideRecords},
+    OwnCommand{2300, &RunUndelimitRecords},
+    OwnCommand{2400, &RunRenumberLabels},
+    OwnCommand{2500, &RunDeleteLabels},
+    OwnCommand{2600, &RunReplaceLabels},
+    OwnCommand{2700, &RunLineBreaks},
+    OwnCommand{2800, &RunPageBreaks},
+    OwnCommand{3200, &RunCoverSave},
+    OwnCommand{3210, &RunCoverSave},
+    OwnCommand{3220, &RunCoverSaveSettings},
+    OwnCommand{3230, &RunCoverOpen},
+};
 
 }  // namespace
 

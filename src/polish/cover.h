@@ -52,6 +52,10 @@ struct CoverParams {
 };
 
 inline constexpr std::string_view kCoverTitle = "Header/Cover";
+// The file dialogs' filter: .COV is only the first kind offered; no extension is added.
+inline constexpr std::string_view kCoverFilter =
+    "All Files (*.*)|*.*|.COV Files|*.cov|.PRO Files|*.PRO|.KEP Files|*.kep|.ORD Files|*.ord|.QRY Files|*.QRY|"
+    ".RNK Files|*.rnk|.SRT Files|*.srt|.REN Files|*.ren|.BRK Files|*.brk|.FMT Files|*.fmt|";
 
 // Writes the page as fields.saveMode says. Prefix modes: the page goes to the output's
 // base name + ".TMP", then to the output, then (with a break) a line holding a form

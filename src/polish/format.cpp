@@ -57,10 +57,7 @@ void flush(std::string& paragraph, TextOut& out) {
 // The checks both tools make of their input, and the name of the output.
 std::optional<Message> checkInput(const JobState& state, const std::string& inFile, std::string_view ext,
                                   std::string& outFile) {
-  if (auto refusal = CheckPolishInput(inFile, FileWording{1, 1})) return refusal;
-  // A case-sensitive search of the whole path, as for the filters' ".PRO".
-  if (inFile.find('.') != std::string::npos && inFile.find(ext) != std::string::npos)
-    return Message{std::string(kOpenFileErrorTitle), "Input file must not have " + std::string(ext) + " extension."};
+  if (auto refusal = CheckBreaksInput(inFile, ext)) return refusal;
   outFile = state.outputPath(DerivedOutputName(inFile, ext));
   // The output is replaced without a word; the input must not be what it replaces.
   if (SameFile(inFile, outFile)) return InputIsOutputMessage();
@@ -68,6 +65,13 @@ std::optional<Message> checkInput(const JobState& state, const std::string& inFi
 }
 
 }  // namespace
+
+std::optional<Message> CheckBreaksInput(const std::string& inFile, std::string_view ext) {
+  if (auto refusal = CheckPolishInput(inFile, FileWording{1, 1})) return refusal;
+  if (inFile.find(ext) != std::string::npos)
+    return Message{std::string(kOpenFileErrorTitle), "Input file must not have " + std::string(ext) + " extension."};
+  return std::nullopt;
+}
 
 JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishInput& input) {
   return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {

@@ -18,6 +18,11 @@ inline constexpr std::string_view kLineBreaksTitle = "Remove Hard Line Breaks";
 inline constexpr std::string_view kPageBreaksTitle = "Insert Hard Page Breaks";
 inline constexpr std::string_view kNotTaggedText = "This file does not appear to contain TAGed Dialog records.";
 
+// The checks of the open dialog's answer for the tool that makes `ext` (".FMT" or
+// ".BRK"): the file is there, not empty, and its path holds no `ext` (a case-sensitive
+// search of the whole path).
+[[nodiscard]] std::optional<Message> CheckBreaksInput(const std::string& inFile, std::string_view ext);
+
 // RemoveLineBreaks: BASE.FMT (the input's whole path + ".FMT" when it has no "."),
 // replaced if it exists, with each tagged field or paragraph on one line, blanks
 // folded, and the delimiters "|", "^", "_" turned into separators. A paragraph that
