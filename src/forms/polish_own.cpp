@@ -203,7 +203,6 @@ void RunCoverOpen(FrmMain& w, const Command& command) {
   StoreAccess store(w.store());
   const JobResult loaded = w.runJob(command.number, CoverSettingsParams{&store, &fields}, NoProgress());
   if (loaded.done()) form.setFields(fields);
-  form.ResetCoverForm();
   CenterForm(form, w);
   w.EnableMain(false);
   ExecModal(form);
