@@ -5,7 +5,9 @@
 #include <optional>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include "forms/center_form.h"
 #include "forms/frm_cover.h"
@@ -13,7 +15,7 @@
 #include "forms/frm_renumber.h"
 #include "forms/frm_replace_labels.h"
 #include "forms/messages.h"
-#include "forms/polish_dialogs.h"
+#include "forms/file_dialogs.h"
 #include "forms/settings_store.h"
 #include "polish/cover_settings.h"
 #include "polish/format.h"
@@ -25,6 +27,18 @@ namespace zv::forms {
 namespace {
 
 std::string pathOf(const QString& chosen) { return QFile::encodeName(chosen).toStdString(); }
+
+// The file dialogs, which check nothing of the name; the system's dialog leaves the
+// current directory in the folder of the file chosen, where BASE.FMT and the like go.
+QString choose(QWidget* parent, FileDialogMode mode, std::string_view filter) {
+  const QString path =
+      mode == FileDialogMode::Open ? GetOpenFileName(parent, filter) : GetSaveFileName(parent, filter);
+  if (!path.isEmpty()) {
+    const QFileInfo info(path);
+    if (info.dir().exists()) QDir::setCurrent(info.absolutePath());
+  }
+  return path;
+}
 
 void warn(FrmMain& w, const Message& m) {
   // The format tests stop with the stop sign; every other refusal warns.
@@ -43,7 +57,7 @@ void backOut(FrmMain& w) {
 template <class Check>
 std::optional<std::string> chooseInput(FrmMain& w, std::string_view filter, Check check) {
   for (;;) {
-    const QString chosen = ChoosePolishFile(&w, PolishDialog::Open, filter);
+    const QString chosen = choose(&w, FileDialogMode::Open, filter);
     if (chosen.isEmpty()) return std::nullopt;
     const std::string in = pathOf(chosen);
     if (const std::optional<Message> refusal = check(in)) {
@@ -66,7 +80,7 @@ std::optional<PolishFiles> chooseFiles(FrmMain& w, const NamedTool& tool) {
   for (;;) {
     const auto in = chooseInput(w, tool.openFilter, [&](const std::string& p) { return CheckPolishInput(p, tool.wording); });
     if (!in) return std::nullopt;
-    const QString chosen = ChoosePolishFile(&w, PolishDialog::Save, tool.saveFilter);
+    const QString chosen = choose(&w, FileDialogMode::Save, tool.saveFilter);
     if (chosen.isEmpty()) return std::nullopt;
     const std::string out = pathOf(chosen);
     if (const std::optional<Message> refusal = CheckPolishOutput(*in, out, tool.wording)) {
@@ -224,12 +238,12 @@ void RunCoverSave(FrmMain& w, const Command& command) {
   // Both names are asked for before anything is written: a cancel leaves no file.
   if (mode == SaveMode::Prefix || mode == SaveMode::PrefixWithBreak) {
     w.EnableMain(false);
-    const QString in = ChoosePolishFile(&form, PolishDialog::Open, kCoverFilter);
+    const QString in = choose(&form, FileDialogMode::Open, kCoverFilter);
     if (in.isEmpty()) return form.quit();
     params.inFile = pathOf(in);
   }
   if (mode != SaveMode::None) {
-    const QString out = ChoosePolishFile(&form, PolishDialog::Save, kCoverFilter);
+    const QString out = choose(&form, FileDialogMode::Save, kCoverFilter);
     if (out.isEmpty()) return form.quit();
     params.outFile = pathOf(out);
   }

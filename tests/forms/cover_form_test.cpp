@@ -11,7 +11,7 @@
 
 #include "core/settings_file.h"
 #include "forms/frm_cover.h"
-#include "forms/polish_dialogs.h"
+#include "forms/file_dialogs.h"
 #include "forms_test_support.h"
 #include "polish/cover.h"
 
@@ -31,13 +31,13 @@ struct Cover : WorkDir, MainFixture {
   QStringList answers;
   int dialogs = 0;
   Cover() {
-    SetPolishFileAnswer([this](PolishDialog, std::string_view filter) {
+    SetFileDialogAnswer([this](const FileDialogRequest& r) {
       ++dialogs;
-      if (filter != zv::kCoverFilter) qFatal("not the cover's filter");
+      if (r.nameFilters != DialogNameFilters(zv::kCoverFilter)) qFatal("not the cover's filter");
       return answers.isEmpty() ? QString() : answers.takeFirst();
     });
   }
-  ~Cover() { SetPolishFileAnswer({}); }
+  ~Cover() { SetFileDialogAnswer({}); }
   FrmCover& form() { return CoverForm(*frmMain); }
   template <class T = QLineEdit>
   T* field(const char* name) { return Child<T>(form(), name); }

@@ -14,7 +14,7 @@
 #include "forms/frm_cover.h"
 #include "forms/frm_renumber.h"
 #include "forms/frm_replace_labels.h"
-#include "forms/polish_dialogs.h"
+#include "forms/file_dialogs.h"
 #include "forms_test_support.h"
 
 using namespace zv::forms;
@@ -37,12 +37,13 @@ struct Polish : WorkDir, MainFixture {
   QStringList asked;  // "open FILTER" or "save FILTER", each time a dialog was shown
   Polish() {
     WriteText(file("s.PRO"), kPro);
-    SetPolishFileAnswer([this](PolishDialog kind, std::string_view filter) {
-      asked << (kind == PolishDialog::Open ? QStringLiteral("open ") : QStringLiteral("save ")) + Q(filter);
+    SetFileDialogAnswer([this](const FileDialogRequest& r) {
+      asked << (r.mode == FileDialogMode::Open ? QStringLiteral("open ") : QStringLiteral("save ")) +
+                   r.nameFilters.join(QStringLiteral(";;"));
       return answers.isEmpty() ? QString() : answers.takeFirst();
     });
   }
-  ~Polish() { SetPolishFileAnswer({}); }
+  ~Polish() { SetFileDialogAnswer({}); }
   FrmRenumber& form() { return RenumberForm(*frmMain); }
   QString panel(const char* name) { return Child<QLabel>(form(), name)->text(); }
   void menu(const char* name) { Child<QAction>(*frmMain, name)->trigger(); }
@@ -136,8 +137,8 @@ class TestPolishForms : public QObject {
     for (const ShownMessage& m : p.log.messages) QCOMPARE(m.icon, MsgIcon::Warning);
     // Each refusal brought the open dialog back; the last one was cancelled silently.
     QCOMPARE(p.asked.size(), 7);
-    QVERIFY(p.asked[0].startsWith("open All Files (*.*)|*.*|.PRO Files|*.PRO|.ORD Files"));
-    QVERIFY(p.asked[3].startsWith("save All Files (*.*)|*.*|.REF Files"));
+    QVERIFY2(p.asked[0].startsWith("open All Files (*);;.PRO Files (*.PRO *.pro);;.ORD Files"), qPrintable(p.asked[0]));
+    QVERIFY2(p.asked[3].startsWith("save All Files (*);;.REF Files"), qPrintable(p.asked[3]));
     QVERIFY(p.frmMain->mainEnabled() && !p.form().isVisible());
     QCOMPARE(Read(p.file("old.txt")), QByteArray("older\r\n"));
 
