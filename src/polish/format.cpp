@@ -1,6 +1,9 @@
 // modFormat: RemoveLineBreaks (.FMT) and InsertPageBreaks (.BRK).
 #include "polish/format.h"
 
+#include <algorithm>
+#include <bit>
+#include <cstring>
 #include <limits>
 
 #include "core/brindle.h"
@@ -21,11 +24,106 @@ bool isTagged(std::string_view line) {
   return line.size() >= 4 && line[2] == '-' && line[3] == ' ' && isCapital(line[0]) && isCapital(line[1]);
 }
 
-// Runs of blanks halved four times over (up to 16 become one, longer runs keep a
-// few), and the two blanks typed after a full stop or a colon made one.
-void foldBlanks(std::string& line) {
-  if (line.find("  ") == std::string::npos) return;
-  for (int pass = 0; pass < 4; ++pass) ReplaceAll(line, "  ", " ");
+// What one look at a cleaned line tells: where its first two blanks in a row stand
+// (npos for none), and whether it holds a delimiter ("|", "^" or "_") that a flush
+// must turn into a separator. Most lines of a TAGed record have two blanks in a row
+// (an indented continuation, two blanks after a stop) and no delimiter, so both are
+// looked for in one pass, sixteen bytes at once where the compiler has vector types.
+struct LineFacts {
+  std::size_t firstDouble = std::string::npos;
+  bool delimiters = false;
+};
+
+bool isDelimiter(char c) { return c == '|' || c == '^' || c == '_'; }
+
+#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+#define ZV_BYTES16 1
+using Bytes16 = unsigned char __attribute__((vector_size(16)));
+
+Bytes16 splat(char c) { return Bytes16{} + static_cast<unsigned char>(c); }
+
+// Lanes of p[i..i+16) that are blanks followed by a blank, as two 64-bit halves.
+void doubleBlanks(const char* p, std::size_t i, uint64_t (&half)[2]) {
+  Bytes16 here, next;
+  std::memcpy(&here, p + i, 16);
+  std::memcpy(&next, p + i + 1, 16);
+  const auto both = (here == splat(' ')) & (next == splat(' '));
+  std::memcpy(half, &both, 16);
+}
+
+std::size_t firstLane(const uint64_t (&half)[2]) {
+  return half[0] != 0 ? static_cast<std::size_t>(std::countr_zero(half[0]) / 8)
+                      : 8 + static_cast<std::size_t>(std::countr_zero(half[1]) / 8);
+}
+#endif
+
+LineFacts scanLine(const char* p, std::size_t n) {
+  LineFacts facts;
+  std::size_t i = 0;
+#ifdef ZV_BYTES16
+  uint64_t anyDelimiter = 0;
+  for (; i + 17 <= n; i += 16) {
+    Bytes16 here;
+    std::memcpy(&here, p + i, 16);
+    const auto delims = (here == splat('|')) | (here == splat('^')) | (here == splat('_'));
+    uint64_t d[2];
+    std::memcpy(d, &delims, 16);
+    anyDelimiter |= d[0] | d[1];
+    if (facts.firstDouble == std::string::npos) {
+      uint64_t b[2];
+      doubleBlanks(p, i, b);
+      if ((b[0] | b[1]) != 0) facts.firstDouble = i + firstLane(b);
+    }
+  }
+  facts.delimiters = anyDelimiter != 0;
+#endif
+  for (; i < n; ++i) {
+    facts.delimiters = facts.delimiters || isDelimiter(p[i]);
+    if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
+  }
+  return facts;
+}
+
+// Where the first two blanks in a row stand at or after `from`, or npos.
+std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
+  std::size_t i = from;
+#ifdef ZV_BYTES16
+  for (; i + 17 <= n; i += 16) {
+    uint64_t b[2];
+    doubleBlanks(p, i, b);
+    if ((b[0] | b[1]) != 0) return i + firstLane(b);
+  }
+#endif
+  for (; i + 1 < n; ++i)
+    if (p[i] == ' ' && p[i + 1] == ' ') return i;
+  return std::string::npos;
+}
+
+// Runs of blanks halved four times over (replacing two blanks by one, four times), and
+// the two blanks typed after a full stop or a colon made one. Each halving turns a
+// run of k blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16
+// become one, longer runs keep a few.
+void foldBlanks(std::string& line, std::size_t first) {
+  char* p = line.data();
+  const std::size_t n = line.size();
+  std::size_t i = first;
+  std::size_t out = i;
+  std::size_t longest = 0;
+  for (;;) {
+    std::size_t end = i;
+    while (end < n && p[end] == ' ') ++end;
+    longest = std::max(longest, end - i);
+    for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[out++] = ' ';
+    std::size_t next = findDoubleBlank(p, end, n);
+    if (next == std::string::npos) next = n;
+    std::memmove(p + out, p + end, next - end);
+    out += next - end;
+    if (next == n) break;
+    i = next;
+  }
+  line.resize(out);
+  // Only a run of more than 16 leaves two blanks in a row.
+  if (longest <= 16) return;
   if (line.find(".  ") != std::string::npos) ReplaceAll(line, ".  ", ". ");
   if (line.find(":  ") != std::string::npos) ReplaceAll(line, ":  ", ": ");
 }
@@ -33,22 +131,37 @@ void foldBlanks(std::string& line) {
 // A paragraph's delimiters as readable separators. A "|" of an ordinary field, or
 // "||" of a descriptor field, becomes the byte 0 (a one-character text, not an empty
 // one). In the descriptor rule "_" is replaced before "^_" is looked for, so that a
-// "^_" comes out as ", " and "; " side by side.
-void flush(std::string& paragraph, TextOut& out) {
+// "^_" comes out as ", " and "; " side by side. A paragraph without any delimiter
+// skips the searches.
+void flush(std::string& paragraph, bool delimiters, TextOut& out) {
   static const std::string kNul(1, '\0');
+  if (!delimiters && !paragraph.starts_with("DE- ")) {
+    out.line(paragraph);
+    paragraph.clear();
+    return;
+  }
+  const bool carets = delimiters && paragraph.find('^') != std::string::npos;
   if (paragraph.starts_with("DE- ")) {
-    ReplaceAll(paragraph, "||", kNul);
-    ReplaceAll(paragraph, "|", " / ");
-    ReplaceAll(paragraph, "_", "; ");
+    if (delimiters && paragraph.find('|') != std::string::npos) {
+      ReplaceAll(paragraph, "||", kNul);
+      ReplaceAll(paragraph, "|", " / ");
+    }
+    if (delimiters && paragraph.find('_') != std::string::npos) ReplaceAll(paragraph, "_", "; ");
     const std::size_t last = paragraph.find_last_not_of(' ');
     paragraph.resize(last == std::string::npos ? 0 : last + 1);
     if (paragraph.ends_with('/')) paragraph.pop_back();  // the blank before it stays
-    ReplaceAll(paragraph, "^_", "; ");
-    ReplaceAll(paragraph, "^", ", ");
+    if (carets) {
+      ReplaceAll(paragraph, "^_", "; ");
+      ReplaceAll(paragraph, "^", ", ");
+    }
   } else {
-    ReplaceAll(paragraph, "|", kNul);
-    ReplaceAll(paragraph, "^_", "; ");
-    ReplaceAll(paragraph, "^", ", ");
+    // One character for one: the same as replacing every "|" by the text of code 0.
+    for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
+      paragraph[at] = '\0';
+    if (carets) {
+      ReplaceAll(paragraph, "^_", "; ");
+      ReplaceAll(paragraph, "^", ", ");
+    }
   }
   out.line(paragraph);
   paragraph.clear();
@@ -86,6 +199,7 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
     int32_t lTagLines = 0;
     int32_t labels = 0;
     std::string sParagraph;
+    bool delimiters = false;  // whether sParagraph holds a "|", "^" or "_"
     std::string& line = state.gsLine;
     for (int32_t i = 1; i <= io.lineCount; ++i) {
       if (i == 40 && labels < 1) {
@@ -99,20 +213,23 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
       if (!io.in.readLine(line)) break;
       result.lines = i;
       CleanLine(line);
-      foldBlanks(line);
+      const LineFacts facts = scanLine(line.data(), line.size());
+      if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
       if (isTagged(line)) {
         Add32(lTagLines, 1);
-        if (!sParagraph.empty()) flush(sParagraph, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
       } else if (line.starts_with("Record - ")) {
         Add32(labels, 1);
         job.progress.recordDone(labels);
-        if (!sParagraph.empty()) flush(sParagraph, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
       } else if (line.empty()) {
-        if (!sParagraph.empty()) flush(sParagraph, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
         io.out.blank();
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
+      if (sParagraph.empty()) delimiters = false;
       sParagraph += line;
+      delimiters = delimiters || facts.delimiters;
       if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
     }
     // What the paragraph still holds is not written: a file that ends on a line of

@@ -56,6 +56,7 @@ TEST(RemoveLineBreaks, TheDescriptorRuleAndTheTagTest) {
       {"AU- a^b", "AU- a, b"},
       {"TI- a^_b", "TI- a; b"},
       {"AB- x", "AB- x"},
+      {"DE- x /  ", "DE- x "},  // no delimiter: still trimmed and its slash cut
   };
   for (const Case& c : cases) {
     TempDir dir;
@@ -66,6 +67,10 @@ TEST(RemoveLineBreaks, TheDescriptorRuleAndTheTagTest) {
   TempDir dir;
   const auto run = RunLineBreaks(dir, {"Record - 1", "", "TI- t", "Ab- a", "A1- b", "ABC- c", "AB-x", "AB- d", ""});
   EXPECT_EQ(run.out, CrLf({"Record - 1", "", "TI- tAb- aA1- bABC- cAB-x", "AB- d", ""}));
+  // A delimiter on a continuation line, and a "^_" split over two lines.
+  TempDir dir2;
+  const auto joined = RunLineBreaks(dir2, {"Record - 1", "", "TI- a", "   b|c^", "_d", ""});
+  EXPECT_EQ(joined.out, CrLf({"Record - 1", "", "TI- a b" + kNul + "c; d", ""}));
 }
 
 TEST(RemoveLineBreaks, BlankRunsFoldToOneUpToSixteenAndAContinuationJoinsByItsBlank) {
