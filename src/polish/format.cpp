@@ -57,26 +57,42 @@ std::size_t firstLane(const uint64_t (&half)[2]) {
 }
 #endif
 
-LineFacts scanLine(const char* p, std::size_t n) {
+// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
+// byte 0), and the facts of the cleaned line, in one pass.
+LineFacts cleanAndScan(std::string& line) {
   LineFacts facts;
+  char* p = line.data();
+  const std::size_t n = line.size();
   std::size_t i = 0;
 #ifdef ZV_BYTES16
+  const auto clean = [](Bytes16 v) {
+    v &= splat('\x7f');
+    return v & reinterpret_cast<Bytes16>(v >= splat(' '));
+  };
   uint64_t anyDelimiter = 0;
   for (; i + 17 <= n; i += 16) {
-    Bytes16 here;
+    Bytes16 here, next;
     std::memcpy(&here, p + i, 16);
+    std::memcpy(&next, p + i + 1, 16);
+    here = clean(here);
+    std::memcpy(p + i, &here, 16);
     const auto delims = (here == splat('|')) | (here == splat('^')) | (here == splat('_'));
     uint64_t d[2];
     std::memcpy(d, &delims, 16);
     anyDelimiter |= d[0] | d[1];
     if (facts.firstDouble == std::string::npos) {
+      const auto both = (here == splat(' ')) & (clean(next) == splat(' '));
       uint64_t b[2];
-      doubleBlanks(p, i, b);
+      std::memcpy(b, &both, 16);
       if ((b[0] | b[1]) != 0) facts.firstDouble = i + firstLane(b);
     }
   }
   facts.delimiters = anyDelimiter != 0;
 #endif
+  for (std::size_t k = i; k < n; ++k) {
+    const auto c = static_cast<unsigned char>(p[k] & 0x7f);
+    p[k] = static_cast<char>(c < 32 ? 0 : c);
+  }
   for (; i < n; ++i) {
     facts.delimiters = facts.delimiters || isDelimiter(p[i]);
     if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
@@ -212,8 +228,7 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
       }
       if (!io.in.readLine(line)) break;
       result.lines = i;
-      CleanLine(line);
-      const LineFacts facts = scanLine(line.data(), line.size());
+      const LineFacts facts = cleanAndScan(line);
       if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
       if (isTagged(line)) {
         Add32(lTagLines, 1);
