@@ -3,7 +3,9 @@
 
 #include <array>
 
+#include "forms/frm_flt_ad_hoc.h"
 #include "forms/polish_own.h"
+#include "forms/types_dialog.h"
 
 namespace zv::forms {
 
@@ -11,6 +13,8 @@ namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
 constexpr std::array kOwnCommands{
+    OwnCommand{1, &RunFltAdHoc},   OwnCommand{200, &OpenPikTypes},  OwnCommand{201, &BeginTypesJob},
+    OwnCommand{300, &OpenSepTypes}, OwnCommand{301, &BeginTypesJob},
     OwnCommand{2200, &RunDivideRecords},
     OwnCommand{2300, &RunUndelimitRecords},
     OwnCommand{2400, &RunRenumberLabels},
