@@ -139,7 +139,7 @@ JobResult SaveCoverPage(JobState& state, JobProgress& progress, const CoverParam
     }
     // The output is opened before the input is read: the two must differ.
     if (out == in || SameFile(in, out)) {
-      result.message = Message{std::string(kSameFileTitle), std::string(kSameFileText)};
+      result.message = Message{std::string(kOutputIsInputTitle), std::string(kOutputIsInputText)};
       return JobOutcome::Refused;
     }
     std::string temp = stemOf(out) + ".TMP";

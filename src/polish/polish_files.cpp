@@ -33,7 +33,7 @@ std::optional<Message> CheckPolishOutput(const std::string& inFile, const std::s
                                          const FileWording& wording) {
   // Two names of one file are the same file, whatever their spelling.
   if (outFile == inFile || SameFile(inFile, outFile))
-    return Message{std::string(kSameFileTitle), std::string(kSameFileText)};
+    return Message{std::string(kOutputIsInputTitle), std::string(kOutputIsInputText)};
   if (Exist(outFile))
     return Message{std::string(kOutputExistsTitle), outFile + breaks(wording.existsBreaks) + std::string(kOutputExistsText)};
   return std::nullopt;
@@ -46,7 +46,7 @@ std::string DerivedOutputName(const std::string& inFile, std::string_view ext) {
 
 Message InputIsOutputMessage() { return {std::string(kOpenFileErrorTitle), std::string(kInputIsOutputText)}; }
 
-Message NotRecordFileMessage() { return {std::string(kFormatErrorTitle), std::string(kNotRecordFileText)}; }
+Message NotRecordFileMessage() { return {std::string(kFormatErrorTitle), std::string(kNotFilteredText)}; }
 
 LineToolFiles::LineToolFiles(Job& job, const std::string& inFile, const std::string& outFile)
     : lineCount(countAfterRegistering(job, inFile, outFile)), in(inFile), out(outFile) {}

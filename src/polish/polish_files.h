@@ -46,12 +46,12 @@ inline constexpr std::string_view kPageBreaksFilter = ".PRO Files |*.PRO|All Fil
 inline constexpr std::string_view kOpenFileErrorTitle = "Open File Error";
 inline constexpr std::string_view kZeroLengthTitle = "Zero-Length File";
 inline constexpr std::string_view kZeroLengthText = "is a zero-length file.";
-inline constexpr std::string_view kSameFileTitle = "Save File Error";
-inline constexpr std::string_view kSameFileText = "Output file must not be the\r\nsame as the input file.";
+inline constexpr std::string_view kOutputIsInputTitle = "Save File Error";
+inline constexpr std::string_view kOutputIsInputText = "Output file must not be the\r\nsame as the input file.";
 inline constexpr std::string_view kOutputExistsTitle = "File Save Error";
 inline constexpr std::string_view kOutputExistsText = "already exits and would be overwritten.";
 inline constexpr std::string_view kFormatErrorTitle = "File Format Error";
-inline constexpr std::string_view kNotRecordFileText = "This does not appear to be a filtered record file.";
+inline constexpr std::string_view kNotFilteredText = "This does not appear to be a filtered record file.";
 
 // How a tool words the refusals: the line breaks between the file's name and the
 // text of the zero-length and the existing-output messages.
