@@ -3,12 +3,22 @@
 
 #include <array>
 
+#include "forms/frm_diction.h"
+#include "forms/frm_qbf.h"
+#include "forms/frm_rank.h"
+#include "forms/frm_sort.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{1700, &FrmQBF::Open},
+    OwnCommand{1800, &FrmRank::Open},
+    OwnCommand{1900, &FrmSort::Open},
+    OwnCommand{2100, &FrmDiction::Run},
+};
 
 }  // namespace
 
