@@ -33,50 +33,60 @@ struct WordRec {
 };
 
 // Words to their first element, by hashing, for the no-limits mode. Finds what the
-// search in order would find first.
+// search in order would find first. A slot keeps the word's hash beside the element
+// number, so that a probe rarely looks at the element itself.
 class WordIndex {
  public:
-  int32_t find(std::string_view word) const {
+  static uint64_t hash(std::string_view s) {
+    uint64_t h = 1469598103934665603ull;
+    for (char c : s) h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
+    return h ^ (h >> 29);
+  }
+  int32_t find(std::string_view word, uint64_t h) const {
     if (slots_.empty()) return 0;
-    for (std::size_t i = hash(word) & mask_;; i = (i + 1) & mask_) {
-      const int32_t at = slots_[i];
-      if (at == 0) return 0;
-      if ((*words_)[static_cast<std::size_t>(at)].word == word) return at;
+    const auto tag = static_cast<uint32_t>(h >> 32);
+    for (std::size_t i = h & mask_;; i = (i + 1) & mask_) {
+      const Slot& slot = slots_[i];
+      if (slot.at == 0) return 0;
+      if (slot.tag == tag && (*words_)[static_cast<std::size_t>(slot.at)].word == word) return slot.at;
     }
   }
+  int32_t find(std::string_view word) const { return find(word, hash(word)); }
   // Notes element `at` under its word, unless an earlier element has the word already.
   void add(const std::vector<WordRec>& words, int32_t at) {
     words_ = &words;
     if (static_cast<std::size_t>(used_ + 1) * 2 > slots_.size()) grow();
     const std::string& word = words[static_cast<std::size_t>(at)].word;
-    for (std::size_t i = hash(word) & mask_;; i = (i + 1) & mask_) {
-      if (slots_[i] == 0) {
-        slots_[i] = at;
+    const uint64_t h = hash(word);
+    const auto tag = static_cast<uint32_t>(h >> 32);
+    for (std::size_t i = h & mask_;; i = (i + 1) & mask_) {
+      Slot& slot = slots_[i];
+      if (slot.at == 0) {
+        slot = {at, tag};
         ++used_;
         return;
       }
-      if (words[static_cast<std::size_t>(slots_[i])].word == word) return;
+      if (slot.tag == tag && words[static_cast<std::size_t>(slot.at)].word == word) return;
     }
   }
 
  private:
-  static std::size_t hash(std::string_view s) {
-    uint64_t h = 1469598103934665603ull;
-    for (char c : s) h = (h ^ static_cast<unsigned char>(c)) * 1099511628211ull;
-    return static_cast<std::size_t>(h ^ (h >> 29));
-  }
+  struct Slot {
+    int32_t at = 0;
+    uint32_t tag = 0;
+  };
   void grow() {
-    std::vector<int32_t> old;
+    std::vector<Slot> old;
     old.swap(slots_);
-    slots_.assign(old.empty() ? 1024 : old.size() * 2, 0);
+    slots_.assign(old.empty() ? 1024 : old.size() * 2, Slot{});
     mask_ = slots_.size() - 1;
     used_ = 0;
-    for (int32_t at : old)
-      if (at != 0) add(*words_, at);
+    for (const Slot& slot : old)
+      if (slot.at != 0) add(*words_, slot.at);
   }
 
   const std::vector<WordRec>* words_ = nullptr;
-  std::vector<int32_t> slots_;
+  std::vector<Slot> slots_;
   std::size_t mask_ = 0;
   int32_t used_ = 0;
 };
@@ -98,6 +108,7 @@ class OmitList {
       for (int32_t i = 1; i < static_cast<int32_t>(entries_.size()); ++i) index_.add(entries_, i);
     large_ = large;
   }
+  bool empty() const { return entries_.size() <= 1; }
   bool has(std::string_view word) const {
     if (large_) return index_.find(word) != 0;
     for (std::size_t i = 1; i < entries_.size(); ++i)
@@ -154,11 +165,6 @@ class WordTable {
   std::vector<WordRec> words_;
   WordIndex index_;
 };
-
-void toLower(std::string& s) {
-  for (char& c : s)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-}
 
 // Writes elements first..last of `words` as one group, alphabetized.
 void writeGroup(TextOut& dic, const std::vector<WordRec>& words, int32_t first, int32_t last, bool large) {
@@ -238,8 +244,8 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
           while (end < text.size() && !delims.has(text[end])) ++end;
           word.assign(text.substr(at, end - at));
           at = end;
-          toLower(word);
-          if (omit.has(word)) continue;
+          LowerInPlace(word.data(), word.size());
+          if (!omit.empty() && omit.has(word)) continue;
           if (table.count(word)) panels.uniqueWords(table.unique());
         }
       }

@@ -116,14 +116,14 @@ class Query {
     for (int32_t n = 1; n <= lines; ++n) {
       panels_.recordLine(n);
       pro.readLine(line);
-      toUpper(line);
+      UpperInPlace(line);
       ++runningLine;
       job_.progress.lineDone(runningLine, job_.state.glLineCount);
       for (std::size_t i = 0; i < 9; ++i) {
         const Term& t = terms_[i];
         if (t.empty() || hits.term[i]) continue;
         // The plain search decides whether the line is split into words at all.
-        if (line.find(t.text) == std::string::npos) continue;
+        if (!LineHolds(line, t.text)) continue;
         if (FirstMatch(line, t, delims_, true)) hits.term[i] = true;
       }
       for (std::size_t nest = 0; nest < 3; ++nest)
@@ -141,11 +141,6 @@ class Query {
   }
 
  private:
-  static void toUpper(std::string& s) {
-    for (char& c : s)
-      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-
   Job& job_;
   AnalysisProgress& panels_;
   DelimiterSet delims_;

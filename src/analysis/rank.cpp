@@ -27,11 +27,6 @@ struct RankRec {
 bool printable(char c) { return c > ' ' && c < 127; }
 bool letterOrDigit(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
 
-void toUpper(std::string& s) {
-  for (char& c : s)
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-}
-
 JobResult noCommand() {
   JobResult none;
   none.outcome = JobOutcome::NoCommand;
@@ -113,11 +108,11 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       for (int32_t n = 1; n <= lines; ++n) {
         panels.recordLine(n);
         pro.readLine(line);
-        toUpper(line);
+        UpperInPlace(line);
         job.progress.lineDone(++running, glLineCount);
         for (std::size_t i = 0; i < kRankSlots; ++i) {
           const Term& t = terms[i];
-          if (t.empty() || line.find(t.text) == std::string::npos) continue;
+          if (t.empty() || !LineHolds(line, t.text)) continue;
           const int32_t matches = CountMatches(line, t, delims, !large);
           if (matches == 0) continue;
           Add32(total, static_cast<int64_t>(matches) * giRankWt[i]);

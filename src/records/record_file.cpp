@@ -19,7 +19,7 @@ namespace {
 
 constexpr int32_t kTypeMismatch = 13;
 constexpr std::size_t kReadChunk = 1 << 16;
-constexpr std::size_t kSmallRead = 1 << 12;  // the least read for a record fetched out of order
+constexpr std::size_t kSmallRead = 1 << 9;  // the least read for a record fetched out of order
 constexpr int32_t kWalkBlock = 1024;  // index records read and written at once
 
 class Fd {

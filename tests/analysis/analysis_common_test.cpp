@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <regex>
 
 #include "analysis/exchange_sort.h"
 #include "analysis/select_record_file.h"
 #include "analysis_test_support.h"
 #include "core/error.h"
+#include "core/text.h"
 
 namespace zv {
 namespace {
@@ -44,6 +46,58 @@ TEST(AnalysisWords, TermsMeetWholeWordsOrTheirBeginnings) {
   }
   EXPECT_EQ(CountMatches("COST COSTS COST", PrepareTerm("cost"), delims, true), 2);
   EXPECT_EQ(CountMatches("COST COSTS COST", PrepareTerm("cost*"), delims, true), 3);
+}
+
+// The words of a line as the parse table cuts them: trimmed, cut at every delimiter.
+std::vector<std::string> CutWords(const std::string& line) {
+  std::vector<std::string> words{""};
+  for (char c : std::string(TrimBlanks(line))) {
+    if (DelimiterSet(kSearchDelims).has(c))
+      words.emplace_back();
+    else
+      words.back() += c;
+  }
+  return words;
+}
+
+TEST(AnalysisWords, MatchesAreTheWordsTheLineIsCutInto) {
+  // Random lines of words, delimiters, hyphens and near misses, against the words cut
+  // one by one.
+  const DelimiterSet delims(kSearchDelims);
+  std::mt19937 random(9);
+  const char* pieces[] = {"COST", "COSTS", "CO", "XCOST", "COST-X", " ", ", ", "(", ")", "..", "-", "?", "\t", "A"};
+  for (int i = 0; i < 3000; ++i) {
+    std::string line;
+    for (auto k = 0u, n = static_cast<unsigned>(random() % 12); k < n; ++k) line += pieces[random() % std::size(pieces)];
+    for (const char* typed : {"cost", "cost*", "co*", "cost-x", "cost,"}) {
+      const Term t = PrepareTerm(typed);
+      int32_t expected = 0;
+      for (const std::string& w : CutWords(line)) expected += WordMatches(w, t) ? 1 : 0;
+      ASSERT_EQ(CountMatches(line, t, delims, true), expected) << '"' << line << "\" / " << typed;
+      ASSERT_EQ(FirstMatch(line, t, delims, true), expected > 0) << '"' << line << "\" / " << typed;
+    }
+  }
+}
+
+TEST(AnalysisWords, ThePlainSearchFindsATermAtEveryPlaceOfALine) {
+  // Every place of lines of every length up to three blocks, against find().
+  std::mt19937 random(5);
+  for (std::size_t n = 0; n <= 48; ++n) {
+    for (const std::string part : {"C", "CO", "COS", "COST", "COSTEFFECTIVE12345"}) {
+      for (std::size_t at = 0; at + part.size() <= n; ++at) {
+        std::string line(n, 'x');
+        for (char& c : line) c = "COSTxy "[random() % 7];  // near misses all round
+        line.replace(at, part.size(), part);
+        EXPECT_TRUE(LineHolds(line, part)) << line << " / " << part;
+      }
+      std::string none(n, 'C');
+      if (part.size() > 1) {
+        EXPECT_EQ(LineHolds(none, part), none.find(part) != std::string::npos) << n << part;
+      }
+      EXPECT_EQ(LineHolds(std::string(n, 'y'), part), false);
+    }
+  }
+  EXPECT_TRUE(LineHolds("ABC", ""));
 }
 
 TEST(AnalysisWords, ALineBeyondSixteenBitsOverflowsOnlyWithTheLimits) {
