@@ -83,6 +83,15 @@ int16_t Narrow16(int64_t value);
 // The line count of a record, endLine - startLine + 1, held in 16 bits unless `large`.
 int32_t RecordLines(int64_t startLine, int64_t endLine, bool large);
 
+// Where a record is read from for writing, its bytes and its lines. Without size
+// limits the tools keep one for each record as they first read it, so that writing
+// in a new order needs no second look at the index.
+struct RecordExtent {
+  int64_t start = 0;
+  int32_t byteLen = 0;
+  int32_t lines = 0;
+};
+
 // Line 2 of the .TBL and the .DIC: the date, three blanks, the time, as short forms
 // ("05/14/2024   14:03:07"). Tests pass a fixed time; nothing means now.
 std::string ReportDateLine(std::optional<std::time_t> when);

@@ -7,7 +7,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "analysis/analysis_common.h"
 #include "core/error.h"
+#include "records/record_file.h"
 
 namespace zv {
 
@@ -67,6 +69,11 @@ const IndexRec& IndexReader::get(int32_t k) {
   rec_ = DecodeIndexRec(block_.data() + static_cast<std::size_t>(k - blockFirst_) * kIndexRecLen);
   current_ = k;
   return rec_;
+}
+
+RecordExtent WriteExtent(IndexReader& ndx, int32_t r) {
+  const IndexRec& rec = ndx.get(r);
+  return {RecordStart(r, rec), rec.byteLen, RecordLines(rec.startLine, rec.endLine, false)};
 }
 
 }  // namespace zv

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/analysis_common.h"
 #include "core/index_rec.h"
 
 namespace zv {
@@ -35,5 +36,9 @@ class IndexReader {
   int32_t current_ = 0;     // the record decoded into rec_
   IndexRec rec_;
 };
+
+// Record r as a writer reads it: from byte 0 for record 1, else its startByte; its
+// lines held in 16 bits.
+RecordExtent WriteExtent(IndexReader& ndx, int32_t r);
 
 }  // namespace zv

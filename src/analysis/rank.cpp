@@ -92,6 +92,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
     std::vector<RankRec> gRankRec(static_cast<std::size_t>(glRecCount) + 1);
     for (int32_t k = 1; k <= glRecCount; ++k) gRankRec[static_cast<std::size_t>(k)].recNum = k;
 
+    std::vector<RecordExtent> extents(large ? static_cast<std::size_t>(glRecCount) + 1 : 0);
     const DelimiterSet delims(kSearchDelims);
     RecordReader pro(job.state.gsProFile);
     std::string line;
@@ -104,6 +105,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
+      if (large) extents[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines};
       int32_t& total = gRankRec[static_cast<std::size_t>(k)].total;
       for (int32_t n = 1; n <= lines; ++n) {
         panels.recordLine(n);
@@ -138,11 +140,10 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
     int32_t written = 0;
     for (int32_t p = 1; p <= glRecCount; ++p) {
       const int32_t r = gRankRec[static_cast<std::size_t>(p)].recNum;
-      const IndexRec& rec = ndx.get(r);
-      pro.seek(RecordStart(r, rec), rec.byteLen);
+      const RecordExtent e = large ? extents[static_cast<std::size_t>(r)] : WriteExtent(ndx, r);
+      pro.seek(e.start, e.byteLen);
       job.progress.recordDone(p);
-      const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
-      for (int32_t n = 1; n <= lines; ++n) {
+      for (int32_t n = 1; n <= e.lines; ++n) {
         panels.recordLine(n);
         job.progress.lineDone(++written, glLineCount);
         pro.readLine(line);

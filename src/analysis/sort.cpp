@@ -80,6 +80,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
     std::vector<SortRec> gSortRec(static_cast<std::size_t>(glRecCount) + 1);
     for (int32_t k = 1; k <= glRecCount; ++k) gSortRec[static_cast<std::size_t>(k)].recNum = k;
 
+    std::vector<RecordExtent> extents(large ? static_cast<std::size_t>(glRecCount) + 1 : 0);
     RecordReader pro(job.state.gsProFile);
     std::string line;
     for (int32_t k = 1; k <= glRecCount; ++k) {
@@ -91,6 +92,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
+      if (large) extents[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines};
       SortRec& e = gSortRec[static_cast<std::size_t>(k)];
       for (int32_t n = 1; n <= lines; ++n) {
         panels.recordLine(n);
@@ -122,11 +124,10 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
     for (int32_t p = 1; p <= glRecCount; ++p) {
       const int32_t r = gSortRec[static_cast<std::size_t>(p)].recNum;
       job.state.glRecNum = r;
-      const IndexRec& rec = ndx.get(r);
-      pro.seek(RecordStart(r, rec), rec.byteLen);
+      const RecordExtent e = large ? extents[static_cast<std::size_t>(r)] : WriteExtent(ndx, r);
+      pro.seek(e.start, e.byteLen);
       job.progress.recordDone(p);
-      const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
-      for (int32_t n = 1; n <= lines; ++n) {
+      for (int32_t n = 1; n <= e.lines; ++n) {
         panels.recordLine(n);
         job.progress.lineDone(++written, glLineCount);
         pro.readLine(line);
