@@ -95,7 +95,7 @@ RecordFile taggedPro(const std::string& stem) {
     std::mt19937 random(17);
     for (int32_t k = 1; k <= kExchangeRecords; ++k) {
       std::string name;
-      for (uint32_t i = 0, n = 4 + random() % 12; i < n; ++i) name += static_cast<char>((i ? 'a' : 'A') + random() % 26);
+      for (auto i = 0u, n = 4 + static_cast<unsigned>(random() % 12); i < n; ++i) name += static_cast<char>((i ? 'a' : 'A') + random() % 26);
       out.line("Record - " + std::to_string(k));
       out.blank();
       out.line("AU - " + name + ", " + static_cast<char>('A' + random() % 26) + ".");
@@ -189,7 +189,7 @@ std::vector<Key> exchangeKeys() {
   std::mt19937 random(23);
   for (int32_t k = 1; k <= kExchangeRecords; ++k) {
     keys[static_cast<std::size_t>(k)].recNum = k;
-    for (uint32_t i = 0, n = 4 + random() % 12; i < n; ++i)
+    for (auto i = 0u, n = 4 + static_cast<unsigned>(random() % 12); i < n; ++i)
       keys[static_cast<std::size_t>(k)].key += static_cast<char>((i ? 'a' : 'A') + random() % 26);
   }
   return keys;

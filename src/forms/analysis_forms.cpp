@@ -5,12 +5,14 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QProgressBar>
 
 #include "analysis/qbf.h"
+#include "core/files.h"
+#include "core/input_file.h"
+#include "forms/file_dialogs.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_indexing.h"
 #include "forms/frm_main.h"
@@ -20,11 +22,6 @@
 namespace zv::forms {
 
 namespace {
-
-AnalysisFileChooser& chooser() {
-  static AnalysisFileChooser c;
-  return c;
-}
 
 // frmIndexing as the observer of the opening job: the index builder's counters, and
 // its Cancel raising the interrupt.
@@ -61,20 +58,9 @@ class HintFilter final : public QObject {
 
 }  // namespace
 
-void SetAnalysisFileChooser(AnalysisFileChooser c) { chooser() = std::move(c); }
-
 std::string ChooseAnalysisFile(QWidget* parent, FileDialogKind kind, std::string_view dialogFilter) {
-  const QString filters = FrmFilter::NameFilters(dialogFilter).join(QStringLiteral(";;"));
-  QString path;
-  if (chooser()) {
-    path = chooser()(kind, filters);
-  } else if (kind == FileDialogKind::Open) {
-    path = QFileDialog::getOpenFileName(parent, QStringLiteral("Open"), QDir::currentPath(), filters);
-  } else {
-    // The checks of the tool, not the dialog's, decide about an existing file.
-    path = QFileDialog::getSaveFileName(parent, QStringLiteral("Save As"), QDir::currentPath(), filters, nullptr,
-                                        QFileDialog::DontConfirmOverwrite);
-  }
+  const QString path =
+      kind == FileDialogKind::Open ? GetOpenFileName(parent, dialogFilter) : GetSaveFileName(parent, dialogFilter);
   if (path.isEmpty()) return {};
   const QFileInfo info(path);
   if (info.dir().exists()) QDir::setCurrent(info.absolutePath());
@@ -87,6 +73,11 @@ bool SelectRecordFileDialog(FrmMain& frmMain, int32_t openNumber) {
   for (;;) {
     const std::string name = ChooseAnalysisFile(&frmMain, FileDialogKind::Open, kRecordFileDialogFilter);
     if (name.empty()) return false;
+    // The dialog takes any name; one that is not there is said so, as the others are.
+    if (!Exist(name)) {
+      ShowMessage(&frmMain, MsgIcon::Warning, kFileNotFoundTitle, kFileNotFoundText);
+      continue;
+    }
     const JobResult opened = frmMain.runJob(openNumber, RecordFileName{name}, indexing);
     frmIndexing.indexingClosed();
     switch (opened.outcome) {

@@ -22,18 +22,14 @@ namespace zv::forms {
 
 class FrmMain;
 
-// The open and save dialogs of the content tools. Tests answer them with a chooser:
-// it gets the kind and the dialog's filters and returns a path, or "" for Cancel.
+// The open or save dialog of a content tool (file_dialogs.h, which tests answer): the
+// chosen path, its folder becoming the current directory as the system's dialog
+// leaves it, or "" when cancelled.
 enum class FileDialogKind { Open, Save };
-using AnalysisFileChooser = std::function<QString(FileDialogKind kind, const QString& nameFilters)>;
-void SetAnalysisFileChooser(AnalysisFileChooser chooser);
-
-// Shows the dialog; the chosen path (its folder becoming the current directory, as
-// the system's dialog leaves it), or "" when cancelled.
 std::string ChooseAnalysisFile(QWidget* parent, FileDialogKind kind, std::string_view dialogFilter);
 
 // SelectRecordFile with the dialog: the open dialog until a name passes the checks
-// (each refusal shown as a warning), then command `openNumber` (1700, 1800, 1900)
+// (each refusal shown as a warning; a name that is not there, "File not found."), then command `openNumber` (1700, 1800, 1900)
 // indexes a chosen .PRO in frmIndexing. False when the user cancelled the dialog or
 // the indexing, when the record file has fewer than two labels (the stop message is
 // shown), or on an error (frmError); the job state then holds no names.

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/files.h"
+#include "core/input_file.h"
 #include "forms/center_form.h"
 #include "forms/frm_main.h"
 #include "forms/frm_startup.h"
@@ -25,8 +27,14 @@ FrmDiction& FrmDiction::Of(FrmMain& frmMain) {
 }
 
 void FrmDiction::Run(FrmMain& frmMain, const Command&) {
-  const std::string input = ChooseAnalysisFile(&frmMain, FileDialogKind::Open, kDictionDialogFilter);
-  if (input.empty()) return;
+  std::string input;
+  for (;;) {
+    input = ChooseAnalysisFile(&frmMain, FileDialogKind::Open, kDictionDialogFilter);
+    if (input.empty()) return;
+    // The dialog takes any name; one that is not there is said so.
+    if (Exist(input)) break;
+    ShowMessage(&frmMain, MsgIcon::Warning, kFileNotFoundTitle, kFileNotFoundText);
+  }
   DictionParams params;
   params.gsInFile = input;
   params.gsOmitFile = OmitFileIn(QFile::encodeName(AppPath()).toStdString());

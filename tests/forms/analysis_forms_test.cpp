@@ -13,6 +13,7 @@
 #include "forms/frm_qbf.h"
 #include "forms/frm_rank.h"
 #include "forms/frm_sort.h"
+#include "forms/file_dialogs.h"
 #include "forms_test_support.h"
 
 using namespace zv::forms;
@@ -40,13 +41,14 @@ struct Tools : WorkDir, MainFixture {
   QStringList asked;  // "open: filters" or "save: filters", each time a dialog came up
   Tools() {
     WriteText(file("r.PRO"), kPro);
-    SetAnalysisFileChooser([this](FileDialogKind kind, const QString& filters) {
-      QStringList& list = kind == FileDialogKind::Open ? opens : saves;
-      asked << (kind == FileDialogKind::Open ? "open: " : "save: ") + filters;
+    SetFileDialogAnswer([this](const FileDialogRequest& request) {
+      const bool open = request.mode == FileDialogMode::Open;
+      QStringList& list = open ? opens : saves;
+      asked << (open ? "open: " : "save: ") + request.nameFilters.join(";;");
       return list.isEmpty() ? QString() : list.takeFirst();
     });
   }
-  ~Tools() { SetAnalysisFileChooser({}); }
+  ~Tools() { SetFileDialogAnswer({}); }
   void toolbar(int index) { Child<QToolButton>(*frmMain, QStringLiteral("cmdTB_Content_%1").arg(index))->click(); }
   QString text(QObject& form, const char* name) { return Child<QLabel>(form, name)->text(); }
   // Clicks `button` at the job's first yield (the interrupt raised before the job
@@ -92,8 +94,10 @@ class TestAnalysisForms : public QObject {
     Tools t;
     WriteText(t.file("notes.txt"), kPro);
     WriteText(t.file("one.PRO"), "Record - 1\r\n\r\nONLY\r\n");
-    t.opens = {t.file("notes.txt"), t.file("one.PRO")};
+    t.opens = {t.file("gone.PRO"), t.file("notes.txt"), t.file("one.PRO")};
     t.toolbar(1);
+    QCOMPARE(t.log.said().first(), "File Open Error: File not found.");
+    t.log.messages.removeFirst();
     QCOMPARE(t.log.messages.size(), 2);
     QCOMPARE(t.log.messages[0].title, "Not a .PRO or .NDX File");
     QVERIFY(t.log.messages[0].text.contains("The search requires that you specify"));
@@ -101,7 +105,7 @@ class TestAnalysisForms : public QObject {
     // Fewer than two labels: the stop message, and the tool is left.
     QCOMPARE(t.log.messages[1].title, "File Format Error");
     QCOMPARE(t.log.messages[1].icon, MsgIcon::Critical);
-    QCOMPARE(t.asked.size(), 2);
+    QCOMPARE(t.asked.size(), 3);
     QVERIFY(t.frmMain->mainEnabled());
     QVERIFY(!FrmQBF::Of(*t.frmMain).isVisible());
   }

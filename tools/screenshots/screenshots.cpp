@@ -1,14 +1,18 @@
 // Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
-// frmMain's timing panels after it, the sifter on a record, the content tools after their
-// jobs, the About box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR (under xvfb-run).
+// frmMain's timing panels after it, the sifter on a record with its keep list, the
+// content tools after their jobs, the About box, a message box and a first start.
+// Usage: zv_forms_screenshots OUTPUT_DIR under xvfb-run; with a window manager running
+// in that display (twm will do), the message box is taken with its title bar.
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 #include "forms/analysis_forms.h"
+#include "forms/file_dialogs.h"
 #include "forms/frm_about.h"
 #include "forms/frm_diction.h"
 #include "forms/frm_qbf.h"
@@ -27,6 +31,18 @@ namespace {
 void save(QWidget& w, const QString& dir, const QString& name) {
   QTest::qWait(200);
   if (!w.grab().save(QDir(dir).filePath(name))) qFatal("cannot save %s", qPrintable(name));
+}
+
+// The window as the screen shows it, with the frame and title bar a window manager
+// put around it.
+void saveFramed(QWidget& w, const QString& dir, const QString& name) {
+  QTest::qWait(400);
+  // A window manager that does not tell the frame's extents (twm) still draws one:
+  // take a title bar's height above the window and a border around it.
+  QRect frame = w.frameGeometry();
+  if (frame == w.geometry()) frame.adjust(-4, -26, 4, 4);
+  const QPixmap shot = w.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+  if (!shot.save(QDir(dir).filePath(name))) qFatal("cannot save %s", qPrintable(name));
 }
 
 }  // namespace
@@ -85,8 +101,8 @@ int main(int argc, char* argv[]) {
   // The content tools on the run's .PRO, each after its job.
   const QString pro = work.file(QStringLiteral("session.PRO"));
   QStringList saves{work.file(QStringLiteral("wetland.QRY"))};
-  SetAnalysisFileChooser([&](FileDialogKind kind, const QString&) {
-    return kind == FileDialogKind::Save ? saves.value(0) : pro;
+  SetFileDialogAnswer([&](const FileDialogRequest& request) {
+    return request.mode == FileDialogMode::Save ? saves.value(0) : pro;
   });
   MessageLog quiet;  // Diction's note that there is no omit list
   w.RunCommand(1700);
@@ -100,7 +116,7 @@ int main(int argc, char* argv[]) {
   w.RunCommand(1800);
   FrmRank& rank = FrmRank::Of(w);
   const char* rankBoxes[][2] = {{"txtRankTerm1", "peat*"}, {"txtRankWt1", "3"}, {"txtRankTerm2", "methane"},
-                            {"txtRankWt2", "5"}, {"txtRankTerm3", "water"}, {"txtRankWt3", "1"}};
+                                {"txtRankWt2", "5"},       {"txtRankTerm3", "water"}, {"txtRankWt3", "1"}};
   for (const auto& [box, text] : rankBoxes) QTest::keyClicks(rank.findChild<QLineEdit*>(QLatin1String(box)), QLatin1String(text));
   rank.cmdBeginClick();
   save(rank, out, QStringLiteral("rank.png"));
@@ -116,12 +132,20 @@ int main(int argc, char* argv[]) {
   w.RunCommand(2100);
   save(FrmDiction::Of(w), out, QStringLiteral("diction.png"));
   FrmDiction::Of(w).findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
-  SetAnalysisFileChooser({});
+  SetFileDialogAnswer({});
 
   FrmAbout about(&w);
   about.show();
   save(about, out, QStringLiteral("about.png"));
   about.hide();
+
+  // A message box whose text is shorter than its title.
+  const std::unique_ptr<QMessageBox> box =
+      MakeMessageBox(&w, MsgIcon::Warning, QStringLiteral("File Open Error"), QStringLiteral("File not found."),
+                     QMessageBox::Ok);
+  box->show();
+  saveFramed(*box, out, QStringLiteral("message_box.png"));
+  box->hide();
 
   // A first start: no settings, so the window has the old default size.
   QTemporaryDir settings;
