@@ -12,6 +12,8 @@
 #include "filters/ovid.h"
 #include "filters/stn.h"
 #include "records/sifter.h"
+#include "viewer/file_view.h"
+#include "viewer/split.h"
 
 namespace zv {
 
@@ -59,6 +61,9 @@ constexpr std::array kCommands{
     Command{kJump, "Jump", "", "", "Go to a record by its number", &Jump, CommandInput::Sifter},
     Command{kFindText, "FindText", "", "", "Find a text in the record on display", &FindText, CommandInput::Sifter},
     Command{kRepeatSearch, "RepeatSearch", "", "", "Find the same text again further on", &RepeatSearch, CommandInput::Sifter},
+    Command{kOpenFileView, "OpenFileView", "", "", "Check a file chosen for the file viewer", &OpenFileView, CommandInput::Own},
+    Command{kSplitFile, "SplitFile", "split", "", "Split a file at a line into two new files", &SplitFileCommand,
+            CommandInput::Own},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };

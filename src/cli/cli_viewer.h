@@ -1,0 +1,11 @@
+// The command line's viewer commands: split.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace zv::cli {
+
+// zorvanta-cli split FILE --at LINE --first OUT1 --second OUT2
+void AddViewerCommands(CLI::App& app, int& exitCode);
+
+}  // namespace zv::cli
