@@ -74,6 +74,7 @@ class FrmMain : public QMainWindow {
   JobResult runJob(int32_t commandNumber, std::any params, JobProgress& progress);
 
   JobState& job() { return job_; }
+  SettingsStore& store() { return store_; }
   FrmFilter& frmFilter() { return *frmFilter_; }
   FrmSettings& frmSettings() { return *frmSettings_; }
   FrmSift& frmSift() { return *frmSift_; }

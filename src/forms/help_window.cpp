@@ -351,12 +351,15 @@ void ShowHelp(QWidget* parent, const QString& page) {
 HelpWindow* ExistingHelpWindow() { return gHelpWindow.data(); }
 
 QString HelpPageForContext(int context) {
-  // The sifter's window, its Keep and Order menus, and the sifter as a whole.
+  // The sifter's window, its Keep and Order menus, and the sifter as a whole; the
+  // file viewer and its Split dialog.
   static const QHash<int, QString> kPages{
       {116, QStringLiteral("sift.html")},
       {120, QStringLiteral("sift.html#window")},
       {121, QStringLiteral("sift.html#keeping")},
       {122, QStringLiteral("sift.html#ordering")},
+      {130, QStringLiteral("viewer.html")},
+      {131, QStringLiteral("split.html")},
   };
   return kPages.value(context, QStringLiteral("index.html"));
 }

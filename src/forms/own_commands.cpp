@@ -3,12 +3,17 @@
 
 #include <array>
 
+#include "forms/frm_file_view.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{2900, &RunOpenFileView},
+    OwnCommand{2901, &RunSplitFile},
+};
 
 }  // namespace
 

@@ -5,6 +5,7 @@
 
 #include "core/error.h"
 #include "core/files.h"
+#include "core/input_file.h"
 #include "core/text.h"
 #include "records/record_file.h"
 
@@ -126,8 +127,10 @@ JobResult OpenFileView(CommandContext& context) {
     result.outcome = JobOutcome::NoCommand;
     return result;
   }
-  if (Exist(params->path) == 0) throw ZvError(err::kFileNotFound, ErrorText(err::kFileNotFound), params->path);
-  if (FileSize(params->path) == 0) {
+  if (Exist(params->path) == 0) {
+    result.outcome = JobOutcome::Refused;
+    result.message = Message{std::string(kFileNotFoundTitle), std::string(kFileNotFoundText)};
+  } else if (FileSize(params->path) == 0) {
     result.outcome = JobOutcome::Refused;
     result.message = fileview::ZeroLengthMessage(params->path);
   }

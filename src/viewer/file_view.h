@@ -65,7 +65,8 @@ Message ZeroLengthMessage(const std::string& path);
 }  // namespace fileview
 
 // Command 2900: the check of a file chosen for viewing. Done for a file to show;
-// Refused with the zero-length message; Failed (53) for a file that is not there.
+// Refused with the zero-length message, or with "File not found." for a name that
+// is not there (the dialog takes any name typed).
 JobResult OpenFileView(CommandContext& context);
 
 }  // namespace zv

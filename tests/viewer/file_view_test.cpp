@@ -323,7 +323,7 @@ TEST(FileDisplay, AFileThatIsNotThereThrowsAndLeavesTheDisplayEmpty) {
 
 // --- command 2900 ---------------------------------------------------------------------
 
-TEST(OpenFileView, RefusesAZeroLengthFileAndFailsOnAMissingOne) {
+TEST(OpenFileView, RefusesAZeroLengthFileAndAMissingOne) {
   TempDir dir;
   WriteFile(dir.file("empty.log"), "");
   WriteFile(dir.file("full.log"), "x");
@@ -339,8 +339,9 @@ TEST(OpenFileView, RefusesAZeroLengthFileAndFailsOnAMissingOne) {
   EXPECT_EQ(empty.message->text, dir.file("empty.log") + "\r\n\r\nis a zero-length file.");
   EXPECT_EQ(run(dir.file("full.log")).outcome, JobOutcome::Done);
   const JobResult missing = run(dir.file("none.log"));
-  EXPECT_EQ(missing.outcome, JobOutcome::Failed);
-  EXPECT_EQ(job.gsErrNumber, " 53");
+  EXPECT_EQ(missing.outcome, JobOutcome::Refused);
+  ASSERT_TRUE(missing.message.has_value());
+  EXPECT_EQ(missing.message->title + ": " + missing.message->text, "File Open Error: File not found.");
 }
 
 }  // namespace
