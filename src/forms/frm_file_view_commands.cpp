@@ -33,6 +33,8 @@ void setCaptionColour(QWidget* w, const QColor& colour) {
   w->setPalette(p);
 }
 
+constexpr int64_t kMaxCopyBytes = int64_t{64} << 20;
+
 // "Not found" is news, the rest are the user's mistakes.
 MsgIcon iconOf(const Message& m) {
   return m.title == "Text Not Found" || m.title == "Last Record" ? MsgIcon::Information : MsgIcon::Warning;
@@ -178,6 +180,14 @@ void FrmFileView::splitCommand() {
 void FrmFileView::copyCommand() {
   QClipboard* clipboard = QApplication::clipboard();
   clipboard->clear();
+  // Lines selected from the top of a large file to its end would not fit the
+  // clipboard; Split is the way to take such a part.
+  if (display_->display().selLength() > kMaxCopyBytes) {
+    ShowMessage(this, MsgIcon::Warning, QStringLiteral("Copy Error"),
+                QStringLiteral("The selection is too large for the clipboard.  Use Split to write a part of the "
+                               "file to a file of its own."));
+    return;
+  }
   const QString selected = display_->selectedText();
   if (selected.isEmpty()) {
     ShowMessage(this, MsgIcon::None, QStringLiteral("Copy Error"),

@@ -225,6 +225,11 @@ class TestFileView : public QObject {
     t.act(ViewerAction::Bottom);
     QCOMPARE(t.model().topLine(), lines - 20);
     QVERIFY(t.line(lines).startsWith("capture line "));
+    // The whole file selected is more than the clipboard takes.
+    QVERIFY(t.model().selectLines(1, lines));
+    t.act(ViewerAction::Copy);
+    QCOMPARE(t.log.messages.last().title, "Copy Error");
+    QVERIFY(t.log.messages.last().text.startsWith("The selection is too large for the clipboard."));
     t.act(ViewerAction::Exit);
   }
 
