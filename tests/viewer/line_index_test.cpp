@@ -153,6 +153,20 @@ TEST_P(LineIndexTest, BuiltInTheBackgroundAgreesToo) {
   expectAgrees(index, s, r);
 }
 
+TEST_P(LineIndexTest, AnswersBeforeItIsBuiltByCountingFromTheTop) {
+  const std::string& s = GetParam().bytes;
+  const LineIndex index(s);  // never started: the first screen is drawn from this
+  const Reference r = reference(s);
+  EXPECT_EQ(index.lineCount(), 0);
+  for (std::size_t k = 0; k < r.starts.size(); k += 1 + r.starts.size() / 50) {
+    const auto n = static_cast<int64_t>(k + 1);
+    EXPECT_EQ(index.lineStart(n), r.starts[k]) << "line " << n;
+    EXPECT_EQ(index.lineOfOffset(r.starts[k]), n) << "line " << n;
+    const LineSpan span = index.lineSpan(n, int64_t{1} << 30);
+    EXPECT_EQ(span.next, r.nexts[k]) << "line " << n;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Files, LineIndexTest, testing::ValuesIn(indexCases()),
                          [](const testing::TestParamInfo<IndexCase>& p) { return p.param.name; });
 
