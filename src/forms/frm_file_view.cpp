@@ -5,15 +5,16 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
-#include <QFileDialog>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 
 #include "core/error.h"
 #include "core/files.h"
+#include "forms/file_dialogs.h"
 #include "forms/file_display_widget.h"
 #include "forms/frm_big_load.h"
-#include "forms/frm_filter.h"
 #include "forms/frm_main.h"
 #include "forms/frm_options_fonts.h"
 #include "forms/messages.h"
@@ -136,16 +137,8 @@ void FrmFileView::placeChildren() {
 QLabel* FrmFileView::panel(const char* name) const { return findChild<QLabel*>(QLatin1String(name)); }
 
 QString FrmFileView::chooseFile(bool save, std::string_view dialogFilter) {
-  const QString filters = FrmFilter::NameFilters(dialogFilter).join(QStringLiteral(";;"));
   QWidget* parent = isVisible() ? static_cast<QWidget*>(this) : &frmMain_;
-  QString path;
-  if (chooser_) {
-    path = chooser_(save, filters);
-  } else if (save) {
-    path = QFileDialog::getSaveFileName(parent, QStringLiteral("Save As"), QDir::currentPath(), filters);
-  } else {
-    path = QFileDialog::getOpenFileName(parent, QStringLiteral("Open"), QDir::currentPath(), filters);
-  }
+  const QString path = save ? GetSaveFileName(parent, dialogFilter) : GetOpenFileName(parent, dialogFilter);
   // The system's dialog leaves the current directory at the chosen file's folder.
   if (!path.isEmpty() && QFileInfo(path).dir().exists()) QDir::setCurrent(QFileInfo(path).absolutePath());
   return path;
@@ -177,7 +170,8 @@ void FrmFileView::Open(const Command& command) {
     const std::string name = QFile::encodeName(path).toStdString();
     const JobResult checked = frmMain_.runJob(command.number, fileview::ViewFileParams{name}, NoProgress());
     if (checked.outcome == JobOutcome::Refused && checked.message) {
-      ShowMessage(&frmMain_, MsgIcon::Warning, checked.message->title, checked.message->text);
+      ShowMessage(isVisible() ? static_cast<QWidget*>(this) : &frmMain_, MsgIcon::Warning, checked.message->title,
+                  checked.message->text);
       continue;
     }
     if (!checked.done()) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <string>
 
 #include <QDialog>
@@ -60,11 +59,8 @@ class FrmFileView : public QMainWindow, public fileview::FileViewHost {
   // What a menu item or a toolbar button does.
   void doAction(ViewerAction action);
 
-  // Answers the file dialogs instead of showing them: called with whether it is a
-  // save dialog and with the dialog's filters; returns the path, or "" for a cancel.
-  using FileChooser = std::function<QString(bool save, const QString& nameFilters)>;
-  void setFileChooser(FileChooser chooser) { chooser_ = std::move(chooser); }
-  // The open or save dialog with a filter "text|pattern|...".
+  // The open or save dialog with a filter "text|pattern|...": the path chosen, or ""
+  // for a cancel. It takes any name; the checks are the viewer's own.
   QString chooseFile(bool save, std::string_view dialogFilter);
 
   FileDisplayWidget& display() { return *display_; }
@@ -111,7 +107,6 @@ class FrmFileView : public QMainWindow, public fileview::FileViewHost {
 
   FrmMain& frmMain_;
   SettingsStore& store_;
-  FileChooser chooser_;
   FrmBigLoad* frmBigLoad_ = nullptr;
   FrmSplit* frmSplit_ = nullptr;
   FrmOptionsFonts* frmOptionsFonts_ = nullptr;

@@ -3,6 +3,7 @@
 // and leaving; its menus, toolbar and panels.
 #include <QApplication>
 #include <QClipboard>
+#include <QFontDialog>
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -14,6 +15,7 @@
 #include <QToolButton>
 
 #include "forms/app_settings.h"
+#include "forms/file_dialogs.h"
 #include "forms/file_display_widget.h"
 #include "forms/frm_big_load.h"
 #include "forms/frm_file_view.h"
@@ -81,12 +83,14 @@ struct Viewer : WorkDir, MainFixture {
 
   Viewer() {
     WriteText(file("f.PRO"), kPro);
-    v.setFileChooser([this](bool save, const QString&) {
+    SetFileDialogAnswer([this](const FileDialogRequest& request) {
+      const bool save = request.mode == FileDialogMode::Save;
       QStringList& queue = save ? saves : opens;
       if (!save) ++openDialogs;
       return queue.isEmpty() ? QString() : file(queue.takeFirst());
     });
   }
+  ~Viewer() { SetFileDialogAnswer({}); }
   FileDisplayWidget& display() { return v.display(); }
   zv::FileDisplay& model() { return v.display().display(); }
   // The Viewer button of the Utilities toolbar.
@@ -200,7 +204,7 @@ class TestFileView : public QObject {
     WorkDir big;
     const QString path = big.file("big.log");
     writeLargeCapture(path, 400);
-    t.v.setFileChooser([&](bool, const QString&) { return path; });
+    SetFileDialogAnswer([&](const FileDialogRequest&) { return path; });
     QSignalSpy first(&t.display(), &FileDisplayWidget::FirstScreen);
     QSignalSpy loaded(&t.display(), &FileDisplayWidget::LoadComplete);
     t.act(ViewerAction::Open);
@@ -322,6 +326,10 @@ class TestFileView : public QObject {
     QCOMPARE(t.store->GetSetting(kViewerFontsSection, "FontSize"), "17");
     QCOMPARE(t.store->GetSetting(kViewerFontsSection, "FontBold"), SettingBoolText(true));
     QCOMPARE(t.store->GetSetting(kViewerFontsSection, "FontName"), chosen.family());
+    // The real font dialog, over the viewer, lists only fixed faces when asked to.
+    const auto dialog = MakeFontDialog(&t.v, t.display().font(), FontDialogFlags(false, true, false));
+    QVERIFY(dialog->testOption(QFontDialog::MonospacedFonts));
+    QCOMPARE(dialog->parentWidget(), &t.v);
     // The sifter's fonts are left alone.
     QCOMPARE(t.store->GetSetting(kSifterFontsSection, "FontSize", "unset"), "unset");
   }

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include "forms/file_dialogs.h"
 #include "forms/file_display_widget.h"
 #include "forms/frm_file_view.h"
 #include "forms/frm_filter.h"
@@ -57,7 +58,7 @@ int main(int argc, char* argv[]) {
   viewer.resize(860, 600);
   viewer.move(40, 40);
   QString next = work.file(QStringLiteral("session.PRO"));
-  viewer.setFileChooser([&next](bool, const QString&) { return next; });
+  SetFileDialogAnswer([&next](const FileDialogRequest&) { return next; });
   w.RunCommand(2900);
   viewer.display().display().waitForLoad();
   QTest::qWait(100);
