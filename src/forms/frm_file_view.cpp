@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenuBar>
 
 #include "core/error.h"
 #include "core/files.h"
@@ -82,7 +83,10 @@ FrmFileView::FrmFileView(FrmMain& frmMain, SettingsStore& store)
   connect(display_, &FileDisplayWidget::FirstScreen, this, &FrmFileView::hideBigLoad);
   connect(display_, &FileDisplayWidget::MouseMove, this, [this] { display_->setFocus(); });
   central_->installEventFilter(this);
-  resize(860, 600);
+  // Every button of the toolbar whole, and room for a few lines of the file.
+  setMinimumSize(toolbar_->sizeHint().width(),
+                 menuBar()->sizeHint().height() + toolbar_->sizeHint().height() + kHeaderHeight + 120);
+  resize(minimumSize().expandedTo(QSize(860, 600)));
 }
 
 FrmFileView::~FrmFileView() = default;
