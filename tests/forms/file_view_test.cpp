@@ -80,11 +80,13 @@ struct Viewer : WorkDir, MainFixture {
   QStringList opens;  // the open dialog's answers, then its cancel
   QStringList saves;  // the save dialog's answers
   int openDialogs = 0;
+  QStringList openFilters, saveFilters;  // as the last dialog of each kind had them
 
   Viewer() {
     WriteText(file("f.PRO"), kPro);
     SetFileDialogAnswer([this](const FileDialogRequest& request) {
       const bool save = request.mode == FileDialogMode::Save;
+      (save ? saveFilters : openFilters) = request.nameFilters;
       QStringList& queue = save ? saves : opens;
       if (!save) ++openDialogs;
       return queue.isEmpty() ? QString() : file(queue.takeFirst());
@@ -172,6 +174,9 @@ class TestFileView : public QObject {
     QVERIFY(!t.v.isVisible() && t.frmMain->isVisible() && t.frmMain->mainEnabled());
     t.open("f.PRO");
     QCOMPARE(t.openDialogs, 2);
+    QCOMPARE(t.openFilters.size(), 15);
+    QCOMPARE(t.openFilters.first(), "All Files (*)");
+    QCOMPARE(t.openFilters.last(), ".DIC Files (*.dic)");
     QVERIFY(t.v.isVisible() && !t.frmMain->isVisible());
     QCOMPARE(QString::fromStdString(t.frmMain->job().gsInFile), t.file("f.PRO"));
     QCOMPARE(t.line(3), "Title one about a wetland");
@@ -354,6 +359,8 @@ class TestFileView : public QObject {
     QTest::mouseDClick(Child<QLineEdit>(split, "txtSplitFile1"), Qt::LeftButton);
     QTest::mouseDClick(Child<QLineEdit>(split, "txtSplitFile2"), Qt::LeftButton);
     QCOMPARE(Child<QLineEdit>(split, "txtSplitFile2")->text(), t.file("two.pro"));
+    QCOMPARE(t.saveFilters.size(), 11);
+    QCOMPARE(t.saveFilters[2], ".PRO Files (*.PRO *.pro)");
     Child<QPushButton>(split, "cmdSplit")->click();
     QCOMPARE(readAll(t.file("one.pro")), kPro.left(kPro.indexOf("Record - 2")));
     QCOMPARE(readAll(t.file("two.pro")), kPro.mid(kPro.indexOf("Record - 2")));
