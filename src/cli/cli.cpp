@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
 #include "cli/cli_records.h"
@@ -71,10 +72,11 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   std::string footer = "Commands:\n";
   for (const Command& command : CommandTable()) {
-    if (command.input != CommandInput::Capture || command.handler == nullptr) continue;
+    if (command.cliGroup.empty() || command.handler == nullptr || command.input != CommandInput::Capture) continue;
     footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
               " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
   }
+  footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
@@ -121,6 +123,7 @@ int Main(int argc, char** argv) {
 
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+  AddFilterCommands(app, exitCode);
   AddViewerCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(

@@ -52,8 +52,8 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     } cleanUp{job, filter};
 
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
-    // throws away.
-    frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
+    // throws away (a filter that makes no such .PRO leaves it alone).
+    if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<LineReader>(job.gsInFile);
     if (info.makesPro) {
       int32_t glExist = 0;

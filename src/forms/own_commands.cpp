@@ -4,6 +4,8 @@
 #include <array>
 
 #include "forms/frm_file_view.h"
+#include "forms/frm_flt_ad_hoc.h"
+#include "forms/types_dialog.h"
 
 namespace zv::forms {
 
@@ -11,6 +13,8 @@ namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
 constexpr std::array kOwnCommands{
+    OwnCommand{1, &RunFltAdHoc},   OwnCommand{200, &OpenPikTypes},  OwnCommand{201, &BeginTypesJob},
+    OwnCommand{300, &OpenSepTypes}, OwnCommand{301, &BeginTypesJob},
     OwnCommand{2900, &RunOpenFileView},
     OwnCommand{2901, &RunSplitFile},
 };

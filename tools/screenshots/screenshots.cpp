@@ -1,9 +1,12 @@
 // Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
 // frmMain's timing panels after it, the sifter on a record with its keep list, the
-// About box, a message box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR
-// under xvfb-run; with a window manager running in that display (twm will do), the
-// message box is taken with its title bar.
+// About box, a message box, the DIALOG types dialogs after a run, the ad hoc markers
+// and a first start. Usage: zv_forms_screenshots OUTPUT_DIR under xvfb-run; with a
+// window manager running in that display (twm will do), the message box is taken
+// with its title bar.
 #include <QApplication>
+#include <QComboBox>
+#include <QRadioButton>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
@@ -95,6 +98,51 @@ int main(int argc, char* argv[]) {
   about.show();
   save(about, out, QStringLiteral("about.png"));
   about.hide();
+
+  // The DIALOG types dialogs after a run on the types sample, and the ad hoc markers.
+  {
+    const QString types = work.file(QStringLiteral("types.log"));
+    QFile::copy(QStringLiteral(ZV_SAMPLES_DIR "/dialog_types_session.log"), types);
+    w.frmFilter().setFileChooser([types](const QString&) { return types; });
+    const auto type = [](QDialog& d, const char* field, const char* text) {
+      auto* edit = d.findChild<QLineEdit*>(QLatin1String(field));
+      edit->setFocus();
+      QTest::keyClicks(edit, QLatin1String(text));
+    };
+    w.doAction(UiAction::Filter, 200);
+    auto* pik = w.findChild<QDialog*>(QStringLiteral("frmPikTypes"));
+    type(*pik, "txtHowManyTypes", "2");
+    type(*pik, "txtFirstType", "3,ab");
+    type(*pik, "txtSecondType", "kwic");
+    pik->findChild<QPushButton*>(QStringLiteral("cmdBegin"))->click();
+    save(*pik, out, QStringLiteral("pik_types_after_run.png"));
+    pik->findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+
+    w.doAction(UiAction::Filter, 300);
+    auto* sep = w.findChild<QDialog*>(QStringLiteral("frmSepTypes"));
+    type(*sep, "txtHowManyTypes", "3");
+    type(*sep, "txtFirstType", "3,ab");
+    type(*sep, "txtSecondType", "5");
+    type(*sep, "txtThirdType", "kwic");
+    type(*sep, "txtFirstFile", "abstracts");
+    type(*sep, "txtSecondFile", "fulltext");
+    type(*sep, "txtThirdFile", "kwic");
+    sep->findChild<QPushButton*>(QStringLiteral("cmdBegin"))->click();
+    save(*sep, out, QStringLiteral("sep_types_after_run.png"));
+    sep->findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+
+    SetModalRunner([&out](QDialog& d) {
+      d.findChild<QRadioButton*>(QStringLiteral("optBMandEM"))->click();
+      d.findChild<QComboBox*>(QStringLiteral("cboBM"))->setEditText(QStringLiteral("-begin-"));
+      d.findChild<QComboBox*>(QStringLiteral("cboEM"))->setEditText(QStringLiteral("-end-"));
+      d.show();
+      save(d, out, QStringLiteral("adhoc_markers.png"));
+      d.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
+      return static_cast<int>(QDialog::Rejected);
+    });
+    w.doAction(UiAction::Filter, 1);
+    SetModalRunner({});
+  }
 
   // A message box whose text is shorter than its title.
   const std::unique_ptr<QMessageBox> box =
