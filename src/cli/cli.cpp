@@ -78,6 +78,7 @@ int Main(int argc, char** argv) {
   }
   footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
+  footer += ViewerCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
       "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"

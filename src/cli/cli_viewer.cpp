@@ -52,4 +52,9 @@ void AddViewerCommands(CLI::App& app, int& exitCode) {
   split->callback([params, &exitCode] { exitCode = runSplit(*params); });
 }
 
+std::string ViewerCommandsHelp() {
+  return "  zorvanta-cli split FILE --at LINE --first OUT1 --second OUT2\n"
+         "      Lines before LINE to OUT1, LINE and the rest to OUT2, as the viewer's Split; FILE is never changed\n";
+}
+
 }  // namespace zv::cli
