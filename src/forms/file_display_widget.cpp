@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <climits>
 
+#include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -43,7 +44,14 @@ void FileDisplayWidget::Events::LoadComplete() {
   emit w_.LoadComplete();
 }
 
+void FileDisplayWidget::Events::SearchRequest() {
+  emit w_.SearchRequest();
+  // A search through a gigabyte takes a moment: the wait cursor until it ends.
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
 void FileDisplayWidget::Events::SearchComplete() {
+  QApplication::restoreOverrideCursor();
   emit w_.SearchComplete();
   w_.viewport()->update();
 }

@@ -64,7 +64,7 @@ class FileDisplayWidget : public QAbstractScrollArea {
    public:
     explicit Events(FileDisplayWidget& w) : w_(w) {}
     void LoadComplete() override;
-    void SearchRequest() override { emit w_.SearchRequest(); }
+    void SearchRequest() override;
     void SearchComplete() override;
     void TopIndexChange() override;
 
