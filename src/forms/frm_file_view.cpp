@@ -179,6 +179,9 @@ void FrmFileView::Open(const Command& command) {
       continue;
     }
     if (!checked.done()) {
+      // frmError has said why; the main window takes over again.
+      hide();
+      frmMain_.show();
       frmMain_.EnableMain(true);
       return;
     }
