@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/cli_analysis.h"
 #include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
@@ -89,7 +90,7 @@ int Main(int argc, char** argv) {
       "as 4,1,7-9. A .PRO given to keep or order is indexed first, replacing its BASE.NDX. keep first "
       "clears keep marks an earlier sifter session left in the index, and leaves none behind.\n"
       "A progress bar is drawn on stderr when it is a terminal; messages go to stderr.\n"
-      "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
+      "Exit codes: 0 done, 2 usage or refused input, 3 zero records or zero hits, 4 job failed (outputs removed), "
       "130 interrupted (outputs removed).";
   app.footer(footer);
 
@@ -125,6 +126,7 @@ int Main(int argc, char** argv) {
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
   AddFilterCommands(app, exitCode);
+  AddAnalysisCommands(app, exitCode);
   AddViewerCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(

@@ -3,6 +3,10 @@
 
 #include <array>
 
+#include "analysis/diction.h"
+#include "analysis/qbf.h"
+#include "analysis/rank.h"
+#include "analysis/sort.h"
 #include "filters/adhoc.h"
 #include "filters/brs.h"
 #include "filters/datastar.h"
@@ -93,6 +97,16 @@ constexpr std::array kCommands{
     Command{kJump, "Jump", "", "", "Go to a record by its number", &Jump, CommandInput::Sifter},
     Command{kFindText, "FindText", "", "", "Find a text in the record on display", &FindText, CommandInput::Sifter},
     Command{kRepeatSearch, "RepeatSearch", "", "", "Find the same text again further on", &RepeatSearch, CommandInput::Sifter},
+    Command{kOpenQbf, "OpenQBF", "query", "", "Query by Form: records that meet nine terms in three nests (.QRY)",
+            &OpenQbfCommand, CommandInput::Own},
+    Command{kRunQbf, "RunQBF", "", "", "Run the query of the form", &RunQbfCommand, CommandInput::Own},
+    Command{kOpenRank, "OpenRank", "rank", "", "Rank: records ordered by weighted terms (.RNK, .TBL)", &OpenRankCommand,
+            CommandInput::Own},
+    Command{kRunRank, "RunRank", "", "", "Rank the records by the terms of the form", &RunRankCommand, CommandInput::Own},
+    Command{kSort, "Sort", "sort", "", "Sort: records alphabetized on a field tagged at the left margin (.SRT)",
+            &SortCommand, CommandInput::Own},
+    Command{kDiction, "Diction", "diction", "", "Diction: the words of a file by frequency (.DIC)", &DictionCommand,
+            CommandInput::Own},
     Command{kOpenFileView, "OpenFileView", "", "", "Check a file chosen for the file viewer", &OpenFileView, CommandInput::Own},
     Command{kSplitFile, "SplitFile", "split", "", "Split a file at a line into two new files", &SplitFileCommand,
             CommandInput::Own},

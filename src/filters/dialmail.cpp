@@ -68,7 +68,7 @@ class Dialmail final : public LineFilter {
 
 JobResult FilterDialmail(JobState& job, JobProgress& progress, const FilterInput& input) {
   Dialmail filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kDialmailTitle, true}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kDialmailTitle, .makesFsc = true, .countingTitle = kDialmailCountingTitle}, filter);
 }
 
 }  // namespace zv

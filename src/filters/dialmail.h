@@ -10,6 +10,8 @@
 namespace zv {
 
 inline constexpr std::string_view kDialmailTitle = "Filtering DIALMAILed Offline Prints";
+// The title while the capture is counted, before the one above replaces it.
+inline constexpr std::string_view kDialmailCountingTitle = "Filtering DIALMAILed Prints";
 
 // Command 400. Writes gsBaseName .PRO, .NDX and .FSC (the begin and sets blocks; the
 // logoff block never opens in a mailed print).

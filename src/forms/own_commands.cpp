@@ -3,8 +3,12 @@
 
 #include <array>
 
+#include "forms/frm_diction.h"
 #include "forms/frm_file_view.h"
 #include "forms/frm_flt_ad_hoc.h"
+#include "forms/frm_qbf.h"
+#include "forms/frm_rank.h"
+#include "forms/frm_sort.h"
 #include "forms/types_dialog.h"
 
 namespace zv::forms {
@@ -15,6 +19,10 @@ namespace {
 constexpr std::array kOwnCommands{
     OwnCommand{1, &RunFltAdHoc},   OwnCommand{200, &OpenPikTypes},  OwnCommand{201, &BeginTypesJob},
     OwnCommand{300, &OpenSepTypes}, OwnCommand{301, &BeginTypesJob},
+    OwnCommand{1700, &FrmQBF::Open},
+    OwnCommand{1800, &FrmRank::Open},
+    OwnCommand{1900, &FrmSort::Open},
+    OwnCommand{2100, &FrmDiction::Run},
     OwnCommand{2900, &RunOpenFileView},
     OwnCommand{2901, &RunSplitFile},
 };

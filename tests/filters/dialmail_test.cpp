@@ -81,6 +81,9 @@ TEST(DialmailSample, FindsTheFourPrintsAndTheirStrategy) {
   const auto run =
       test::RunFilterOn(&FilterDialmail, dir, test::ReadFile(ZV_SAMPLES_DIR "/dialmail_session.log"), "mail.log", &host);
   ASSERT_EQ(run.outcome, JobOutcome::Done);
+  // "Prints" while the capture is counted, "Offline Prints" for the rest of the job.
+  ASSERT_FALSE(host.captions.empty());
+  EXPECT_EQ(host.captions.front(), "Filtering DIALMAILed Prints");
   EXPECT_EQ(host.title, "Filtering DIALMAILed Offline Prints");
   ASSERT_EQ(run.ndx.size(), 4u);
   EXPECT_TRUE(test::IndexAgreesWithPro(run.pro, run.ndx));
