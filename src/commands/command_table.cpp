@@ -21,6 +21,8 @@
 #include "filters/stn.h"
 #include "polish/polish_commands.h"
 #include "records/sifter.h"
+#include "viewer/file_view.h"
+#include "viewer/split.h"
 
 namespace zv {
 
@@ -106,6 +108,7 @@ constexpr std::array kCommands{
             &SortCommand, CommandInput::Own},
     Command{kDiction, "Diction", "diction", "", "Diction: the words of a file by frequency (.DIC)", &DictionCommand,
             CommandInput::Own},
+<<<<<<< HEAD
     // The polishing tools: their dialogs or options gather files and choices.
     Command{2200, "DivideRecords", "divide", "", "Write each record to a file of its own, BASE.001 to BASE.999",
             &DivideCommand, CommandInput::Own},
@@ -129,6 +132,11 @@ constexpr std::array kCommands{
             &CoverSaveSettingsCommand, CommandInput::Own},
     Command{3230, "LoadCoverSettings", "", "", "Load the header and cover page settings",
             &CoverLoadSettingsCommand, CommandInput::Own},
+=======
+    Command{kOpenFileView, "OpenFileView", "", "", "Check a file chosen for the file viewer", &OpenFileView, CommandInput::Own},
+    Command{kSplitFile, "SplitFile", "split", "", "Split a file at a line into two new files", &SplitFileCommand,
+            CommandInput::Own},
+>>>>>>> viewer
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };

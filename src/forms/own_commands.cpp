@@ -4,6 +4,7 @@
 #include <array>
 
 #include "forms/frm_diction.h"
+#include "forms/frm_file_view.h"
 #include "forms/frm_flt_ad_hoc.h"
 #include "forms/frm_qbf.h"
 #include "forms/frm_rank.h"
@@ -23,6 +24,7 @@ constexpr std::array kOwnCommands{
     OwnCommand{1800, &FrmRank::Open},
     OwnCommand{1900, &FrmSort::Open},
     OwnCommand{2100, &FrmDiction::Run},
+<<<<<<< HEAD
     OwnCommand{2200, &RunDivideRecords},
     OwnCommand{2300, &RunUndelimitRecords},
     OwnCommand{2400, &RunRenumberLabels},
@@ -34,6 +36,10 @@ constexpr std::array kOwnCommands{
     OwnCommand{3210, &RunCoverSave},
     OwnCommand{3220, &RunCoverSaveSettings},
     OwnCommand{3230, &RunCoverOpen},
+=======
+    OwnCommand{2900, &RunOpenFileView},
+    OwnCommand{2901, &RunSplitFile},
+>>>>>>> viewer
 };
 
 }  // namespace
