@@ -128,11 +128,8 @@ int Main(int argc, char** argv) {
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
   AddFilterCommands(app, exitCode);
   AddAnalysisCommands(app, exitCode);
-<<<<<<< HEAD
   AddPolishCommands(app, exitCode);
-=======
   AddViewerCommands(app, exitCode);
->>>>>>> viewer
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

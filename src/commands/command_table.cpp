@@ -108,7 +108,6 @@ constexpr std::array kCommands{
             &SortCommand, CommandInput::Own},
     Command{kDiction, "Diction", "diction", "", "Diction: the words of a file by frequency (.DIC)", &DictionCommand,
             CommandInput::Own},
-<<<<<<< HEAD
     // The polishing tools: their dialogs or options gather files and choices.
     Command{2200, "DivideRecords", "divide", "", "Write each record to a file of its own, BASE.001 to BASE.999",
             &DivideCommand, CommandInput::Own},
@@ -132,11 +131,9 @@ constexpr std::array kCommands{
             &CoverSaveSettingsCommand, CommandInput::Own},
     Command{3230, "LoadCoverSettings", "", "", "Load the header and cover page settings",
             &CoverLoadSettingsCommand, CommandInput::Own},
-=======
     Command{kOpenFileView, "OpenFileView", "", "", "Check a file chosen for the file viewer", &OpenFileView, CommandInput::Own},
     Command{kSplitFile, "SplitFile", "split", "", "Split a file at a line into two new files", &SplitFileCommand,
             CommandInput::Own},
->>>>>>> viewer
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };

@@ -24,7 +24,6 @@ constexpr std::array kOwnCommands{
     OwnCommand{1800, &FrmRank::Open},
     OwnCommand{1900, &FrmSort::Open},
     OwnCommand{2100, &FrmDiction::Run},
-<<<<<<< HEAD
     OwnCommand{2200, &RunDivideRecords},
     OwnCommand{2300, &RunUndelimitRecords},
     OwnCommand{2400, &RunRenumberLabels},
@@ -32,14 +31,12 @@ constexpr std::array kOwnCommands{
     OwnCommand{2600, &RunReplaceLabels},
     OwnCommand{2700, &RunLineBreaks},
     OwnCommand{2800, &RunPageBreaks},
+    OwnCommand{2900, &RunOpenFileView},
+    OwnCommand{2901, &RunSplitFile},
     OwnCommand{3200, &RunCoverSave},
     OwnCommand{3210, &RunCoverSave},
     OwnCommand{3220, &RunCoverSaveSettings},
     OwnCommand{3230, &RunCoverOpen},
-=======
-    OwnCommand{2900, &RunOpenFileView},
-    OwnCommand{2901, &RunSplitFile},
->>>>>>> viewer
 };
 
 }  // namespace
