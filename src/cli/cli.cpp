@@ -8,10 +8,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/cli_analysis.h"
 #include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
+#include "cli/cli_polish.h"
 #include "cli/cli_records.h"
+#include "cli/cli_viewer.h"
 #include "commands/command_table.h"
 #include "core/error.h"
 #include "core/files.h"
@@ -77,6 +80,7 @@ int Main(int argc, char** argv) {
   }
   footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
+  footer += ViewerCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
       "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"
@@ -87,7 +91,7 @@ int Main(int argc, char** argv) {
       "as 4,1,7-9. A .PRO given to keep or order is indexed first, replacing its BASE.NDX. keep first "
       "clears keep marks an earlier sifter session left in the index, and leaves none behind.\n"
       "A progress bar is drawn on stderr when it is a terminal; messages go to stderr.\n"
-      "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
+      "Exit codes: 0 done, 2 usage or refused input, 3 zero records or zero hits, 4 job failed (outputs removed), "
       "130 interrupted (outputs removed).";
   app.footer(footer);
 
@@ -110,6 +114,9 @@ int Main(int argc, char** argv) {
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
   AddRecordCommands(app, exitCode);
   AddFilterCommands(app, exitCode);
+  AddAnalysisCommands(app, exitCode);
+  AddPolishCommands(app, exitCode);
+  AddViewerCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

@@ -51,7 +51,7 @@ std::vector<int32_t> OrderPuttingFirst(std::span<const int32_t> first, int32_t c
   return glOrder;
 }
 
-JobResult IndexRecordFile(CommandContext& context) {
+JobResult IndexRecordFileCommand(CommandContext& context) {
   const RecordFileInput* input = context.get<RecordFileInput>();
   if (input == nullptr) return noCommand();
   context.job.gsProFile = input->proFile;
@@ -59,7 +59,7 @@ JobResult IndexRecordFile(CommandContext& context) {
   return BuildIndex(context.job, context.progress);
 }
 
-JobResult KeepRecords(CommandContext& context) {
+JobResult KeepRecordsCommand(CommandContext& context) {
   const KeepInput* input = context.get<KeepInput>();
   if (input == nullptr) return noCommand();
   const std::string& indexFile = input->file.indexFile;
@@ -78,7 +78,7 @@ JobResult KeepRecords(CommandContext& context) {
   return result;
 }
 
-JobResult OrderRecords(CommandContext& context) {
+JobResult OrderRecordsCommand(CommandContext& context) {
   const OrderInput* input = context.get<OrderInput>();
   if (input == nullptr) return noCommand();
   return WriteOrder(context.job, context.progress,

@@ -39,13 +39,13 @@ struct OrderInput {
 };
 
 // 9001: BuildIndex of the .PRO (RecordFileInput); `records` is the count.
-JobResult IndexRecordFile(CommandContext& context);
+JobResult IndexRecordFileCommand(CommandContext& context);
 // 9002: MarkForKeeping, then Write Kept Records (KeepInput); `records` is the written
 // count. On every way out but Done the marks are cleared again and the keep file is
 // as it was.
-JobResult KeepRecords(CommandContext& context);
+JobResult KeepRecordsCommand(CommandContext& context);
 // 9003: Write Order (OrderInput).
-JobResult OrderRecords(CommandContext& context);
+JobResult OrderRecordsCommand(CommandContext& context);
 
 // Marks the listed records for `keepFile` and takes every other mark off, so that
 // marks an abnormally ended session left cannot send records to files not named here.

@@ -1,10 +1,11 @@
 // Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
 // frmMain's timing panels after it, the sifter on a record with its keep list, the
-// About box, a message box, the DIALOG types dialogs after a run, the ad hoc markers
-// and a first start. Usage: zv_forms_screenshots OUTPUT_DIR under xvfb-run; with a
-// window manager running in that display (twm will do), the message box is taken
-// with its title bar.
+// content tools after their jobs, the About box, a message box, the DIALOG types
+// dialogs after a run, the ad hoc markers and a first start. Usage:
+// zv_forms_screenshots OUTPUT_DIR under xvfb-run; with a window manager running in
+// that display (twm will do), the message box is taken with its title bar.
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QRadioButton>
 #include <QDir>
@@ -13,7 +14,13 @@
 #include <QScreen>
 #include <QTest>
 
+#include "forms/analysis_forms.h"
+#include "forms/file_dialogs.h"
 #include "forms/frm_about.h"
+#include "forms/frm_diction.h"
+#include "forms/frm_qbf.h"
+#include "forms/frm_rank.h"
+#include "forms/frm_sort.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_sift.h"
 #include "forms/frm_startup.h"
@@ -93,6 +100,44 @@ int main(int argc, char* argv[]) {
   sift.doAction(SiftAction::OrderToggle);
   sift.sift.giSiftKeepFlag = 0;  // leave without the question
   sift.doAction(SiftAction::Exit);
+
+  // The content tools on the run's .PRO, each after its job.
+  {
+    const QString pro = work.file(QStringLiteral("session.PRO"));
+    QStringList saves{work.file(QStringLiteral("wetland.QRY"))};
+    SetFileDialogAnswer([&](const FileDialogRequest& request) {
+      return request.mode == FileDialogMode::Save ? saves.value(0) : pro;
+    });
+    MessageLog quiet;  // Diction's note that there is no omit list
+    w.RunCommand(1700);
+    FrmQBF& qbf = FrmQBF::Of(w);
+    const char* terms[][2] = {{"txt11", "peat*"}, {"txt12", "bog*"}, {"txt21", "water"}, {"txt31", "grazing"}};
+    for (const auto& [box, term] : terms) QTest::keyClicks(qbf.findChild<QLineEdit*>(QLatin1String(box)), QLatin1String(term));
+    qbf.cmdSubmitClick();
+    save(qbf, out, QStringLiteral("query_by_form.png"));
+    qbf.findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+
+    w.RunCommand(1800);
+    FrmRank& rank = FrmRank::Of(w);
+    const char* rankBoxes[][2] = {{"txtRankTerm1", "peat*"}, {"txtRankWt1", "3"}, {"txtRankTerm2", "methane"},
+                                  {"txtRankWt2", "5"},       {"txtRankTerm3", "water"}, {"txtRankWt3", "1"}};
+    for (const auto& [box, text] : rankBoxes) QTest::keyClicks(rank.findChild<QLineEdit*>(QLatin1String(box)), QLatin1String(text));
+    rank.cmdBeginClick();
+    save(rank, out, QStringLiteral("rank.png"));
+    rank.findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+
+    w.RunCommand(1900);
+    FrmSort& sortForm = FrmSort::Of(w);
+    QTest::keyClicks(sortForm.findChild<QLineEdit*>(QStringLiteral("txtSortFieldTag")), QStringLiteral("  Languages:"));
+    sortForm.cmdBeginClick();
+    save(sortForm, out, QStringLiteral("sort.png"));
+    sortForm.findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+
+    w.RunCommand(2100);
+    save(FrmDiction::Of(w), out, QStringLiteral("diction.png"));
+    FrmDiction::Of(w).findChild<QPushButton*>(QStringLiteral("cmdOkay"))->click();
+    SetFileDialogAnswer({});
+  }
 
   FrmAbout about(&w);
   about.show();
