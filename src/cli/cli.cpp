@@ -8,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/cli_export.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
 #include "cli/cli_records.h"
@@ -70,7 +71,7 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   std::string footer = "Commands:\n";
   for (const Command& command : CommandTable()) {
-    if (command.cliGroup.empty() || command.handler == nullptr) continue;
+    if (command.input != CommandInput::Capture || command.handler == nullptr) continue;
     footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
               " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
   }
@@ -120,6 +121,7 @@ int Main(int argc, char** argv) {
 
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+  AddExportCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

@@ -11,6 +11,7 @@
 #include "filters/orbit.h"
 #include "filters/ovid.h"
 #include "filters/stn.h"
+#include "records/export_records.h"
 #include "records/sifter.h"
 
 namespace zv {
@@ -61,6 +62,9 @@ constexpr std::array kCommands{
     Command{kRepeatSearch, "RepeatSearch", "", "", "Find the same text again further on", &RepeatSearch, CommandInput::Sifter},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
+    Command{kExportRecords, "ExportRecords", "export", "",
+            "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
+            CommandInput::Own},
 };
 
 }  // namespace
