@@ -12,6 +12,7 @@
 #include "filters/ovid.h"
 #include "filters/stn.h"
 #include "records/export_records.h"
+#include "records/find_duplicates.h"
 #include "records/sifter.h"
 
 namespace zv {
@@ -65,6 +66,9 @@ constexpr std::array kCommands{
     Command{kExportRecords, "ExportRecords", "export", "",
             "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
             CommandInput::Own},
+    Command{kFindDuplicates, "FindDuplicates", "dedup", "",
+            "Keep one record of each work retrieved more than once, across record files, with a report of the groups",
+            &FindDuplicatesCommand, CommandInput::Own},
 };
 
 }  // namespace

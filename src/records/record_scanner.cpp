@@ -191,9 +191,14 @@ bool RecordScanner::nextByIndex(RecordText& record) {
   while (line_ + 1 < first && readLine(start, length)) begin_ = at_;
   std::size_t labelAt = kNone, labelLength = 0;
   while (line_ < last && readLine(start, length)) {
-    if (labelAt == kNone && IsLabelLine(std::string_view(buf_.data() + begin_ + start, length))) {
+    const std::string_view line(buf_.data() + begin_ + start, length);
+    if (labelAt == kNone && IsLabelLine(line)) {
       labelAt = start;
       labelLength = length;
+      // The empty line some indexes count before the label goes; text stays.
+      bool onlyEmpty = true;
+      for (const auto& [at, len] : spans_) onlyEmpty = onlyEmpty && len == 0;
+      if (onlyEmpty) spans_.clear();
       continue;
     }
     spans_.emplace_back(static_cast<uint32_t>(start), static_cast<uint32_t>(length));
