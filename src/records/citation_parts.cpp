@@ -406,8 +406,9 @@ void SplitAuthors(std::string_view text, std::vector<PersonName>& out) {
     return;
   }
   // "Varga-Holm T. Okafor-Reyes P. Brandvold K.": a name ends with its initials.
+  // ("T. Varga" is one person: initials that come first belong to the name after them.)
   std::size_t nameStart = 0;
-  bool inInitials = false;
+  bool inInitials = false, surname = false;
   std::size_t i = 0;
   while (i < text.size()) {
     while (i < text.size() && IsBlank(text[i])) ++i;
@@ -415,10 +416,12 @@ void SplitAuthors(std::string_view text, std::vector<PersonName>& out) {
     while (e < text.size() && !IsBlank(text[e])) ++e;
     if (e == i) break;
     const bool ini = initials(text.substr(i, e - i));
-    if (!ini && inInitials) {
+    if (!ini && inInitials && surname) {
       pushName(text.substr(nameStart, i - nameStart), out);
       nameStart = i;
+      surname = false;
     }
+    surname = surname || !ini;
     inInitials = ini;
     i = e;
   }

@@ -134,10 +134,13 @@ class BlockRoles {
     const std::string_view text = f.text;
     if (text.starts_with("...")) return;  // a KWIC excerpt: text, with no common name
     if (text.starts_with("DIALOG(R)File ")) {
+      // "DIALOG(R)File 155:BioMed Abstracts": the file's number stays with the tag.
       const std::size_t colon = text.find(':');
-      f.text = std::string(TrimText(colon == std::string_view::npos ? text.substr(14) : text.substr(colon + 1)));
-      f.tag = "DIALOG(R)File";
-      f.name = F::Database;
+      if (colon != std::string_view::npos) {
+        f.tag.assign(text.substr(0, colon));
+        f.text = std::string(TrimText(text.substr(colon + 1)));
+        f.name = F::Database;
+      }
       return;
     }
     if (text.starts_with("(c) ")) return;  // the file's copyright line
@@ -195,7 +198,7 @@ class BlockRoles {
     if (rest.empty()) return;
     const std::string_view pmid = FindPmid(rest);
     const bool onlyPmid = !pmid.empty() && rest.starts_with("PMID") && pmid.data() + pmid.size() == rest.data() + rest.size();
-    Field& r = out_.add({}, onlyPmid ? F::Pmid : F::Other);
+    Field& r = out_.add(onlyPmid ? "PMID:" : "", onlyPmid ? F::Pmid : F::Other);
     r.text.assign(onlyPmid ? pmid : rest);
   }
 
