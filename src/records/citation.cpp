@@ -252,6 +252,8 @@ void MakeCitation(std::string_view label, const RecordFields& fields, std::span<
       out.type = WorkType::Book;
     else if (!out.journal.empty() && (!out.volume.empty() || !out.firstPage.empty() || !out.issn.empty()))
       out.type = WorkType::Journal;
+    else if (!out.journal.empty() && out.date.day != 0)
+      out.type = WorkType::News;  // a source dated to the day, with no volume: a paper or a wire
   }
 }
 

@@ -37,7 +37,7 @@ class JsonStrings {
     }
     std::string& s = value_.get_ref<std::string&>();
     s.clear();
-    AppendUtf8(s, text);
+    AppendUtf8(s, text, true);
     escaped_.clear();
     serializer_.dump(value_, false, false, 0);
     out += escaped_;

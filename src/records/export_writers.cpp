@@ -207,29 +207,19 @@ class CsvWriter final : public ExportWriter {
   void cell(std::string& out, std::string_view value, bool comma = true) {
     if (comma) out += ',';
     cellText_.clear();
-    AppendUtf8Lines(cellText_, value);
-    if (cellText_.find_first_of(",\"\r\n") == std::string::npos) {
+    AppendUtf8(cellText_, value, true);
+    if (cellText_.find_first_of(",\"\n") == std::string::npos) {
       out += cellText_;
       return;
     }
+    // A note's line feeds become the CR LF of the file.
     out += '"';
     for (char ch : cellText_) {
       if (ch == '"') out += '"';
+      if (ch == '\n') out += '\r';
       out += ch;
     }
     out += '"';
-  }
-
-  // UTF-8 that keeps the line ends of a note (other control characters go).
-  static void AppendUtf8Lines(std::string& out, std::string_view value) {
-    std::size_t i = 0;
-    while (i <= value.size()) {
-      std::size_t e = value.find('\n', i);
-      if (e == std::string_view::npos) e = value.size();
-      if (i > 0) out += "\r\n";
-      AppendUtf8(out, value.substr(i, e - i));
-      i = e + 1;
-    }
   }
 
   std::string scratch_;

@@ -151,8 +151,11 @@ class BlockRoles {
     }
     sawContent_ = true;
     if (!title_) {
-      // A record that begins deep in the margin is the rest of one the filter split.
-      if (f.indent <= 2) f.name = F::Title;
+      // A record that begins deep in the margin is the rest of one the filter split;
+      // a title begins with a letter, a digit, a quote or a bracket.
+      const unsigned char c0 = static_cast<unsigned char>(text[0]);
+      if (f.indent <= 2 && (std::isalnum(c0) || c0 >= 0x80 || c0 == '"' || c0 == '\'' || c0 == '[' || c0 == '('))
+        f.name = F::Title;
       title_ = true;
       return;
     }
@@ -180,9 +183,18 @@ class BlockRoles {
     }
   }
 
-  // A block left without a role is the source of a headline with its date below.
+  // A block left without a role is the source of a headline with its date below. A
+  // "title" with nothing to back it (no accession line, people, source, date or
+  // labelled field) is no citation's: the record's text stays as it is.
   void finish() {
     if (pending_ > 0 && !source_ && dateAfterPending_) out_.at(pending_ - 1).name = F::Source;
+    bool backed = false;
+    for (std::size_t i = 0; i < out_.size() && !backed; ++i) {
+      const FieldName n = out_.at(i).name;
+      backed = n != F::Title && n != F::Abstract && n != F::Other;
+    }
+    if (backed) return;
+    for (std::size_t i = 0; i < out_.size(); ++i) out_.at(i).name = F::Other;
   }
 
  private:
@@ -319,7 +331,9 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
     // Untagged text. A line at the margin, or indented deeper than two, continues the
     // block above when that block's last line was long enough to have been wrapped;
     // a line indented two blanks begins a new one.
-    if (open && !afterBlank && (indent == 0 || indent > 2) && kind != Kind::Stray && lastLength >= kWrappedLine) {
+    // A KWIC excerpt runs on to the next empty line.
+    const bool excerpt = open && kind == Kind::Block && out.at(out.size() - 1).text.starts_with("...");
+    if (open && !afterBlank && (excerpt || ((indent == 0 || indent > 2) && kind != Kind::Stray && lastLength >= kWrappedLine))) {
       extend(line);
       continue;
     }

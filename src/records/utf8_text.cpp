@@ -85,7 +85,7 @@ char32_t NextChar(std::string_view text, std::size_t& at) {
   return b < 0xA0 ? kCp1252High[b - 0x80] : static_cast<char32_t>(b);
 }
 
-void AppendUtf8(std::string& out, std::string_view text) {
+void AppendUtf8(std::string& out, std::string_view text, bool keepLineFeeds) {
   std::size_t i = 0;
   while (i < text.size()) {
     // Runs of printable 7-bit text go in one piece.
@@ -95,7 +95,7 @@ void AppendUtf8(std::string& out, std::string_view text) {
     if (run == text.size()) return;
     i = run;
     if (static_cast<unsigned char>(text[i]) < 0x20 || text[i] == 0x7F) {
-      out += ' ';
+      out += keepLineFeeds && text[i] == '\n' ? '\n' : ' ';
       ++i;
       continue;
     }

@@ -10,8 +10,9 @@ namespace zv {
 // Appends `text` to `out` as UTF-8. Valid UTF-8 goes as it is; any other byte above
 // 127 is read as Windows-1252, the single-byte set of the captures' time, so no text
 // is lost and nothing invalid comes out. Control characters (the NULs the filters
-// leave where tabs stood) become blanks. Printable 7-bit text is copied in one step.
-void AppendUtf8(std::string& out, std::string_view text);
+// leave where tabs stood) become blanks, but for line feeds when `keepLineFeeds`.
+// Printable 7-bit text is copied in one step.
+void AppendUtf8(std::string& out, std::string_view text, bool keepLineFeeds = false);
 
 // Whether every byte is below 128.
 bool IsAscii(std::string_view text);
