@@ -357,6 +357,9 @@ QString HelpPageForContext(int context) {
       {120, QStringLiteral("sift.html#window")},
       {121, QStringLiteral("sift.html#keeping")},
       {122, QStringLiteral("sift.html#ordering")},
+      // The dialogs of Export Records and Find Duplicates, by their command numbers.
+      {9610, QStringLiteral("export_records.html")},
+      {9620, QStringLiteral("find_duplicates.html")},
   };
   return kPages.value(context, QStringLiteral("index.html"));
 }

@@ -3,12 +3,18 @@
 
 #include <array>
 
+#include "forms/frm_dedup.h"
+#include "forms/frm_export.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{kExportRecords, &RunExportRecords},
+    OwnCommand{kFindDuplicates, &RunFindDuplicates},
+};
 
 }  // namespace
 
