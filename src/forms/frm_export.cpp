@@ -52,9 +52,9 @@ FrmExport::FrmExport(QWidget* parent) : QDialog(parent) {
 
   auto* formats = new QGroupBox(QStringLiteral("Format"), this);
   auto* formatRows = new QVBoxLayout(formats);
-  optRis_ = new QRadioButton(QStringLiteral("&RIS: EndNote, Zotero, Mendeley and most others (.ris)"), formats);
+  optRis_ = new QRadioButton(QStringLiteral("&RIS: read by nearly every reference manager (.ris)"), formats);
   optRis_->setObjectName(QStringLiteral("optRis"));
-  optCslJson_ = new QRadioButton(QStringLiteral("CSL &JSON: Zotero, citation processors (.json)"), formats);
+  optCslJson_ = new QRadioButton(QStringLiteral("CSL &JSON: reference managers and citation processors (.json)"), formats);
   optCslJson_->setObjectName(QStringLiteral("optCslJson"));
   optCsv_ = new QRadioButton(QStringLiteral("&CSV: spreadsheets, one row a record (.csv)"), formats);
   optCsv_->setObjectName(QStringLiteral("optCsv"));
