@@ -1,7 +1,6 @@
 // From the fields of a record to its citation.
 #include "records/citation.h"
 
-#include <cctype>
 
 namespace zv {
 
@@ -13,7 +12,11 @@ bool containsNoCase(std::string_view text, std::string_view lowerPart) {
   if (lowerPart.size() > text.size()) return false;
   for (std::size_t i = 0; i + lowerPart.size() <= text.size(); ++i) {
     std::size_t k = 0;
-    while (k < lowerPart.size() && std::tolower(static_cast<unsigned char>(text[i + k])) == lowerPart[k]) ++k;
+    while (k < lowerPart.size()) {
+      const char c = text[i + k];
+      if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) != lowerPart[k]) break;
+      ++k;
+    }
     if (k == lowerPart.size()) return true;
   }
   return false;
@@ -236,7 +239,7 @@ void MakeCitation(std::string_view label, const RecordFields& fields, std::span<
   // Identifiers printed inside other fields: "ISSN: 0917-4420" on a source line, a DOI
   // in a note.
   for (const Field& f : fields.fields()) {
-    if (f.name == F::Abstract || f.name == F::Title) continue;
+    if (f.name != F::Other && f.name != F::Source) continue;
     if (out.doi.empty()) out.doi.assign(FindDoi(f.text));
     if (out.pmid.empty() && f.name != F::Accession) out.pmid.assign(FindPmid(f.text));
     if (out.issn.empty()) out.issn.assign(FindIssn(f.text));

@@ -35,7 +35,7 @@ struct Citation {
   std::string label;  // the number of the record's label, as it stood ("4")
   WorkType type = WorkType::Generic;
   std::string title;
-  std::vector<PersonName> authors;
+  PersonList authors;
   std::string source;  // the source line as printed
   std::string journal;
   std::string volume;

@@ -24,10 +24,16 @@ int32_t number(std::string_view digits) {
   return digits.empty() ? -1 : n;
 }
 
-// The tokens of a text: runs of letters and digits, with where each lies.
+// The tokens of a text: runs of letters and digits, with where each lies. Plain data,
+// so that an array of them costs nothing until filled.
 struct Token {
   std::string_view text;
   std::size_t at;
+};
+struct TokenSlot {
+  const char* p;
+  std::size_t len, at;
+  Token get() const { return {std::string_view(p, len), at}; }
 };
 
 template <class Visit>
@@ -61,7 +67,12 @@ constexpr std::array<std::string_view, 12> kMonths{"january", "february", "march
 
 // 1 to 12 for a month's name or its abbreviation of three letters or more.
 int32_t monthOf(std::string_view token) {
-  if (token.size() < 3 || !allAlpha(token)) return 0;
+  if (token.size() < 3 || token.size() > 9) return 0;
+  switch (lower(token[0])) {  // the first letters of the months' names
+    case 'j': case 'f': case 'm': case 'a': case 's': case 'o': case 'n': case 'd': break;
+    default: return 0;
+  }
+  if (!allAlpha(token)) return 0;
   for (std::size_t m = 0; m < kMonths.size(); ++m) {
     const std::string_view name = kMonths[m];
     if (token.size() > name.size()) continue;
@@ -145,9 +156,9 @@ bool oneName(std::string_view text) {
   return words >= 2 && words <= 4 && initials(last);
 }
 
-void pushName(std::string_view text, std::vector<PersonName>& out) {
+void pushName(std::string_view text, PersonList& out) {
   text = TrimText(text);
-  if (!text.empty()) out.push_back(SplitName(text));
+  if (!text.empty()) SplitName(text, out.add());
 }
 
 // Splits at `sep` (one character, or a run of two blanks when sep is 0).
@@ -191,6 +202,8 @@ std::size_t skipBlanks(std::string_view text, std::size_t i) {
 // "v 31", "V38", "vol. 3", "n 2", "No. 4", "p 44-59", "pp. 1-10", "p88-104", "P77":
 // the letters, then an optional dot and blanks, then the number. 0 when none.
 std::size_t afterMarker(std::string_view text, std::size_t i, std::initializer_list<std::string_view> markers) {
+  const char c = text[i];
+  if (c != 'v' && c != 'V' && c != 'n' && c != 'N' && c != 'p' && c != 'P') return 0;
   if (i > 0 && (isAlpha(text[i - 1]) || isDigit(text[i - 1]))) return 0;
   for (std::string_view m : markers) {
     if (text.substr(i, m.size()) != m) continue;
@@ -223,11 +236,12 @@ int32_t FindYear(std::string_view text) {
 
 DateParts ParseDate(std::string_view text) {
   DateParts d;
-  std::array<Token, 48> tokens{};
+  TokenSlot slots[48];
   std::size_t n = 0, yearAt = 0;
   forTokens(text, [&](const Token& t) {
-    if (n == tokens.size()) return false;
-    tokens[n] = t;
+    // Tokens up to two past the year are all that is looked at.
+    if (n == std::size(slots) || (d.year != 0 && n > yearAt + 2)) return false;
+    slots[n] = {t.text.data(), t.text.size(), t.at};
     if (d.year == 0) {
       if (standaloneYear(text, t)) {
         d.year = number(t.text);
@@ -243,15 +257,16 @@ DateParts ParseDate(std::string_view text) {
     ++n;
     return true;
   });
+  auto tokens = [&](std::size_t i) { return slots[i].get(); };
   if (d.year == 0 || d.month != 0) return d;
   // ISO: 2024-03-04 or 2024/03/04.
-  const std::size_t yEnd = tokens[yearAt].at + 4;
+  const std::size_t yEnd = tokens(yearAt).at + 4;
   if (yEnd < text.size() && (text[yEnd] == '-' || text[yEnd] == '/') && yearAt + 1 < n) {
-    const int32_t m = number(tokens[yearAt + 1].text);
-    if (m >= 1 && m <= 12 && tokens[yearAt + 1].at == yEnd + 1) {
+    const int32_t m = number(tokens(yearAt + 1).text);
+    if (m >= 1 && m <= 12 && tokens(yearAt + 1).at == yEnd + 1) {
       d.month = m;
       if (yearAt + 2 < n) {
-        const int32_t day = number(tokens[yearAt + 2].text);
+        const int32_t day = number(tokens(yearAt + 2).text);
         if (day >= 1 && day <= 31) d.day = day;
       }
       return d;
@@ -260,17 +275,17 @@ DateParts ParseDate(std::string_view text) {
   // A month's name within two tokens of the year, and a day beside the month.
   const std::size_t from = yearAt >= 2 ? yearAt - 2 : 0;
   for (std::size_t i = from; i < n && i <= yearAt + 2; ++i) {
-    const int32_t m = monthOf(tokens[i].text);
+    const int32_t m = monthOf(tokens(i).text);
     if (m == 0) continue;
     d.month = m;
     for (std::size_t k : {i + 1, i - 1}) {
-      if (k >= n || k == yearAt || tokens[k].text.size() > 2) continue;
+      if (k >= n || k == yearAt || tokens(k).text.size() > 2) continue;
       // Only blanks (and an abbreviation's dot) between month and day: "Jan;19(1)" has none.
-      const Token& a = k < i ? tokens[k] : tokens[i];
-      const Token& b = k < i ? tokens[i] : tokens[k];
+      const Token a = k < i ? tokens(k) : tokens(i);
+      const Token b = k < i ? tokens(i) : tokens(k);
       const std::string_view gap = text.substr(a.at + a.text.size(), b.at - a.at - a.text.size());
       if (gap.empty() || gap.find_first_not_of(" .") != std::string_view::npos) continue;
-      const int32_t day = number(tokens[k].text);
+      const int32_t day = number(tokens(k).text);
       if (day >= 1 && day <= 31) {
         d.day = day;
         break;
@@ -322,23 +337,36 @@ bool LooksLikeSource(std::string_view text) {
   return !parts.volume.empty() || !parts.firstPage.empty();
 }
 
-PersonName SplitName(std::string_view text) {
+PersonName& PersonList::add() {
+  if (count_ == items_.size()) items_.emplace_back();
+  PersonName& p = items_[count_++];
+  p.family.clear();
+  p.given.clear();
+  return p;
+}
+
+void PersonList::add(std::string_view family, std::string_view given) {
+  PersonName& p = add();
+  p.family.assign(family);
+  p.given.assign(given);
+}
+
+void SplitName(std::string_view text, PersonName& p) {
   text = TrimText(text);
   if (text.starts_with("By ") || text.starts_with("by ")) text = TrimText(text.substr(3));
-  PersonName p;
   auto given = [](std::string_view g) {
     g = TrimText(g);
     // "Sigrun." loses the sentence's dot; "O." and "T. M." keep the initial's.
     const std::size_t blank = g.find_last_of(' ');
     const std::string_view lastWord = blank == std::string_view::npos ? g : g.substr(blank + 1);
     if (g.size() > 2 && g.back() == '.' && !initials(lastWord)) g.remove_suffix(1);
-    return std::string(g);
+    return g;
   };
   const std::size_t comma = text.find(',');
   if (comma != std::string_view::npos) {
-    p.family = std::string(TrimText(text.substr(0, comma)));
-    p.given = given(text.substr(comma + 1));
-    return p;
+    p.family.assign(TrimText(text.substr(0, comma)));
+    p.given.assign(given(text.substr(comma + 1)));
+    return;
   }
   std::array<std::string_view, 12> words{};
   std::size_t n = 0;
@@ -346,31 +374,32 @@ PersonName SplitName(std::string_view text) {
     if (n < words.size()) words[n++] = w;
   });
   if (n <= 1) {
-    p.family = std::string(text);
-    return p;
+    p.family.assign(text);
+    p.given.clear();
+    return;
   }
   auto join = [&](std::size_t a, std::size_t b) {
-    return std::string(text.substr(words[a].data() - text.data(), words[b - 1].data() + words[b - 1].size() - words[a].data()));
+    return text.substr(static_cast<std::size_t>(words[a].data() - text.data()),
+                       static_cast<std::size_t>(words[b - 1].data() + words[b - 1].size() - words[a].data()));
   };
   std::size_t lead = 0;
   while (lead < n && initials(words[lead])) ++lead;
   std::size_t trail = n;
   while (trail > 0 && initials(words[trail - 1])) --trail;
   if (trail < n && trail > 0) {  // Varga T, Okafor-Reyes PA
-    p.family = join(0, trail);
-    p.given = join(trail, n);
+    p.family.assign(join(0, trail));
+    p.given.assign(join(trail, n));
   } else if (lead > 0 && lead < n) {  // T. Varga
-    p.given = join(0, lead);
-    p.family = join(lead, n);
+    p.given.assign(join(0, lead));
+    p.family.assign(join(lead, n));
   } else {  // Imogen Trask
-    p.given = join(0, n - 1);
-    p.family = std::string(words[n - 1]);
+    p.given.assign(join(0, n - 1));
+    p.family.assign(words[n - 1]);
   }
   if (p.family.size() > 1 && p.family.back() == '.') p.family.pop_back();
-  return p;
 }
 
-void SplitAuthors(std::string_view text, std::vector<PersonName>& out) {
+void SplitAuthors(std::string_view text, PersonList& out) {
   text = TrimText(text);
   if (text.starts_with("By ") || text.starts_with("by ")) text = TrimText(text.substr(3));
   if (text.empty()) return;
@@ -398,8 +427,7 @@ void SplitAuthors(std::string_view text, std::vector<PersonName>& out) {
     if (eachANameWithInitials) {
       for (std::size_t i = 0; i < n; ++i) pushName(parts[i], out);
     } else if (pairs) {
-      for (std::size_t i = 0; i + 1 < n; i += 2)
-        out.push_back({std::string(parts[i]), std::string(parts[i + 1])});
+      for (std::size_t i = 0; i + 1 < n; i += 2) out.add(parts[i], parts[i + 1]);
     } else {
       pushName(text, out);
     }

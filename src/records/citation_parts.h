@@ -36,12 +36,31 @@ struct PersonName {
   std::string family;
   std::string given;  // initials or given names; empty when unknown
 };
+
+// People in order, their strings' storage kept from record to record.
+class PersonList {
+ public:
+  const PersonName* begin() const { return items_.data(); }
+  const PersonName* end() const { return items_.data() + count_; }
+  const PersonName& operator[](std::size_t i) const { return items_[i]; }
+  const PersonName& front() const { return items_[0]; }
+  std::size_t size() const { return count_; }
+  bool empty() const { return count_ == 0; }
+  void clear() { count_ = 0; }
+  PersonName& add();
+  void add(std::string_view family, std::string_view given);
+
+ private:
+  std::vector<PersonName> items_;
+  std::size_t count_ = 0;
+};
+
 // The people of an author field, in order: split at ";", at runs of two blanks (Ovid),
 // at "," between "Surname I" names (Data-Star), or after the initials of each name
 // ("Varga-Holm T. Okafor-Reyes P.", BRS). A leading "By " is dropped.
-void SplitAuthors(std::string_view text, std::vector<PersonName>& out);
+void SplitAuthors(std::string_view text, PersonList& out);
 // One person: "Surname, Given", "Surname GI", "Given Surname", "G. Surname".
-PersonName SplitName(std::string_view text);
+void SplitName(std::string_view text, PersonName& out);
 
 // What a source line holds. Views point into the line; `lastPage` is written out in
 // full ("1123-9" gives 1123 and 1129).

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cctype>
+#include <cstdint>
 
 namespace zv {
 
@@ -133,10 +134,25 @@ bool beginsWithIssn(std::string_view text) {
 
 bool equalNoCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (std::tolower(static_cast<unsigned char>(a[i])) != b[i]) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    const char c = a[i] >= 'A' && a[i] <= 'Z' ? static_cast<char>(a[i] - 'A' + 'a') : a[i];
+    if (c != b[i]) return false;
+  }
   return true;
 }
+
+// The lengths Ovid's names have (bit n: a name of n characters), and those of the
+// tails its filter leaves: most lines are no name, and are told so at once.
+struct OvidLengths {
+  uint64_t names = 0, tails = 0;
+  constexpr OvidLengths() {
+    for (const TagRow& row : kOvidNames) {
+      names |= uint64_t{1} << row.tag.size();
+      if (row.tag.size() > kOvidMargin) tails |= uint64_t{1} << (row.tag.size() - kOvidMargin);
+    }
+  }
+};
+constexpr OvidLengths kOvidLengths;
 
 }  // namespace
 
@@ -169,19 +185,41 @@ std::string_view CommonName(FieldName name) {
   return "other";
 }
 
+// A tag of up to four characters as one number, for a table lookup without string
+// compares (the reader asks for every line of every record).
+static constexpr uint32_t packed(std::string_view tag) {
+  uint32_t v = 0;
+  for (std::size_t i = 0; i < 4; ++i) v = (v << 8) | (i < tag.size() ? static_cast<unsigned char>(tag[i]) : 0u);
+  return v;
+}
+
+namespace {
+struct PackedTags {
+  std::array<uint32_t, kTags.size()> keys{};
+  constexpr PackedTags() {
+    for (std::size_t i = 0; i < kTags.size(); ++i) keys[i] = packed(kTags[i].tag);
+  }
+};
+constexpr PackedTags kPackedTags;
+}  // namespace
+
 FieldName FieldNameOfTag(std::string_view tag, std::string_view text) {
-  if (tag == "IS") return beginsWithIssn(text) ? F::Issn : F::Issue;
-  if (tag == "SN") return beginsWithIssn(text) ? F::Issn : F::Source;
-  for (const TagRow& row : kTags)
-    if (row.tag == tag) return row.name;
+  if (tag.empty() || tag.size() > 4) return F::Other;
+  const uint32_t key = packed(tag);
+  if (key == packed("IS")) return beginsWithIssn(text) ? F::Issn : F::Issue;
+  if (key == packed("SN")) return beginsWithIssn(text) ? F::Issn : F::Source;
+  for (std::size_t i = 0; i < kPackedTags.keys.size(); ++i)
+    if (kPackedTags.keys[i] == key) return kTags[i].name;
   return F::Other;
 }
 
 OvidName OvidFieldName(std::string_view trimmedLine, bool cutTails) {
   if (trimmedLine.empty() || trimmedLine.size() > 30) return {};
-  for (const TagRow& row : kOvidNames)
-    if (row.tag == trimmedLine) return {true, true, row.name, row.tag};
-  if (!cutTails) return {};
+  const uint64_t length = uint64_t{1} << trimmedLine.size();
+  if ((kOvidLengths.names & length) != 0)
+    for (const TagRow& row : kOvidNames)
+      if (row.tag == trimmedLine) return {true, true, row.name, row.tag};
+  if (!cutTails || (kOvidLengths.tails & length) == 0) return {};
   for (const TagRow& row : kOvidNames)
     if (row.tag.size() > kOvidMargin && row.tag.substr(kOvidMargin) == trimmedLine) return {true, false, row.name, row.tag};
   return {};

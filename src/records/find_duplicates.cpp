@@ -117,7 +117,7 @@ JobResult FindDuplicates(JobState& job, JobProgress& progress, const DedupParams
     int32_t totalLines = 0;
     for (const RecordInput& in : inputs) {
       bytes += FileSize(in.pro);
-      totalLines += LineCount(in.pro);
+      totalLines += CountLines(in.pro);
     }
     frame.start(result, kDedupTitle, bytes, totalLines);
 

@@ -24,12 +24,12 @@ std::size_t indentOf(std::string_view line) {
   return i;
 }
 
-bool isEmptyLine(std::string_view line) { return indentOf(line) == line.size(); }
 
 struct TagLine {
   bool ok = false;
   std::string_view tag;
   std::string_view text;
+  FieldName name = F::Other;
 };
 
 // "TI  - text", "TI- text", "TI  text", "  HD  text", "AB" alone (a known tag only).
@@ -43,17 +43,20 @@ TagLine matchTag(std::string_view line) {
   std::size_t j = e;
   while (j < line.size() && line[j] == ' ') ++j;
   const std::size_t blanks = j - e;
+  std::string_view text;
   if (j == line.size()) {
-    if (FieldNameOfTag(tag, {}) == F::Other) return {};
-    return {true, tag, {}};
-  }
-  if (line[j] == '-' && blanks <= 3) {
-    if (j + 1 == line.size()) return {true, tag, {}};
-    if (line[j + 1] == ' ') return {true, tag, TrimText(line.substr(j + 2))};
+    // a tag alone on its line: only a known one
+  } else if (line[j] == '-' && blanks <= 3) {
+    if (j + 1 < line.size() && line[j + 1] != ' ') return {};
+    if (j + 1 < line.size()) text = TrimText(line.substr(j + 2));
+  } else if (blanks >= 2) {
+    text = TrimText(line.substr(j));
+  } else {
     return {};
   }
-  if (blanks >= 2) return {true, tag, TrimText(line.substr(j))};
-  return {};
+  const FieldName name = FieldNameOfTag(tag, text);
+  if (j == line.size() && name == F::Other) return {};
+  return {true, tag, text, name};
 }
 
 struct LabelLine {
@@ -244,20 +247,31 @@ Field& RecordFields::add(std::string_view tag, FieldName name) {
 
 void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out) {
   out.clear();
+  // What each line is, looked at once: its indentation, and its tag if it has one.
+  struct LineInfo {
+    std::size_t indent;
+    TagLine tag;
+  };
+  thread_local std::vector<LineInfo> info;
+  info.resize(lines.size());
   // The record's form: tagged when two lines carry tags, or one carries a tag of a
-  // common field or comes first; Ovid's when two of its field names stand alone (or one, first, in
-  // a record with no tags).
+  // common field or comes first; Ovid's when two of its field names stand alone (or
+  // one, first, in a record with no tags).
   int tags = 0, knownTags = 0, ovidNames = 0;
   bool firstIsOvidName = false, firstIsTag = false, seenText = false;
-  for (std::string_view line : lines) {
-    if (isEmptyLine(line)) continue;
-    const TagLine t = matchTag(line);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::string_view line = lines[i];
+    info[i].indent = indentOf(line);
+    info[i].tag = {};
+    if (info[i].indent == line.size()) continue;
+    const TagLine t = info[i].indent <= 2 ? matchTag(line) : TagLine{};
+    info[i].tag = t;
     if (t.ok) {
       ++tags;
-      if (FieldNameOfTag(t.tag, t.text) != F::Other) ++knownTags;
+      if (t.name != F::Other) ++knownTags;
       if (!seenText) firstIsTag = true;
     }
-    if (indentOf(line) == 0 && OvidFieldName(TrimText(line), false).found) {
+    if (info[i].indent == 0 && OvidFieldName(TrimText(line), false).found) {
       ++ovidNames;
       if (!seenText) firstIsOvidName = true;
     }
@@ -288,19 +302,19 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
     afterBlank = false;
   };
 
-  for (std::string_view line : lines) {
-    if (isEmptyLine(line)) {
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::string_view line = lines[i];
+    const std::size_t indent = info[i].indent;
+    if (indent == line.size()) {
       afterBlank = true;
       continue;
     }
-    const std::size_t indent = indentOf(line);
     if (tagged) {
-      const TagLine t = matchTag(line);
+      const TagLine& t = info[i].tag;
       if (t.ok) {
-        const FieldName name = FieldNameOfTag(t.tag, t.text);
-        authorTag = authorTag || name == F::Author;
+        authorTag = authorTag || t.name == F::Author;
         inTag = inTag || t.tag == "IN";
-        start(Kind::Tagged, t.tag, name, t.text, line);
+        start(Kind::Tagged, t.tag, t.name, t.text, line);
       } else if (open && (indent > 0 || (kind == Kind::Stray && !afterBlank))) {
         // Indented lines continue the field above, across an empty line too (the
         // paragraphs of an abstract).

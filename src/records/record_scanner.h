@@ -19,7 +19,13 @@ struct RecordText {
 };
 
 // Whether a line is a record label: "Record - " in its first column.
-inline bool IsLabelLine(std::string_view line) { return line.starts_with("Record - "); }
+inline bool IsLabelLine(std::string_view line) {
+  return line.size() >= 9 && line[0] == 'R' && line.substr(1, 8) == "ecord - ";
+}
+
+// The lines of a file, for a progress bar: its line feeds, or its carriage returns
+// when it has no line feed at all, and a last line without either. One quick pass.
+int32_t CountLines(const std::string& path);
 
 // Lines end at CR LF, a lone LF or a lone CR, as everywhere in the program.
 class RecordScanner {
@@ -42,6 +48,9 @@ class RecordScanner {
   // Lines read so far, and the file's size, for progress.
   int32_t linesRead() const { return line_; }
   int64_t fileSize() const { return fileSize_; }
+  // The file's lines as the bytes read so far let one guess them; the count read once
+  // the whole file is.
+  int32_t estimatedLines() const;
   // The records of the index; 0 when reading by labels.
   int32_t indexRecords() const { return indexCount_; }
 
@@ -56,6 +65,7 @@ class RecordScanner {
   int fd_ = -1;
   std::string path_;
   int64_t fileSize_ = 0;
+  int64_t consumed_ = 0;  // bytes of the file before buf_[0]
   std::string buf_;
   std::size_t begin_ = 0;  // the current record's first byte in buf_
   std::size_t at_ = 0;     // the next unread byte

@@ -77,7 +77,7 @@ void PrintTo(const AuthorsCase& c, std::ostream* os) { *os << c.text; }
 class Authors : public ::testing::TestWithParam<AuthorsCase> {};
 
 TEST_P(Authors, SplitIntoPeopleWithFamilyAndGivenNames) {
-  std::vector<PersonName> out;
+  PersonList out;
   SplitAuthors(GetParam().text, out);
   std::vector<std::string> got;
   for (const PersonName& p : out) got.push_back(p.family + "|" + p.given);

@@ -69,7 +69,7 @@ Citation Work(const std::string& title, const std::string& surname, int32_t year
               const std::string& pmid = {}) {
   Citation c;
   c.title = title;
-  if (!surname.empty()) c.authors.push_back({surname, "A"});
+  if (!surname.empty()) c.authors.add(surname, "A");
   c.date.year = year;
   c.doi = doi;
   c.pmid = pmid;
