@@ -475,17 +475,20 @@ void ParseSource(std::string_view text, SourceParts& out) {
 
   for (std::size_t i = j; i < text.size(); ++i) {
     const char c = text[i];
-    if (std::size_t v = out.volume.empty() ? afterMarker(text, i, {"vol", "Vol", "v", "V"}) : 0) {
+    if (!out.volume.empty() && !out.firstPage.empty() && !out.issue.empty()) break;
+    const bool marker = c == 'v' || c == 'V' || c == 'n' || c == 'N' || c == 'p' || c == 'P';
+    if (!marker && !isDigit(c)) continue;
+    if (std::size_t v = marker && out.volume.empty() ? afterMarker(text, i, {"vol", "Vol", "v", "V"}) : 0) {
       std::size_t e = v;
       while (e < text.size() && isDigit(text[e])) ++e;
       out.volume = text.substr(v, e - v);
       i = e - 1;
-    } else if (std::size_t n = out.issue.empty() ? afterMarker(text, i, {"No", "no", "n"}) : 0) {
+    } else if (std::size_t n = marker && out.issue.empty() ? afterMarker(text, i, {"No", "no", "n"}) : 0) {
       std::size_t e = n;
       while (e < text.size() && isDigit(text[e])) ++e;
       out.issue = text.substr(n, e - n);
       i = e - 1;
-    } else if (std::size_t p = out.firstPage.empty() ? afterMarker(text, i, {"pp", "p", "P"}) : 0) {
+    } else if (std::size_t p = marker && out.firstPage.empty() ? afterMarker(text, i, {"pp", "p", "P"}) : 0) {
       std::size_t e = p;
       takePages(text, e, out);
       i = e - 1;

@@ -32,7 +32,7 @@ struct TagLine {
   FieldName name = F::Other;
 };
 
-// "TI  - text", "TI- text", "TI  text", "  HD  text", "AB" alone (a known tag only).
+// "TI  - text", "TI- text", "TI  text", "  HD  text", "AB  - " with nothing behind.
 TagLine matchTag(std::string_view line) {
   const std::size_t t = indentOf(line);
   if (t > 2 || t >= line.size() || !isUpper(line[t])) return {};
@@ -45,7 +45,7 @@ TagLine matchTag(std::string_view line) {
   const std::size_t blanks = j - e;
   std::string_view text;
   if (j == line.size()) {
-    // a tag alone on its line: only a known one
+    return {};  // a word alone on its line is no tag ("ISSN" is an Ovid field's name)
   } else if (line[j] == '-' && blanks <= 3) {
     if (j + 1 < line.size() && line[j + 1] != ' ') return {};
     if (j + 1 < line.size()) text = TrimText(line.substr(j + 2));
@@ -54,9 +54,7 @@ TagLine matchTag(std::string_view line) {
   } else {
     return {};
   }
-  const FieldName name = FieldNameOfTag(tag, text);
-  if (j == line.size() && name == F::Other) return {};
-  return {true, tag, text, name};
+  return {true, tag, text, FieldNameOfTag(tag, text)};
 }
 
 struct LabelLine {
@@ -271,7 +269,11 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
       if (t.name != F::Other) ++knownTags;
       if (!seenText) firstIsTag = true;
     }
-    if (info[i].indent == 0 && OvidFieldName(TrimText(line), false).found) {
+    // Ovid's names stand alone, a capital and small letters ("Title") or a short name
+    // in capitals ("DOI"); a tag line has blanks behind its capitals.
+    const bool maybeName = info[i].indent == 0 && !t.ok &&
+                           (line.size() <= 4 || (line.size() > 1 && line[1] >= 'a' && line[1] <= 'z'));
+    if (maybeName && OvidFieldName(TrimText(line), false).found) {
       ++ovidNames;
       if (!seenText) firstIsOvidName = true;
     }
