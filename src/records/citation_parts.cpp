@@ -401,6 +401,16 @@ void SplitName(std::string_view text, PersonName& p) {
 
 void SplitAuthors(std::string_view text, PersonList& out) {
   text = TrimText(text);
+  // The commonest line of all, one "Surname GI" (MEDLINE prints an AU line a person),
+  // goes straight in.
+  if (const std::size_t blank = text.find(' '); blank != std::string_view::npos && blank > 0 &&
+                                                 text.find(' ', blank + 1) == std::string_view::npos) {
+    const std::string_view family = text.substr(0, blank), given = text.substr(blank + 1);
+    if (initials(given) && family.find_first_of(",;") == std::string_view::npos && family != "By" && family != "by") {
+      out.add(family.back() == '.' ? family.substr(0, family.size() - 1) : family, given);
+      return;
+    }
+  }
   if (text.starts_with("By ") || text.starts_with("by ")) text = TrimText(text.substr(3));
   if (text.empty()) return;
   if (text.find(';') != std::string_view::npos) {

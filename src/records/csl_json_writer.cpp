@@ -7,7 +7,6 @@
 // Values of printable 7-bit text without a quote or backslash need no escaping and
 // are copied as they are.
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -61,11 +60,10 @@ class CslJsonWriter final : public ExportWriter {
  public:
   void begin(std::string& out) override { out += "[\r\n"; }
 
-  void record(const Citation& c, std::string& out) override {
-    out += first_ ? "" : ",\r\n";
-    first_ = false;
+  void record(const Citation& c, bool first, std::string& out) override {
+    if (!first) out += ",\r\n";
     out += "{\"id\":";
-    strings_->put(out, uniqueId(c.label));
+    strings_->put(out, c.label);
     out += ",\"type\":\"";
     out += CslType(c.type);
     out += '"';
@@ -128,7 +126,7 @@ class CslJsonWriter final : public ExportWriter {
     out += '}';
   }
 
-  void end(std::string& out) override { out += first_ ? "]\r\n" : "\r\n]\r\n"; }
+  void end(std::string& out, bool empty) override { out += empty ? "]\r\n" : "\r\n]\r\n"; }
 
  private:
   void key(std::string& out, std::string_view name, std::string_view value) {
@@ -139,40 +137,8 @@ class CslJsonWriter final : public ExportWriter {
     strings_->put(out, value);
   }
 
-  // The label, or the label with "-2", "-3"... when it came before.
-  std::string_view uniqueId(std::string_view label) {
-    id_.assign(label);
-    bool numeric = !label.empty() && label.size() < 10;
-    uint64_t n = 0;
-    for (char ch : label) {
-      numeric = numeric && ch >= '0' && ch <= '9';
-      n = n * 10 + static_cast<uint64_t>(ch - '0');
-    }
-    // Labels of a filtered file are numbers: a bit each is enough to know them again.
-    if (numeric && n < (1u << 27)) {
-      if (n >= seenNumbers_.size()) seenNumbers_.resize(std::max<std::size_t>(n + 1, seenNumbers_.size() * 2));
-      if (!seenNumbers_[n]) {
-        seenNumbers_[n] = true;
-        return id_;
-      }
-    } else if (seen_.insert(id_).second) {
-      return id_;
-    }
-    for (int k = 2;; ++k) {
-      std::string candidate = std::string(label) + "-" + std::to_string(k);
-      if (seen_.insert(candidate).second) {
-        id_ = std::move(candidate);
-        return id_;
-      }
-    }
-  }
-
   std::unique_ptr<JsonStrings> strings_ = std::make_unique<JsonStrings>();
-  bool first_ = true;
   std::string scratch_;
-  std::string id_;
-  std::vector<bool> seenNumbers_;
-  std::unordered_set<std::string> seen_;
 };
 
 }  // namespace

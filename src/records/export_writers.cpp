@@ -1,6 +1,7 @@
 // RIS and CSV writers, and the names of the formats.
 #include "records/export_writers.h"
 
+#include <algorithm>
 #include <array>
 
 #include "records/utf8_text.h"
@@ -26,7 +27,7 @@ void appendNumber(std::string& out, int32_t n) {
 
 class RisWriter final : public ExportWriter {
  public:
-  void record(const Citation& c, std::string& out) override {
+  void record(const Citation& c, bool /*first*/, std::string& out) override {
     tag(out, "TY", RisType(c.type));
     tag(out, "ID", c.label);
     tag(out, "TI", c.title);
@@ -120,7 +121,7 @@ class CsvWriter final : public ExportWriter {
     out += "\r\n";
   }
 
-  void record(const Citation& c, std::string& out) override {
+  void record(const Citation& c, bool /*first*/, std::string& out) override {
     cell(out, c.label, false);
     cell(out, CsvType(c.type));
     cell(out, c.title);
@@ -227,6 +228,33 @@ class CsvWriter final : public ExportWriter {
 };
 
 }  // namespace
+
+std::string_view UniqueLabels::operator()(std::string_view label) {
+  id_.assign(label);
+  bool numeric = !label.empty() && label.size() < 10;
+  uint64_t n = 0;
+  for (char ch : label) {
+    numeric = numeric && ch >= '0' && ch <= '9';
+    n = n * 10 + static_cast<uint64_t>(ch - '0');
+  }
+  // Labels of a filtered file are numbers: a bit each is enough to know them again.
+  if (numeric && n < (1u << 27)) {
+    if (n >= seenNumbers_.size()) seenNumbers_.resize(std::max<std::size_t>(n + 1, seenNumbers_.size() * 2));
+    if (!seenNumbers_[n]) {
+      seenNumbers_[n] = true;
+      return id_;
+    }
+  } else if (seen_.insert(id_).second) {
+    return id_;
+  }
+  for (int k = 2;; ++k) {
+    std::string candidate = std::string(label) + "-" + std::to_string(k);
+    if (seen_.insert(candidate).second) {
+      id_ = std::move(candidate);
+      return id_;
+    }
+  }
+}
 
 std::string_view FormatName(ExportFormat format) {
   switch (format) {

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <vector>
 
 #include "records/citation.h"
 
@@ -19,14 +21,29 @@ std::optional<ExportFormat> FormatOfName(std::string_view name);
 // The usual extension of each: ".ris", ".json", ".csv".
 std::string_view FormatExtension(ExportFormat format);
 
-// Writes citations to a text buffer the caller sends on to the file: begin() once,
-// record() for each citation in order, end() once.
+// Writes citations to text buffers the caller sends on to the file: begin() once,
+// record() for each citation, end() once. A record's text depends on the citation and
+// on whether it is the file's first alone, so records may be written in any order
+// (and on several threads, a writer each) and their texts joined in order.
 class ExportWriter {
  public:
   virtual ~ExportWriter() = default;
   virtual void begin(std::string& /*out*/) {}
-  virtual void record(const Citation& citation, std::string& out) = 0;
-  virtual void end(std::string& /*out*/) {}
+  virtual void record(const Citation& citation, bool first, std::string& out) = 0;
+  virtual void end(std::string& /*out*/, bool empty) { (void)empty; }
+};
+
+// The identifiers of a file's records: each label as it stands, or, when it came
+// before (files put together by the duplicate finder), with "-2", "-3"... behind, as
+// CSL needs each "id" once. Numbers are remembered a bit each.
+class UniqueLabels {
+ public:
+  std::string_view operator()(std::string_view label);
+
+ private:
+  std::string id_;
+  std::vector<bool> seenNumbers_;
+  std::unordered_set<std::string> seen_;
 };
 
 // RIS: "TY  - " first, one "AU  - " a person, "ER  - " last, the record's label under
@@ -36,9 +53,7 @@ std::unique_ptr<ExportWriter> MakeRisWriter();
 // end are quoted, quotes doubled; a byte order mark first, so that spreadsheets take
 // the file as UTF-8.
 std::unique_ptr<ExportWriter> MakeCsvWriter();
-// CSL JSON: an array of one object a record, one record a line. Labels that repeat
-// (files put together by the duplicate finder) get "-2", "-3"... behind, as CSL needs
-// each "id" once.
+// CSL JSON: an array of one object a record, one record a line.
 std::unique_ptr<ExportWriter> MakeCslJsonWriter();
 
 std::unique_ptr<ExportWriter> MakeExportWriter(ExportFormat format);

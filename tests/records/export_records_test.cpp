@@ -93,6 +93,27 @@ TEST(ExportRecords, ANdxIsReadAsItStandsWithThePROBesideIt) {
   EXPECT_NE(json.find("{\"id\":\"9\",\"type\":\"document\",\"title\":\"Second title\"}"), std::string::npos) << json;
 }
 
+TEST(ExportRecords, ManyRecordsComeOutInOrderWithUniqueIdentifiers) {
+  // Enough records for several batches of the workers; labels repeat, as in a file
+  // the duplicate finder put together from two.
+  TempDir dir;
+  std::string pro;
+  for (int k = 1; k <= 6000; ++k)
+    pro += CrLf({"Record - " + std::to_string(k % 4000 + 1), "", "TI  - Title " + std::to_string(k) + " " + std::string(60, 'x'), ""});
+  WriteFile(dir.file("big.PRO"), pro);
+  JobState job;
+  const JobResult r = ExportRecords(job, NoProgress(), ExportParams{dir.file("big.PRO"), ExportFormat::CslJson, dir.file("o.json")});
+  ASSERT_TRUE(r.done());
+  EXPECT_EQ(r.records, 6000);
+  const std::string json = ReadFile(dir.file("o.json"));
+  std::size_t at = 0;
+  for (int k = 1; k <= 6000; ++k) {
+    const std::string id = std::to_string(k % 4000 + 1) + (k > 4000 ? "-2" : "");
+    at = json.find("{\"id\":\"" + id + "\",\"type\":\"document\",\"title\":\"Title " + std::to_string(k) + " ", at);
+    ASSERT_NE(at, std::string::npos) << k;
+  }
+}
+
 TEST(ExportRecords, AnInterruptOrAFailureLeavesNoOutput) {
   TempDir dir;
   WriteFile(dir.file("r.PRO"), kPro);

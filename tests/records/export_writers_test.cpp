@@ -29,8 +29,8 @@ std::string Write(ExportFormat format, const std::vector<Citation>& citations) {
   std::unique_ptr<ExportWriter> w = MakeExportWriter(format);
   std::string out;
   w->begin(out);
-  for (const Citation& c : citations) w->record(c, out);
-  w->end(out);
+  for (const Citation& c : citations) w->record(c, &c == &citations.front(), out);
+  w->end(out, citations.empty());
   return out;
 }
 
@@ -109,7 +109,7 @@ TEST(ExportWriters, CsvOneRowARecordQuotedAsSpreadsheetsExpect) {
   EXPECT_NE(csv.find("\"Caf\xC3\xA9 \"\"society\"\", and more\""), std::string::npos);
 }
 
-TEST(ExportWriters, CslJsonParsesBackWithEveryFieldAndUniqueIds) {
+TEST(ExportWriters, CslJsonParsesBackWithEveryField) {
   Citation tricky = CitationOf("7", {"TI  - Back\\slash \"quoted\" and a\x01" "control", "AU  - Horvath E"});
   const nlohmann::json j =
       nlohmann::json::parse(Write(ExportFormat::CslJson, {CitationOf("7", kMedline), tricky, CitationOf("8", {})}));
@@ -125,12 +125,18 @@ TEST(ExportWriters, CslJsonParsesBackWithEveryFieldAndUniqueIds) {
   EXPECT_EQ(j[0]["DOI"], "10.1234/jic.2023.41.1123");
   EXPECT_EQ(j[0]["PMID"], "37000001");
   EXPECT_EQ(j[0]["keyword"], "Aged, 80 and over; Registries");
-  // The same label again gets a suffix: CSL needs every id once.
-  EXPECT_EQ(j[1]["id"], "7-2");
+  EXPECT_EQ(j[1]["id"], "7");
   EXPECT_EQ(j[1]["title"], "Back\\slash \"quoted\" and a control");
   EXPECT_EQ(j[2]["id"], "8");
   EXPECT_FALSE(j[2].contains("title"));
   EXPECT_EQ(nlohmann::json::parse(Write(ExportFormat::CslJson, {})).size(), 0u);
+}
+
+TEST(ExportWriters, LabelsThatComeAgainGetASuffix) {
+  UniqueLabels unique;
+  std::vector<std::string> ids;
+  for (std::string_view label : {"7", "8", "7", "7", "A", "A", "7-2", "0"}) ids.emplace_back(unique(label));
+  EXPECT_EQ(ids, (std::vector<std::string>{"7", "8", "7-2", "7-3", "A", "A-2", "7-2-2", "0"}));
 }
 
 TEST(ExportWriters, FormatNamesAndExtensions) {
