@@ -61,8 +61,26 @@ struct Entry {
   uint64_t key;
   uint32_t record;
   uint32_t flag;  // what the entry stands for, by rule
-  bool operator<(const Entry& o) const { return key != o.key ? key < o.key : record < o.record; }
 };
+
+// Sorts entries by key, entries of one key keeping their order (that of the records):
+// four passes of a 16-bit radix, a few times faster than a comparison sort here.
+void sortByKey(std::vector<Entry>& entries, std::vector<Entry>& scratch) {
+  scratch.resize(entries.size());
+  std::vector<uint32_t> count(1 << 16);
+  for (int shift = 0; shift < 64; shift += 16) {
+    std::fill(count.begin(), count.end(), 0);
+    for (const Entry& e : entries) ++count[(e.key >> shift) & 0xFFFF];
+    uint32_t sum = 0;
+    for (uint32_t& c : count) {
+      const uint32_t n = c;
+      c = sum;
+      sum += n;
+    }
+    for (const Entry& e : entries) scratch[count[(e.key >> shift) & 0xFFFF]++] = e;
+    entries.swap(scratch);
+  }
+}
 
 std::string_view wordAt(std::string_view text, std::size_t& at) {
   const std::size_t e = std::min(text.find(' ', at), text.size());
@@ -141,7 +159,7 @@ class Grouper {
   // Runs of equal keys, in order.
   template <class Visit>
   bool runs(std::vector<Entry>& entries, Visit&& visit) {
-    std::sort(entries.begin(), entries.end());
+    sortByKey(entries, scratch_);
     for (std::size_t i = 0; i < entries.size();) {
       std::size_t e = i + 1;
       while (e < entries.size() && entries[e].key == entries[i].key) ++e;
@@ -281,6 +299,7 @@ class Grouper {
   const std::function<bool()>& interrupted_;
   UnionFind uf_;
   std::vector<DuplicateLink> links_;
+  std::vector<Entry> scratch_;
 };
 
 }  // namespace

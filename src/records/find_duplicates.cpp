@@ -10,6 +10,7 @@
 #include "core/files.h"
 #include "core/input_file.h"
 #include "core/text_out.h"
+#include "records/batch_workers.h"
 #include "records/citation.h"
 #include "records/duplicates.h"
 #include "records/record_fields.h"
@@ -120,35 +121,64 @@ JobResult FindDuplicates(JobState& job, JobProgress& progress, const DedupParams
       totalLines += CountLines(in.pro);
     }
     frame.start(result, kDedupTitle, bytes, totalLines);
-
-    // Pass 1: the keys of every record.
-    WorkSet works;
     std::vector<int32_t> perFile(inputs.size(), 0);
-    RecordText record;
-    RecordFields fields;
-    Citation citation;
     int32_t linesBefore = 0;
-    for (std::size_t f = 0; f < inputs.size(); ++f) {
-      std::unique_ptr<RecordScanner> scanner = scannerOf(inputs[f]);
-      while (scanner->next(record)) {
-        if (record.label.empty() && inputs[f].index.empty()) {
-          Message m = NotARecordFileMessage();
-          m.text += "\r\n" + params.inputs[f];
-          result.message = m;
+
+    // Pass 1: the keys of every record. Workers read the fields and make the keys, a
+    // batch of records at a time; the batches' keys are put together in order.
+    struct KeyBatch : RecordBatch {
+      WorkSet keys;
+    };
+    struct WorkerState {
+      RecordFields fields;
+      Citation citation;
+      std::vector<std::string_view> views;
+    };
+    std::vector<WorkerState> state(BatchWorkers<KeyBatch>::Cores());
+    WorkSet works;
+    {
+      BatchWorkers<KeyBatch> workers(static_cast<unsigned>(state.size()), [&state](KeyBatch& b, unsigned worker) {
+        WorkerState& w = state[worker];
+        for (std::size_t r = 0; r < b.records.size(); ++r) {
+          const std::span<const std::string_view> lines = b.linesOf(r, w.views);
+          ReadRecordFields(lines, w.fields);
+          MakeCitation({}, w.fields, lines, w.citation);
+          b.keys.add(w.citation);
+        }
+      });
+      auto takeReady = [&](std::size_t keep) {
+        while (workers.inHand() > keep) works.append(workers.next()->keys);
+      };
+      int32_t records = 0;
+      RecordText record;
+      auto batch = std::make_unique<KeyBatch>();
+      for (std::size_t f = 0; f < inputs.size(); ++f) {
+        std::unique_ptr<RecordScanner> scanner = scannerOf(inputs[f]);
+        while (scanner->next(record)) {
+          if (record.label.empty() && inputs[f].index.empty()) {
+            Message m = NotARecordFileMessage();
+            m.text += "\r\n" + params.inputs[f];
+            result.message = m;
+            return JobOutcome::Refused;
+          }
+          batch->add({}, record.lines);
+          ++perFile[f];
+          frame.progress.recordDone(++records);
+          if (frame.lineDone(linesBefore + scanner->linesRead(), totalLines)) return JobOutcome::Interrupted;
+          if (batch->bytes.size() >= kBatchBytes) {
+            workers.submit(std::move(batch));
+            batch = std::make_unique<KeyBatch>();
+            takeReady(workers.threads() * kBatchesPerWorker);
+          }
+        }
+        if (perFile[f] == 0) {
+          result.message = NotARecordFileMessage();
           return JobOutcome::Refused;
         }
-        ReadRecordFields(record.lines, fields);
-        MakeCitation({}, fields, record.lines, citation);
-        works.add(citation);
-        ++perFile[f];
-        frame.progress.recordDone(static_cast<int32_t>(works.size()));
-        if (frame.lineDone(linesBefore + scanner->linesRead(), totalLines)) return JobOutcome::Interrupted;
+        linesBefore += scanner->linesRead();
       }
-      if (perFile[f] == 0) {
-        result.message = NotARecordFileMessage();
-        return JobOutcome::Refused;
-      }
-      linesBefore += scanner->linesRead();
+      if (!batch->records.empty()) workers.submit(std::move(batch));
+      takeReady(0);
     }
 
     frame.progress.caption("Comparing Records");
@@ -164,6 +194,9 @@ JobResult FindDuplicates(JobState& job, JobProgress& progress, const DedupParams
     frame.outputs.add(params.output);
     if (!params.report.empty()) frame.outputs.add(params.report);
     TextOut out(params.output);
+    RecordText record;
+    RecordFields fields;
+    Citation citation;
     std::unordered_map<uint32_t, Member> members;
     uint32_t g = 0;
     linesBefore = 0;

@@ -173,6 +173,18 @@ void WorkSet::add(const Citation& c) {
   works_.push_back(k);
 }
 
+void WorkSet::append(const WorkSet& other) {
+  const uint64_t titlesAt = titles_.size();
+  const auto wordsAt = static_cast<uint32_t>(words_.size());
+  for (WorkKeys k : other.works_) {
+    k.titleAt += titlesAt;
+    k.wordsAt += wordsAt;
+    works_.push_back(k);
+  }
+  words_.insert(words_.end(), other.words_.begin(), other.words_.end());
+  titles_ += other.titles_;
+}
+
 std::size_t WorkSet::bytes() const {
   return works_.capacity() * sizeof(WorkKeys) + words_.capacity() * sizeof(uint32_t) + titles_.capacity();
 }

@@ -43,6 +43,8 @@ struct WorkKeys {
 class WorkSet {
  public:
   void add(const Citation& citation);
+  // Adds the keys of another set behind these (the sets of batches, put together in order).
+  void append(const WorkSet& other);
   void reserve(std::size_t records);
 
   std::size_t size() const { return works_.size(); }
