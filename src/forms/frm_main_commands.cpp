@@ -63,11 +63,17 @@ void FrmMain::RunCommand(int32_t commandNumber) {
     job_.glRecNum = 0;
     return;
   }
+  runFilterJob(commandNumber, FilterInput{*capture, {}}, *capture);
+}
+
+void FrmMain::runFilterJob(int32_t commandNumber, std::any params, const std::string& capture) {
   jobRunning_ = true;
-  CommandContext context{job_, *frmFilter_, FilterInput{*capture, {}}};
+  CommandContext context{job_, *frmFilter_, std::move(params)};
   const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  // "Interrupt and quit this filtering." and the like were about the job.
+  setStatusMsg(QString());
 
   switch (result.outcome) {
     case JobOutcome::Failed:
@@ -94,7 +100,7 @@ void FrmMain::RunCommand(int32_t commandNumber) {
       break;
     case JobOutcome::Done:
       // The result waits in frmFilter for its OK.
-      frmFilter_->FinishFilter(*capture, result.files.size() > 0 ? result.files[0] : std::string(),
+      frmFilter_->FinishFilter(capture, result.files.size() > 0 ? result.files[0] : std::string(),
                                result.files.size() > 1 ? result.files[1] : std::string());
       break;
     case JobOutcome::Cancelled:
@@ -111,6 +117,7 @@ JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& p
   JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  setStatusMsg(QString());  // what the job's window said there was about the job
   if (result.outcome == JobOutcome::Failed) {
     showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
     job_.glRecNum = 0;
@@ -207,6 +214,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
   }
   if (!shutDown_) shutdownSteps();
   event->accept();
+  QCoreApplication::quit();
 }
 
 }  // namespace zv::forms
