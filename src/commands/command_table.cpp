@@ -21,6 +21,8 @@
 #include "filters/stn.h"
 #include "polish/polish_commands.h"
 #include "records/record_commands.h"
+#include "records/export_records.h"
+#include "records/find_duplicates.h"
 #include "records/sifter.h"
 #include "viewer/file_view.h"
 #include "viewer/split.h"
@@ -144,6 +146,12 @@ constexpr std::array kCommands{
             CommandInput::Own},
     Command{kOrderRecords, "OrderRecords", "order", "", "Write every record to BASE.ORD in a new order", &OrderRecordsCommand,
             CommandInput::Own},
+    Command{kExportRecords, "ExportRecords", "export", "",
+            "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
+            CommandInput::Own},
+    Command{kFindDuplicates, "FindDuplicates", "dedup", "",
+            "Keep one record of each work retrieved more than once, across record files, with a report of the groups",
+            &FindDuplicatesCommand, CommandInput::Own},
 };
 
 }  // namespace
