@@ -50,10 +50,15 @@ bool endsRecord(sv line) {
   return t == "off" || t == "logoff" || t == "LOGOFF" || t == "logoff hold" || t == "LOGOFF HOLD" || t == ">>>";
 }
 
+// The 16-bit counts of the filter, as the reason line of their overflow names them.
+constexpr std::string_view kSinceLabelLimit = "the lines of one record (iSinceLabel)";
+constexpr std::string_view kFscLinesLimit = "the lines written to the .FSC (iFscLines)";
+
 class DialogAll final : public LineFilter {
  public:
   void afterCleaning(FilterFrame& f) override {
-    if (f.iInRecord == -1) Inc16(iSinceLabel);  // step 1
+    // Step 1; the odometer moves after this, so the line in hand is one further.
+    if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
   void onLine(FilterFrame& f) override {
@@ -88,7 +93,7 @@ class DialogAll final : public LineFilter {
 
     // Step 4: copy to the .FSC while a block is open.
     if (iBeginBlock == -1 || iSetsBlock == -1) {
-      Inc16(iFscLines);
+      Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
       f.fscLine(line);
     }
 
@@ -100,7 +105,7 @@ class DialogAll final : public LineFilter {
     const bool errorLine = angles && Holds(line, ">>>");
     if ((capitalLs && Holds(line, "Logoff:")) || errorLine) {
       if (iLogoffBlock == -1 && !errorLine) {
-        Inc16(iFscLines);
+        Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
         f.fscLine(line);
         f.fscBlank();
       }
@@ -132,7 +137,7 @@ class DialogAll final : public LineFilter {
 
     // Step 11: copy the logoff block.
     if (iLogoffBlock == -1 && !errorLine) {
-      Inc16(iFscLines);
+      Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
       f.fscLine(line);
     }
 

@@ -74,7 +74,7 @@ void FrmMain::RunCommand(int32_t commandNumber) {
       // The frame has deleted what the job made; its window goes as on an interrupt.
       frmFilter_->ResetFilterForm();
       frmFilter_->hide();
-      showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+      showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText, ReasonOf(result)))));
       job_.glRecNum = 0;
       EnableMain(true);
       return;
@@ -112,7 +112,7 @@ JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& p
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
   if (result.outcome == JobOutcome::Failed) {
-    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText, ReasonOf(result)))));
     job_.glRecNum = 0;
     EnableMain(true);
   }
