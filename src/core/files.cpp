@@ -97,7 +97,7 @@ int64_t FileSize(const std::string& fileName) {
 // CR LF pair counted once: so every LF and every CR, less each CR LF pair. The counts
 // are plain comparisons summed over each block, which the compiler turns into vector
 // code; a CR at the end of one read is carried over to an LF at the start of the next.
-int32_t LineCount(const std::string& fileName) {
+int32_t LineCount(const std::string& fileName, const std::function<void()>& afterEachBlock) {
   const int fd = ::open(fileName.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) ThrowSystemError(errno, fileName);
   FdGuard guard(fd);
@@ -126,6 +126,7 @@ int32_t LineCount(const std::string& fileName) {
       done += block;
     }
     last = p[n - 1];
+    if (afterEachBlock) afterEachBlock();
   }
   const int64_t lines = lineEnds + (last != '\n' && last != '\r' ? 1 : 0);
   if (lines > std::numeric_limits<int32_t>::max())

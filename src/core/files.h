@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,8 +16,10 @@ int64_t FileSize(const std::string& fileName);
 
 // Number of text lines, by the same rules the filters read lines with: a line ends at
 // CR LF, at a lone LF or at a lone CR, and a last line without a line end counts.
-// Throws ZvError when the file cannot be read.
-int32_t LineCount(const std::string& fileName);
+// Throws ZvError when the file cannot be read. `afterEachBlock`, when given, is called
+// after each block of the file is counted (a megabyte at a time), so that a window
+// can go on painting through the count of a large file.
+int32_t LineCount(const std::string& fileName, const std::function<void()>& afterEachBlock = {});
 
 // Whether two names lead to the same existing file (false when either is missing).
 bool SameFile(const std::string& a, const std::string& b);

@@ -67,7 +67,17 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     }
     filter.begin(frame);
 
-    job.glLineCount = LineCount(job.gsInFile);
+    // The count reads the whole capture before its first line is filtered, seconds on
+    // a large one: the job's title goes up first, and the window is told again after
+    // every block counted, so that it can go on painting.
+    progress.caption(info.title);
+    job.glLineCount = LineCount(job.gsInFile, [&] { progress.caption(info.title); });
+    // Cancel pressed while counting: nothing was read, and nothing stays.
+    if (frameJob.interrupted()) {
+      frame.pro.abandon();
+      frame.fsc_.abandon();
+      return JobOutcome::Interrupted;
+    }
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
     // Three buffers turn round so that no line is copied: at the end of a pass

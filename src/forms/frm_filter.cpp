@@ -3,18 +3,17 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QVBoxLayout>
 
 #include "core/input_file.h"
 #include "forms/center_form.h"
+#include "forms/file_dialogs.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
@@ -87,34 +86,13 @@ FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMa
   ResetFilterForm();
 }
 
-QStringList FrmFilter::NameFilters(std::string_view dialogFilter) {
-  const QStringList parts = Q(dialogFilter).split(QLatin1Char('|'));
-  QStringList filters;
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    // The text keeps no pattern of its own in brackets: Qt would take it, and "*.*"
-    // would hide the files without an extension. Captures come in either case.
-    QString text = parts[i];
-    text.remove(QRegularExpression(QStringLiteral("\\s*\\(.*\\)")));
-    QStringList patterns;
-    for (const QString& p : parts[i + 1].split(QLatin1Char(';'))) {
-      if (p == QLatin1String("*.*")) {
-        patterns << QStringLiteral("*");
-      } else {
-        patterns << p;
-        if (p.toLower() != p) patterns << p.toLower();
-      }
-    }
-    filters << text + QStringLiteral(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
-  }
-  return filters;
-}
+QStringList FrmFilter::NameFilters(std::string_view dialogFilter) { return DialogNameFilters(dialogFilter); }
 
 QString FrmFilter::OdometerText(int32_t n) { return QLatin1Char(' ') + QString::number(n) + QLatin1Char(' '); }
 
 QString FrmFilter::chooseFile(const QStringList& nameFilters) {
   if (chooser_) return chooser_(nameFilters.join(QStringLiteral(";;")));
-  return QFileDialog::getOpenFileName(&frmMain_, QStringLiteral("Open"), QDir::currentPath(),
-                                      nameFilters.join(QStringLiteral(";;")));
+  return ChooseFileName(&frmMain_, {FileDialogMode::Open, QString(), nameFilters, QString()});
 }
 
 std::optional<std::string> FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
@@ -153,6 +131,17 @@ void FrmFilter::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
 void FrmFilter::jobStarted(const Start& start) {
   setWindowTitle(Q(start.title));
   frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+}
+
+void FrmFilter::caption(std::string_view text) {
+  const QString title = Q(text);
+  const bool changed = windowTitle() != title;
+  if (changed) setWindowTitle(title);
+  if (!changed && captionClock_.isValid() && captionClock_.elapsed() < kRepaintMs) return;
+  captionClock_.start();
+  // What the file dialog covered is painted again, this window with its title first.
+  repaint();
+  QCoreApplication::processEvents();
 }
 
 void FrmFilter::lineDone(int32_t lInLine, int32_t glLineCount) {
@@ -194,6 +183,7 @@ void FrmFilter::FinishFilter(std::string_view inFile, std::string_view proFile, 
 void FrmFilter::ResetFilterForm() {
   lineOdom_ = recOdom_ = percent_ = 0;
   repaintClock_.invalidate();
+  captionClock_.invalidate();
   pnlLineOdom_->clear();
   pnlRecOdom_->clear();
   pnlLineOdom_->repaint();

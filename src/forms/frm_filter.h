@@ -35,6 +35,9 @@ class FrmFilter : public QDialog, public JobProgress {
   // JobProgress: the title, the timing panels, the odometers and the bar.
   void ClearStatusPanels() override;
   void jobStarted(const Start& start) override;
+  // The title while the capture's lines are counted: shown at once, and the windows
+  // kept painting (and Cancel answered) every 30 ms or so while the count goes on.
+  void caption(std::string_view text) override;
   void lineDone(int32_t line, int32_t totalLines) override;
   void recordDone(int32_t record) override;
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
@@ -77,6 +80,7 @@ class FrmFilter : public QDialog, public JobProgress {
   JobState& job_;
   FileChooser chooser_;
   QElapsedTimer repaintClock_;
+  QElapsedTimer captionClock_;
   int32_t lineOdom_ = 0;
   int32_t recOdom_ = 0;
   int percent_ = 0;

@@ -47,6 +47,7 @@ FrmIndexing::FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt)
 }
 
 void FrmIndexing::indexingStarted(std::string_view fileSize, std::string_view startTime) {
+  building_ = true;
   line_ = record_ = 0;
   showCounters();
   repaintClock_.invalidate();
@@ -83,12 +84,19 @@ void FrmIndexing::indexingFinished(std::string_view finishTime, std::string_view
 }
 
 void FrmIndexing::indexingClosed() {
+  building_ = false;
   frmMain_.EnableMain(true);
   hide();
   frmMain_.activateWindow();
 }
 
 void FrmIndexing::cmdCancelClick() {
+  // Cancel on a window whose build has ended closes it: an interrupt raised now would
+  // belong to no job, and would stop the next one.
+  if (!building_) {
+    hide();
+    return;
+  }
   // The builder looks at the flag after the line in hand and removes what it made.
   giInterrupt_ = 1;
   frmMain_.ClearStatusPanels();

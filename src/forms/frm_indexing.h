@@ -39,6 +39,7 @@ class FrmIndexing : public QDialog, public IndexProgress {
   FrmMain& frmMain_;
   std::atomic<int16_t>& giInterrupt_;
   QElapsedTimer repaintClock_;
+  bool building_ = false;
   int32_t line_ = 0;
   int32_t record_ = 0;
   QLabel* pnlLineOdom_ = nullptr;

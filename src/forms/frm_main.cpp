@@ -1,6 +1,8 @@
 // frmMain: its layout, the left bar, the status line, the clock, the keys and the locks.
 #include "forms/frm_main.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QButtonGroup>
@@ -11,6 +13,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -63,11 +66,19 @@ FrmMain::FrmMain(SettingsStore& store, QWidget* parent) : QMainWindow(parent), s
 
   chooseToolbar(0);
   openPanel(0);
+  setMinimumSize(LeastUsableSize());
+  // The window's own size, where a start that restores only the maximized state
+  // leaves it to come back to.
+  resize(minimumSize());
   timer1_.setObjectName(QStringLiteral("Timer1"));
   connect(&timer1_, &QTimer::timeout, this, &FrmMain::tick);
   timer1_.start(1000);
   tick();
   qApp->installEventFilter(this);
+  // The program ends with this window's shutdown and at no other time. Qt would end
+  // it, closing every window on the way, when the last window it counts goes: with
+  // this window hidden behind the sifter, that is any dialog without a parent.
+  QApplication::setQuitOnLastWindowClosed(false);
 }
 
 FrmMain::~FrmMain() { qApp->removeEventFilter(this); }
@@ -76,7 +87,6 @@ QWidget* FrmMain::buildLeftBar() {
   auto* bar = new QFrame(this);
   bar->setObjectName(QStringLiteral("pnlOLBar"));
   bar->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-  bar->setFixedWidth(210);
   auto* layout = new QVBoxLayout(bar);
   layout->setContentsMargins(2, 2, 2, 2);
   layout->setSpacing(2);
@@ -137,6 +147,9 @@ QWidget* FrmMain::buildLeftBar() {
   }
   times->setColumnStretch(1, 1);
   times->setRowStretch(5, 1);
+  // As wide as the widest caption of its three panels asks ("Selected TYPES to
+  // separate files" above all), in whatever font the desktop uses.
+  bar->setFixedWidth(std::max(210, bar->sizeHint().width()));
   return bar;
 }
 
@@ -181,6 +194,46 @@ void FrmMain::buildStatusBar() {
   pnlTime_->setAlignment(Qt::AlignCenter);
   pnlTime_->setFixedWidth(76);
   bar->addPermanentWidget(pnlTime_);
+}
+
+QSize FrmMain::LeastUsableSize() const {
+  // Width: the widest toolbar whole, the left bar beside the pane's title, and the
+  // longest status hint beside the lock and time panels.
+  const auto* strip = findChild<QFrame*>(QStringLiteral("pnlTB_Background"));
+  const QMargins stripMargins = strip->contentsMargins() + strip->layout()->contentsMargins();
+  int toolbarWidth = 0;
+  for (const QWidget* panel : pnlTB_)
+    toolbarWidth = std::max(toolbarWidth, static_cast<const QScrollArea*>(panel)->widget()->sizeHint().width());
+  toolbarWidth += stripMargins.left() + stripMargins.right();
+
+  const QWidget* leftBar = findChild<QWidget*>(QStringLiteral("pnlOLBar"));
+  const auto* title = findChild<QLabel*>(QStringLiteral("lblPaneTitle"));
+  const int columnsWidth = leftBar->width() + 4 + title->sizeHint().width() + 16;
+
+  const QFontMetrics metrics(pnlStatusMsg_->font());
+  int longestHint = 0;
+  for (const Toolbar& bar : Toolbars())
+    for (const ToolbarButton& b : bar.buttons)
+      longestHint = std::max(longestHint, metrics.horizontalAdvance(QLatin1String(b.hint)));
+  int statusWidth = longestHint + 2 * pnlStatusMsg_->frameWidth() + 8;
+  for (const QLabel* p : pnlKeyStatus_) statusWidth += p->width() + 6;
+  statusWidth += pnlTime_->width() + 6 + 24;  // and the size grip
+
+  const QMargins central = centralWidget()->layout()->contentsMargins();
+  const int width = std::max({toolbarWidth, columnsWidth, statusWidth}) + central.left() + central.right();
+
+  // Height: the menu, the toolbar strip, the left bar with its tallest panel open,
+  // the status line.
+  const auto* bar = static_cast<const QBoxLayout*>(leftBar->layout());
+  int captions = 0;
+  for (int i = 0; i < 3; ++i)
+    captions += findChild<QWidget*>(QStringLiteral("pnlOLCap_%1").arg(i))->sizeHint().height() + 2 * bar->spacing();
+  int tallestPanel = 0;
+  for (const QWidget* panel : pnlOL_) tallestPanel = std::max(tallestPanel, panel->layout()->sizeHint().height());
+  const int leftBarHeight = captions + tallestPanel + 2 * leftBar->contentsMargins().top() + 8;
+  const int height = menuBar()->sizeHint().height() + central.top() + central.bottom() + strip->sizeHint().height() +
+                     4 + leftBarHeight + statusBar()->sizeHint().height();
+  return {width, height};
 }
 
 void FrmMain::FormLoad(QWidget* frmStartup) {

@@ -32,6 +32,10 @@ class FrmMain : public QMainWindow {
   explicit FrmMain(SettingsStore& store, QWidget* parent = nullptr);
   ~FrmMain() override;
 
+  // The least size at which every toolbar button, every caption of the left bar and
+  // the longest status hint show whole; the window never goes below it.
+  QSize LeastUsableSize() const;
+
   // The end of start-up: lock panels filled, splash hidden, the window shown.
   void FormLoad(QWidget* frmStartup);
 

@@ -20,8 +20,11 @@ const QColor kTextAtRest(0, 128, 128);
 const QColor kTextHovered(128, 0, 128);
 
 void setTextColour(QWidget* w, const QColor& colour) {
+  // Not the disabled group: a button of a disabled window keeps the greyed text that
+  // says so.
   QPalette p = w->palette();
-  p.setColor(QPalette::ButtonText, colour);
+  p.setColor(QPalette::Active, QPalette::ButtonText, colour);
+  p.setColor(QPalette::Inactive, QPalette::ButtonText, colour);
   w->setPalette(p);
 }
 

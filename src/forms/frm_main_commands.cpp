@@ -68,6 +68,8 @@ void FrmMain::RunCommand(int32_t commandNumber) {
   const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  // "Interrupt and quit this filtering." and the like were about the job.
+  setStatusMsg(QString());
 
   switch (result.outcome) {
     case JobOutcome::Failed:
@@ -111,6 +113,7 @@ JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& p
   JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
+  setStatusMsg(QString());  // what the job's window said there was about the job
   if (result.outcome == JobOutcome::Failed) {
     showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText, ReasonOf(result)))));
     job_.glRecNum = 0;
@@ -207,6 +210,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
   }
   if (!shutDown_) shutdownSteps();
   event->accept();
+  QCoreApplication::quit();
 }
 
 }  // namespace zv::forms

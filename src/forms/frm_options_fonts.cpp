@@ -44,25 +44,47 @@ FontChooser& chooser() {
   return c;
 }
 
+}  // namespace
+
+std::unique_ptr<QFontDialog> MakeFontDialog(QWidget* parent, const QFont& current, int flags) {
+  // A parent, always: a dialog without one that closes while the main window is
+  // hidden (as it is behind the sifter) is the last window Qt sees go, and Qt's quit
+  // then closes every window, the sifter's included.
+  auto dialog = std::make_unique<QFontDialog>(parent);
+  dialog->setObjectName(QStringLiteral("CMDialog1"));
+  dialog->setWindowTitle(QStringLiteral("Font"));
+  QFontDialog::FontDialogOptions options = QFontDialog::DontUseNativeDialog;
+  if ((flags & font_flags::kFixedPitchOnly) != 0) options |= QFontDialog::MonospacedFonts;
+  dialog->setOptions(options);
+  if ((flags & font_flags::kAnsiOnly) != 0) {
+    // The dialog's first list box is its writing system; the list of faces follows
+    // it only when the box says it was chosen.
+    if (auto* systems = dialog->findChild<QComboBox*>()) {
+      const int latin = systems->findText(QFontDatabase::writingSystemName(QFontDatabase::Latin));
+      if (latin >= 0) {
+        systems->setCurrentIndex(latin);
+        emit systems->activated(latin);
+      }
+    }
+  }
+  // Setting the font fills the list of faces again, now under the options above. The
+  // face is the one the record is really shown in: a name the system lacks (the
+  // default "Courier New" on most) would leave the dialog on its first face.
+  QFont shown = current;
+  shown.setFamily(QFontInfo(current).family());
+  dialog->setCurrentFont(shown);
+  return dialog;
+}
+
+namespace {
+
 // The system's font dialog. Qt's own dialog, so that the flags can narrow its list:
 // fixed pitch to the monospaced faces, ANSI to those that write the Latin alphabet.
 // Screen and printer fonts are one and the same kind here.
-std::optional<QFont> systemFontDialog(const QFont& current, int flags) {
-  QFontDialog dialog(current);
-  dialog.setObjectName(QStringLiteral("CMDialog1"));
-  dialog.setWindowTitle(QStringLiteral("Font"));
-  QFontDialog::FontDialogOptions options = QFontDialog::DontUseNativeDialog;
-  if ((flags & font_flags::kFixedPitchOnly) != 0) options |= QFontDialog::MonospacedFonts;
-  dialog.setOptions(options);
-  if ((flags & font_flags::kAnsiOnly) != 0) {
-    // The dialog's first list box is its writing system.
-    if (auto* systems = dialog.findChild<QComboBox*>()) {
-      const int latin = systems->findText(QFontDatabase::writingSystemName(QFontDatabase::Latin));
-      if (latin >= 0) systems->setCurrentIndex(latin);
-    }
-  }
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return dialog.selectedFont();
+std::optional<QFont> systemFontDialog(QWidget* parent, const QFont& current, int flags) {
+  const std::unique_ptr<QFontDialog> dialog = MakeFontDialog(parent, current, flags);
+  if (dialog->exec() != QDialog::Accepted) return std::nullopt;
+  return dialog->selectedFont();
 }
 
 }  // namespace
@@ -169,7 +191,7 @@ std::optional<QFont> ChooseFontOptions(FrmOptionsFonts& options, const QFont& cu
     return std::nullopt;
   }
   const int flags = FontDialogFlags(options.screenOnly(), options.fixedOnly(), options.ansiOnly());
-  const std::optional<QFont> chosen = chooser() ? chooser()(current, flags) : systemFontDialog(current, flags);
+  const std::optional<QFont> chosen = chooser() ? chooser()(current, flags) : systemFontDialog(options.parentWidget(), current, flags);
   if (!chosen) return std::nullopt;  // the font dialog's cancel says nothing
   QFont font = current;
   font.setFamily(chosen->family());

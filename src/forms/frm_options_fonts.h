@@ -6,12 +6,14 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <QDialog>
 #include <QFont>
 
 class QCheckBox;
+class QFontDialog;
 class QRadioButton;
 
 namespace zv::forms {
@@ -70,12 +72,18 @@ class FrmOptionsFonts : public QDialog {
   std::array<QRadioButton*, 2> optSave_{};
 };
 
+// The font dialog over `parent`, its list narrowed by the flags (fixed pitch, ANSI),
+// opened on the face `current` is shown in. The sifter's and the file viewer's font
+// options both come here.
+std::unique_ptr<QFontDialog> MakeFontDialog(QWidget* parent, const QFont& current, int flags);
+
 // Answers the system's font dialog instead of the user: called with the font in use
 // and the flags, returns the font chosen or nullopt for the dialog's cancel.
 using FontChooser = std::function<std::optional<QFont>(const QFont& current, int flags)>;
 void SetFontChooser(FontChooser chooser);
 
-// The font options command: frmOptionsFonts, then the font dialog with its flags.
+// The font options command: frmOptionsFonts, then the font dialog with its flags,
+// over the window that owns `options`.
 // Returns the font to apply, or nullopt when either dialog was cancelled (the
 // interrupt that the options' Cancel raised is lowered again). With "Save Setting"
 // on, the font is written under `section`.

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -69,6 +70,14 @@ FrmSettings::FrmSettings(FrmMain& frmMain, SettingsStore& store)
   connect(cmdSave, &QPushButton::clicked, this, &FrmSettings::cmdSaveClick);
   connect(cmdCancel, &QPushButton::clicked, this, &FrmSettings::cmdCancelClick);
   connect(txtWorkingDir_, &QLineEdit::returnPressed, this, [this] { ShowTabWarning(this); });
+  // The folders are read in the background: each one read around the folder shown
+  // moves it, so the list is scrolled to it again.
+  connect(dirModel_, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+    // Not once the user has moved in the list.
+    const QModelIndex shown = dirModel_->index(shownDir_);
+    if (isVisible() && dir1_->currentIndex() == shown && (shownDir_ + QLatin1Char('/')).startsWith(loaded))
+      dir1_->scrollTo(shown, QAbstractItemView::PositionAtCenter);
+  });
   connect(dir1_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           [this](const QModelIndex& index) { txtWorkingDir_->setText(dirModel_->filePath(index)); });
 }
@@ -79,16 +88,23 @@ void FrmSettings::setUserOverride(bool on) {
 }
 
 void FrmSettings::showDirectory(const QString& path) {
-  const QModelIndex index = dirModel_->index(path);
-  dir1_->setCurrentIndex(index);
-  dir1_->scrollTo(index);
+  shownDir_ = path;
+  scrollToShownDirectory();
   txtWorkingDir_->setText(QDir::toNativeSeparators(path));
+}
+
+void FrmSettings::scrollToShownDirectory() {
+  const QModelIndex index = dirModel_->index(shownDir_);
+  if (dir1_->currentIndex() != index) dir1_->setCurrentIndex(index);
+  dir1_->scrollTo(index, QAbstractItemView::PositionAtCenter);
 }
 
 void FrmSettings::showEvent(QShowEvent* event) {
   // Opening the dialog starts it at the current directory.
   showDirectory(QDir::currentPath());
   QDialog::showEvent(event);
+  // Once the list has its size on the screen, the folder goes to its middle.
+  QTimer::singleShot(0, this, &FrmSettings::scrollToShownDirectory);
 }
 
 void FrmSettings::cmdSaveClick() {

@@ -36,9 +36,11 @@ class FrmSettings : public QDialog {
 
  private:
   void showDirectory(const QString& path);
+  void scrollToShownDirectory();
 
   FrmMain& frmMain_;
   SettingsStore& store_;
+  QString shownDir_;  // the folder the list was opened at
   QFileSystemModel* dirModel_ = nullptr;
   QTreeView* dir1_ = nullptr;
   QLineEdit* txtWorkingDir_ = nullptr;

@@ -2,12 +2,15 @@
 // commands the window does itself (Keep List, Order's refusal, Copy, Help, Font).
 #include "forms/frm_sift.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
@@ -26,6 +29,7 @@ namespace {
 constexpr int kRecordLeft = 8;     // pixels, within pnlBackground
 constexpr int kHeaderHeight = 64;  // the file and record rows above the text
 constexpr int kKeepListWidth = 120;
+constexpr int kKeepListGap = 6;
 
 QLabel* caption(const char* name, const char* text, QWidget* parent) {
   auto* label = new QLabel(QLatin1String(text), parent);
@@ -82,7 +86,10 @@ FrmSift::FrmSift(FrmMain& frmMain, SettingsStore& store)
 
   txtRecord_->setFont(ReadFontSetting(store_, kSifterFontsSection));
   setViewMode(kProView, kProViewColor);
-  resize(820, 600);
+  // Every button of the toolbar whole, and room for a few lines of the record.
+  setMinimumSize(toolbar_->sizeHint().width(), menuBar()->sizeHint().height() + toolbar_->sizeHint().height() +
+                                                   kHeaderHeight + 160 + TwipsToPixels(825));
+  resize(minimumSize().expandedTo(QSize(820, 600)));
   qApp->installEventFilter(this);
 }
 
@@ -183,14 +190,20 @@ void FrmSift::placeChildren() {
                                   PixelsToTwips(backgroundTop), PixelsToTwips(kRecordLeft),
                                   PixelsToTwips(kHeaderHeight));
   pnlBackground_->setGeometry(0, backgroundTop, inner.width(), TwipsToPixels(l.backgroundHeight));
-  txtRecord_->setGeometry(kRecordLeft, kHeaderHeight, TwipsToPixels(l.recordWidth), TwipsToPixels(l.recordHeight));
-  // The rows above and below line up with the text's edges.
-  const int rowWidth = txtRecord_->width() + 2 * kRecordLeft;
+  const QRect area(kRecordLeft, kHeaderHeight, TwipsToPixels(l.recordWidth), TwipsToPixels(l.recordHeight));
+  // The keep list takes the right of the record's area and the text the rest, so
+  // that no line of the record goes under the list.
+  QRect text = area;
+  if (!pnlKeepList_->isHidden()) {
+    text.setWidth(std::max(area.width() - kKeepListWidth - kKeepListGap, kKeepListWidth));
+    const int listHeight = std::min(area.height(), 360);
+    pnlKeepList_->setGeometry(text.right() + 1 + kKeepListGap, area.top(), kKeepListWidth, listHeight);
+  }
+  txtRecord_->setGeometry(text);
+  // The rows above and below line up with the area's edges.
+  const int rowWidth = area.width() + 2 * kRecordLeft;
   header_->setGeometry(0, 0, rowWidth, kHeaderHeight);
-  footer_->setGeometry(0, txtRecord_->geometry().bottom() + 6, rowWidth, footer_->sizeHint().height());
-  const QRect text = txtRecord_->geometry();
-  const int listHeight = std::min(text.height() - 8, 360);
-  pnlKeepList_->setGeometry(text.right() - kKeepListWidth - 22, text.top() + 4, kKeepListWidth, listHeight);
+  footer_->setGeometry(0, area.bottom() + 6, rowWidth, footer_->sizeHint().height());
 }
 
 void FrmSift::paintEvent(QPaintEvent* event) {

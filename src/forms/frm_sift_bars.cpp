@@ -21,8 +21,10 @@ const QColor kCaptionAtRest(0, 128, 128);
 const QColor kCaptionHovered(128, 0, 128);
 
 void setCaptionColour(QWidget* w, const QColor& colour) {
+  // Not the disabled group: a disabled button keeps its greyed caption.
   QPalette p = w->palette();
-  p.setColor(QPalette::ButtonText, colour);
+  p.setColor(QPalette::Active, QPalette::ButtonText, colour);
+  p.setColor(QPalette::Inactive, QPalette::ButtonText, colour);
   w->setPalette(p);
 }
 

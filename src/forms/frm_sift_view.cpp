@@ -4,12 +4,12 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 
+#include "forms/file_dialogs.h"
 #include "forms/frm_filter.h"
 #include "forms/frm_indexing.h"
 #include "forms/frm_keep_file.h"
@@ -44,9 +44,10 @@ void FrmSift::showErrorForm(std::string_view text) { frmMain_.showErrorForm(Disp
 
 std::optional<std::string> FrmSift::chooseFile(std::string_view dialogFilter) {
   const QString filters = FrmFilter::NameFilters(dialogFilter).join(QStringLiteral(";;"));
-  const QString path = chooser_ ? chooser_(filters)
-                                : QFileDialog::getOpenFileName(isVisible() ? this : static_cast<QWidget*>(&frmMain_),
-                                                               QStringLiteral("Open"), QDir::currentPath(), filters);
+  const QString path =
+      chooser_ ? chooser_(filters)
+               : ChooseFileName(isVisible() ? static_cast<QWidget*>(this) : &frmMain_,
+                                {FileDialogMode::Open, QString(), FrmFilter::NameFilters(dialogFilter), QString()});
   if (path.isEmpty()) return std::nullopt;
   // The system's dialog leaves the current directory at the file's folder; the index,
   // the bookmark and the order file are named from the stem alone and live there.
@@ -136,6 +137,7 @@ void FrmSift::showKeepList(bool visible) {
   pnlKeepList_->setVisible(visible);
   if (visible) pnlKeepList_->raise();
   mnuKeepList_->setChecked(visible);
+  placeChildren();  // the record text makes room for the list, or takes it back
 }
 
 void FrmSift::clearKeepList() { lstKeepList_->clear(); }

@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -138,7 +139,6 @@ QList<HelpHit> SearchHelp(const QString& query) {
 HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   setWindowTitle(tr("Zorvanta Help"));
   setAttribute(Qt::WA_QuitOnClose, false);  // an open help window doesn't keep the program alive
-  resize(960, 680);
 
   // Left: contents above, search below.
   auto* left = new QWidget;
@@ -243,6 +243,13 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   connect(forward, &QShortcut::activated, browser_, &QTextBrowser::forward);
   auto* close = new QShortcut(QKeySequence(Qt::Key_Escape), this);
   connect(close, &QShortcut::activated, this, &QWidget::close);
+
+  // 960 x 680 where the screen has room, and never past the screen's work area,
+  // with room left for the window's frame and title bar; centred there.
+  const QRect area = screen()->availableGeometry();
+  const QSize size = QSize(960, 680).boundedTo(area.size() - QSize(16, 48)).expandedTo(minimumSizeHint());
+  resize(size);
+  move(area.x() + (area.width() - size.width()) / 2, area.y() + (area.height() - size.height()) / 2);
 }
 
 void HelpWindow::showPage(const QString& page) {
@@ -296,7 +303,9 @@ void HelpWindow::onSourceChanged(const QUrl& url) {
   browser_->setExtraSelections({});
   const QString file = url.fileName();
   const QString title = browser_->documentTitle();
-  setWindowTitle(title.isEmpty() ? tr("Zorvanta Help") : tr("Zorvanta Help - %1").arg(title));
+  // The front page is titled as the window is.
+  const QString windowName = tr("Zorvanta Help");
+  setWindowTitle(title.isEmpty() || title == windowName ? windowName : tr("%1 - %2").arg(windowName, title));
   // Keep the contents in step with pages reached by links and history.
   const QSignalBlocker block(contents_);
   for (QTreeWidgetItemIterator it(contents_); *it; ++it) {
@@ -359,6 +368,47 @@ QString HelpPageForContext(int context) {
       {122, QStringLiteral("sift.html#ordering")},
   };
   return kPages.value(context, QStringLiteral("index.html"));
+}
+
+QString HelpPageForCommand(int32_t number) {
+  static const QList<std::pair<std::pair<int32_t, int32_t>, const char*>> kPages{
+      {{1, 1}, "filter_adhoc.html"},
+      {{100, 100}, "filter_dialog_all.html"},
+      {{200, 201}, "filter_dialog_pick.html"},
+      {{300, 301}, "filter_dialog_separate.html"},
+      {{400, 400}, "filter_dialmail.html"},
+      {{500, 500}, "filter_brs.html"},
+      {{600, 600}, "filter_datastar.html"},
+      {{800, 800}, "filter_djnr.html"},
+      {{900, 900}, "filter_nlm.html"},
+      {{1100, 1100}, "filter_orbit.html"},
+      {{1200, 1200}, "filter_ovid.html"},
+      {{1300, 1300}, "filter_stn.html"},
+      {{1600, 1600}, "sift.html#opening"},
+      {{1601, 1602}, "sift.html#moving"},
+      {{1603, 1605}, "sift.html#keeping"},
+      {{1606, 1606}, "sift.html#ordering"},
+      {{1607, 1607}, "sift.html#keeping"},
+      {{1608, 1608}, "sift.html#ordering"},
+      {{1609, 1611}, "sift.html#moving"},
+      {{1700, 1701}, "query_by_form.html"},
+      {{1800, 1801}, "rank.html"},
+      {{1900, 1900}, "sort.html"},
+      {{2100, 2100}, "diction.html"},
+      {{2200, 2200}, "divide.html"},
+      {{2300, 2300}, "undelimit.html"},
+      {{2400, 2400}, "renumber.html"},
+      {{2500, 2500}, "delete_labels.html"},
+      {{2600, 2600}, "replace_labels.html"},
+      {{2700, 2700}, "line_breaks.html"},
+      {{2800, 2800}, "page_breaks.html"},
+      {{2900, 2901}, "viewer.html"},
+      {{3000, 3010}, "main_window.html#menus"},
+      {{3200, 3230}, "header_cover.html"},
+  };
+  for (const auto& [range, page] : kPages)
+    if (number >= range.first && number <= range.second) return QLatin1String(page);
+  return {};
 }
 
 int HelpContextOf(const QWidget* w) {

@@ -1,6 +1,8 @@
 // The help window: the program's manual from the :/help resource, with contents and search.
 #pragma once
 
+#include <cstdint>
+
 #include <QList>
 #include <QString>
 #include <QWidget>
@@ -97,6 +99,10 @@ void ShowHelp(QWidget* parent, const QString& page = QStringLiteral("index.html"
 QString HelpPageForContext(int context);
 // The context of `w` or of the nearest element around it that has one; 0 for none.
 int HelpContextOf(const QWidget* w);
+
+// The page of the manual that tells about command `number` of the command table (a
+// fragment may follow: "sift.html#keeping"); empty for a number no tool has.
+QString HelpPageForCommand(int32_t number);
 
 // The help window if ShowHelp has made it, else null.
 HelpWindow* ExistingHelpWindow();

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string_view>
 
+#include <QMessageBox>
 #include <QString>
 
 class QDialog;
+class QInputDialog;
 class QWidget;
 
 namespace zv::forms {
@@ -52,6 +55,15 @@ void SetAnswerSink(AnswerSink sink);
 int ExecModal(QDialog& dialog);
 using ModalRunner = std::function<int(QDialog&)>;
 void SetModalRunner(ModalRunner runner);
+
+// The width a window needs for its whole title to show in the title bar.
+int TitleBarWidth(const QString& title);
+
+// The message box and the input box as ShowMessage, AskYesNo and InputBox show them:
+// never narrower than their title.
+std::unique_ptr<QMessageBox> MakeMessageBox(QWidget* parent, MsgIcon icon, const QString& title,
+                                            const QString& text, QMessageBox::StandardButtons buttons);
+std::unique_ptr<QInputDialog> MakeInputBox(QWidget* parent, const QString& prompt, const QString& title);
 
 // The system's texts end their lines in CR LF (or CR in message boxes); a label
 // wants LF.

@@ -12,11 +12,16 @@ namespace zv::forms {
 // window style is kept for the callers' sake; the window manager places the window.
 int RunProgram(const QString& commandLine, int windowStyle);
 
-// The terminal emulators looked for after $TERMINAL, in this order.
+// The common terminal emulators, looked for last, in this order.
 const QStringList& KnownTerminals();
 
-// The command line that opens a terminal: $TERMINAL when it names a program on the
-// path, else the desktop's x-terminal-emulator, else the first known terminal found.
+// The terminals that come with the desktops named in `desktops` (XDG_CURRENT_DESKTOP,
+// "ubuntu:GNOME"), in the order to look for them.
+QStringList DesktopTerminals(const QString& desktops);
+
+// The command line that opens a terminal, the first that names a program on the path
+// of: $TERMINAL; xdg-terminal-exec; the terminal the desktop's settings name (GNOME,
+// Cinnamon, KDE); the desktop's own terminals; x-terminal-emulator; the known ones.
 // Empty when none is installed.
 QString TerminalCommand();
 

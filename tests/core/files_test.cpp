@@ -82,6 +82,21 @@ TEST(LineCountTest, CrLfSplitAcrossReadChunks) {
   }
 }
 
+TEST(LineCountTest, TellsAfterEachBlockCounted) {
+  // One call a megabyte begun, and the count the same as without the calls.
+  TempDir dir;
+  const std::string path = dir.file("big.log");
+  const std::size_t block = std::size_t{1} << 20;
+  for (const std::size_t size : {std::size_t{0}, std::size_t{10}, block, block + 1, 3 * block - 5}) {
+    std::string bytes(size, 'x');
+    for (std::size_t i = 79; i < size; i += 80) bytes[i] = '\n';
+    WriteFile(path, bytes);
+    int calls = 0;
+    EXPECT_EQ(LineCount(path, [&] { ++calls; }), LineCount(path)) << size;
+    EXPECT_EQ(calls, static_cast<int>((size + block - 1) / block)) << size;
+  }
+}
+
 TEST(FileHandles, SeekGetPutAreByteExact) {
   TempDir dir;
   const std::string path = dir.file("r.pro");

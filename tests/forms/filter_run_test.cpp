@@ -70,6 +70,7 @@ class TestFilterRun : public QObject {
     QVERIFY(r.log.messages.isEmpty());
     QCOMPARE(hints, (QStringList{" Zorvanta is cleaning up a search.", "Interrupt and quit this filtering.",
                                  "Zorvanta is filtering a search."}));
+    QCOMPARE(w.statusMsg(), QString());  // they were about the job, which has ended
     QCOMPARE(QDir::currentPath(), QDir(r.path()).canonicalPath());
     QCOMPARE(r.files(), (QStringList{"session.FSC", "session.log", "session.NDX", "session.PRO"}));
     QVERIFY(QFileInfo(r.file("session.PRO")).size() > 0);
@@ -89,6 +90,23 @@ class TestFilterRun : public QObject {
     Child<QPushButton>(r.form, "cmdOkay")->click();
     QVERIFY(!r.form.isVisible() && w.mainEnabled());
     QCOMPARE(texts(r.form, {"pnlInFile"}), QStringList{""});
+  }
+
+  void theWindowStandsWithItsTitleBeforeTheLinesAreCounted() {
+    Run r;
+    r.answers = {CopySample(r, "big.log", 400)};
+    // The first time the job lets the interface in: the window is up with its title,
+    // and no line has been read (nor counted) yet.
+    QString first;
+    QTimer::singleShot(0, &r.form, [&] {
+      first = QStringLiteral("%1|%2|%3|%4")
+                  .arg(r.form.isVisible())
+                  .arg(r.form.windowTitle(), texts(r.form, {"pnlLineOdom"})[0])
+                  .arg(r.frmMain->job().glLineCount);
+    });
+    r.start();
+    QCOMPARE(first, "1|Filtering All DIALOG Types to One File||0");
+    QVERIFY(r.form.isVisible() && Child(r.form, "cmdOkay")->isVisible());
   }
 
   void theOpenDialogCancelledOrRefused() {

@@ -3,14 +3,18 @@
 #include <QMenuBar>
 #include <QScopeGuard>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QTest>
 #include <QToolButton>
 
+#include "forms/app_settings.h"
 #include "forms/center_form.h"
 #include "forms/frm_about.h"
 #include "forms/frm_filter.h"
+#include "forms/frm_startup.h"
 #include "forms/help_window.h"
 #include "forms/lock_keys.h"
+#include "forms/programs.h"
 #include "forms_test_support.h"
 
 using namespace zv::forms;
@@ -110,6 +114,14 @@ class TestMainWindow : public QObject {
       }
       QCOMPARE(actual, expected);
     }
+    // While the window is disabled its buttons look it: greyed, not in their colour.
+    auto* dialog = Child<QToolButton>(w, "cmdTB_Filt_3");
+    const QColor disabledText = QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText);
+    w.EnableMain(false);
+    QVERIFY(!dialog->isEnabled());
+    QCOMPARE(dialog->palette().color(QPalette::Disabled, QPalette::ButtonText), disabledText);
+    QVERIFY(disabledText != QColor(0, 128, 128));
+    w.EnableMain(true);
     // Over the bare form the status line empties.
     auto* pane = Child(w, "pnlPane");
     QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), pane->mapToGlobal(QPointF(5, 5)), Qt::NoButton, Qt::NoButton,
@@ -136,6 +148,54 @@ class TestMainWindow : public QObject {
           QCOMPARE(Child(*f.frmMain, QString(row.panel).arg(k))->isVisible(), k == i);
       }
     }
+  }
+
+  void everyButtonCaptionAndHintFitsFromTheFirstStartOn() {
+    QTemporaryDir settings;
+    SettingsStore store(settings.filePath("quidlane.ini"));
+    const std::unique_ptr<FrmMain> w = StartUp(store);
+    const QSize least = w->LeastUsableSize();
+    QCOMPARE(w->minimumSize(), least);
+    // Not smaller than the old first-start size of 433 x 333 either.
+    QVERIFY(least.width() >= 433 && least.height() >= 333);
+    QStringList clipped;
+    auto check = [&](const QWidget* widget, const QWidget* area, const QString& where) {
+      const QRect inArea(widget->mapTo(area, QPoint(0, 0)), widget->size());
+      const bool whole = area->rect().contains(inArea) && widget->width() >= widget->sizeHint().width() &&
+                         widget->height() >= widget->minimumSizeHint().height();
+      if (!whole) clipped << where + ": " + widget->objectName() + " " + widget->property("text").toString();
+    };
+    for (const QSize size : {QSize(433, 333), QSize(1100, 760)}) {
+      w->resize(size);
+      QVERIFY(w->width() >= least.width() && w->height() >= least.height());
+      const QString at = QStringLiteral("%1x%2").arg(w->width()).arg(w->height());
+      for (int t = 0; t < 4; ++t) {
+        w->chooseToolbar(t);
+        QApplication::processEvents();
+        auto* view = Child<QScrollArea>(*w, QString("pnlTB_%1").arg(t))->viewport();
+        for (const QToolButton* b : view->findChildren<QToolButton*>()) check(b, view, at);
+      }
+      for (int p = 0; p < 3; ++p) {
+        w->openPanel(p);
+        QApplication::processEvents();
+        QWidget* bar = Child(*w, "pnlOLBar");
+        for (const QWidget* c : bar->findChildren<QWidget*>())
+          if (c->isVisible() && (qobject_cast<const QLabel*>(c) || qobject_cast<const QAbstractButton*>(c)))
+            check(c, bar, at);
+      }
+      // The longest hint, the Dialog button's, on the status line.
+      const QString hint = Child(*w, "cmdTB_Filt_3")->property("statusHint").toString();
+      const QLabel* status = Child<QLabel>(*w, "pnlStatusMsg");
+      if (status->contentsRect().width() < status->fontMetrics().horizontalAdvance(hint)) clipped << at + ": the hint";
+    }
+    QCOMPARE(clipped, QStringList());
+
+    // A maximized close: the next start, made normal, is no smaller than that.
+    store.SaveSetting(kWindowSection, "WindowState", "2");
+    const std::unique_ptr<FrmMain> maximized = StartUp(store);
+    maximized->showNormal();
+    QApplication::processEvents();
+    QVERIFY(maximized->width() >= least.width() && maximized->height() >= least.height());
   }
 
   void dialogButtonFollowsOption() {
@@ -232,6 +292,45 @@ class TestMainWindow : public QObject {
     QCOMPARE(log.said(), (QStringList{"Zorvanta: System Information Is Unavailable At This Time",
                                       "Zorvanta: Error 2 executing WinExec function."}));
     QTRY_VERIFY(dir.exists("opened-here"));
+  }
+
+  void theTerminalIsTheDesktopsBeforeAnyOther() {
+    WorkDir dir;
+    const QByteArray path = qgetenv("PATH"), terminal = qgetenv("TERMINAL"), desktop = qgetenv("XDG_CURRENT_DESKTOP");
+    const auto restore = qScopeGuard([&] {
+      qputenv("PATH", path);
+      terminal.isNull() ? qunsetenv("TERMINAL") : qputenv("TERMINAL", terminal);
+      desktop.isNull() ? qunsetenv("XDG_CURRENT_DESKTOP") : qputenv("XDG_CURRENT_DESKTOP", desktop);
+    });
+    auto install = [&](const char* name, const QByteArray& script = "#!/bin/sh\n") {
+      WriteText(dir.file(name), script);
+      QFile::setPermissions(dir.file(name), QFile::ReadOwner | QFile::ExeOwner);
+    };
+    qputenv("PATH", QFile::encodeName(dir.path()));
+    qunsetenv("TERMINAL");
+    install("konsole");
+    install("qterminal");
+    install("xterm");
+    const struct {
+      const char* desktop;
+      const char* terminal;
+    } cases[] = {
+        {"", "konsole"},             // no desktop: the first common one
+        {"LXQt", "qterminal"},       // the desktop's own
+        {"ubuntu:GNOME", "konsole"},  // none of GNOME's installed, and no settings to read
+    };
+    for (const auto& c : cases) {
+      qputenv("XDG_CURRENT_DESKTOP", c.desktop);
+      QCOMPARE(TerminalCommand(), QLatin1String(c.terminal));
+    }
+    // GNOME's setting names the terminal; x-terminal-emulator comes before the common ones.
+    install("gsettings", "#!/bin/sh\necho \"'xterm'\"\n");
+    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    QCOMPARE(TerminalCommand(), "xterm");
+    qputenv("XDG_CURRENT_DESKTOP", "");
+    install("x-terminal-emulator");
+    QCOMPARE(TerminalCommand(), "x-terminal-emulator");
+    QCOMPARE(DesktopTerminals("ubuntu:GNOME").first(), "kgx");
   }
 
   void lockKeyPanels() {

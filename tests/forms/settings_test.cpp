@@ -1,5 +1,7 @@
 // The settings store at start and stop, and frmSettings, on a store in a temporary file.
+#include <QFileSystemModel>
 #include <QLineEdit>
+#include <QTreeView>
 #include <QRadioButton>
 #include <QTest>
 
@@ -37,8 +39,10 @@ class TestSettings : public QObject {
     ModalLog modal;
     const std::unique_ptr<FrmMain> w = StartUp(s.store);
     QVERIFY(modal.dialogs.isEmpty() && w->isVisible() && !w->isMaximized());
-    // 6500 x 5000 twips at 500, 1500: fifteen twips to the pixel.
-    QCOMPARE(QRect(w->pos(), w->size()), QRect(33, 100, 433, 333));
+    // 6500 x 5000 twips at 500, 1500 (fifteen twips to the pixel), grown to what the
+    // toolbar, the left bar and the status line need.
+    QCOMPARE(w->pos(), QPoint(33, 100));
+    QCOMPARE(w->size(), QSize(433, 333).expandedTo(w->LeastUsableSize()));
     QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());
     QVERIFY(checked(*w, "optLastDir"));
 
@@ -54,20 +58,20 @@ class TestSettings : public QObject {
     Store s;
     {
       const std::unique_ptr<FrmMain> w = StartUp(s.store);
-      w->resize(700, 500);
+      w->resize(1000, 700);
       w->move(120, 90);
       w->RunCommand(3010);
       QVERIFY(!w->isVisible());
     }
     const QStringList saved{s.win("WindowState"), s.win("Width"), s.win("Height"), s.win("Left"), s.win("Top")};
-    QCOMPARE(saved, (QStringList{"0", "10500", "7500", "1800", "1350"}));
+    QCOMPARE(saved, (QStringList{"0", "15000", "10500", "1800", "1350"}));
     QCOMPARE(s.wd("LastWorkDir"), QDir::currentPath());
 
     // The next start, from elsewhere, comes back to the same place and folder.
     const QString folder = QDir::currentPath();
     QDir::setCurrent(QDir::rootPath());
     const std::unique_ptr<FrmMain> again = StartUp(s.store);
-    QCOMPARE(QRect(again->pos(), again->size()), QRect(120, 90, 700, 500));
+    QCOMPARE(QRect(again->pos(), again->size()), QRect(120, 90, 1000, 700));
     QCOMPARE(QDir::currentPath(), folder);
     // Twips of a large screen are held at the end of the store's 16-bit range.
     again->resize(2600, 400);
@@ -133,6 +137,22 @@ class TestSettings : public QObject {
              (QStringList{chosen.path(), "True", QDir::currentPath()}));
     QCOMPARE(QDir::currentPath(), QDir(s.path()).canonicalPath());  // takes effect at the next start
     QVERIFY(!form.isVisible() && w.mainEnabled());
+  }
+
+  void theFolderListOpensScrolledToTheCurrentFolder() {
+    Store s;
+    // Many folders before the current one, so that it lies far down the list.
+    for (int i = 0; i < 60; ++i) QDir(s.path()).mkdir(QStringLiteral("a%1").arg(i, 2, 10, QLatin1Char('0')));
+    QDir(s.path()).mkpath("zz/here");
+    QDir::setCurrent(s.file("zz/here"));
+    FrmMain w(s.store);
+    w.FormLoad(nullptr);
+    w.doAction(UiAction::Settings, 0);
+    auto* dir1 = Child<QTreeView>(w.frmSettings(), "dir1");
+    auto* model = static_cast<QFileSystemModel*>(dir1->model());
+    QCOMPARE(model->filePath(dir1->currentIndex()), QDir::currentPath());
+    QTRY_VERIFY(dir1->viewport()->rect().contains(dir1->visualRect(dir1->currentIndex())));
+    QCOMPARE(Child<QLineEdit>(w.frmSettings(), "txtWorkingDir")->text(), QDir::currentPath());
   }
 };
 

@@ -1,6 +1,9 @@
 // frmSift driven as a user drives it: open, step, keep, order, write, leave; its menus,
 // toolbar, keys, fonts, satellites and resize rule.
 #include <QCheckBox>
+#include <QFontDatabase>
+#include <QFontDialog>
+#include <QListView>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QListWidget>
@@ -367,8 +370,16 @@ class TestSiftWindow : public QObject {
     QCOMPARE(t.log.messages.size(), 2);
     QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
 
+    // Cancel on frmIndexing after its build has ended interrupts nothing: the next
+    // build runs to its end.
+    t.s.indexingForm().show();
+    Child<QPushButton>(t.s.indexingForm(), "cmdCancel")->click();
+    QVERIFY(!t.s.indexingForm().isVisible());
+    QCOMPARE(t.frmMain->job().giInterrupt.load(), int16_t{0});
+
     // File Open from inside the sifter, cancelled: back to the main window.
     t.open("f.PRO");
+    QVERIFY(t.s.isVisible() && t.exists("f.NDX"));
     t.menu("mnuFileOpen");
     QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
 
@@ -451,6 +462,115 @@ class TestSiftWindow : public QObject {
     QCOMPARE(next.frmSift().txtRecord()->font().family(), "DejaVu Serif");
     QCOMPARE(next.frmSift().txtRecord()->font().pointSize(), 14);
     QVERIFY(next.frmSift().txtRecord()->font().bold());
+  }
+
+  void aFontChangeKeepsTheSessionAndItsMarks() {
+    // The font dialog itself, as the user answers it, inside the program's own event
+    // loop: OK with another size, then Cancel.
+    Sifter t;
+    t.open("f.PRO");
+    t.keepNames = {"a.kep"};
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    QCOMPARE(t.panel("pnlRecToView"), " 2 ");
+    for (const bool ok : {true, false}) {
+      QTimer::singleShot(0, &t.s, [&] {
+        QTimer::singleShot(0, &t.s, [ok] {
+          auto* dialog = qobject_cast<QFontDialog*>(QApplication::activeModalWidget());
+          QVERIFY(dialog != nullptr);
+          if (!ok) {
+            dialog->reject();
+            return;
+          }
+          QFont bigger = dialog->currentFont();
+          bigger.setPointSize(15);
+          dialog->setCurrentFont(bigger);
+          dialog->accept();
+        });
+        t.menu("mnuOptionsFont");
+        // Whatever the closing dialog set going is done before the loop ends.
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+        QCoreApplication::exit(0);
+      });
+      QCoreApplication::exec();
+      QVERIFY(t.s.isVisible() && !t.frmMain->isVisible());
+      QCOMPARE(t.s.txtRecord()->font().pointSize(), 15);
+      QCOMPARE(t.log.said(), QStringList());
+      QCOMPARE(t.panel("pnlRecToView"), " 2 ");
+    }
+    Child<QToolButton>(t.s, "cmdTB_3")->click();
+    QCOMPARE(t.panel("pnlKeptFileName").trimmed(), "a.kep");
+  }
+
+  void theFontDialogNarrowsToFixedFacesAndOpensOnTheRecordsFont() {
+    QStringList fixedFaces, otherFaces;
+    for (const QString& family : QFontDatabase::families())
+      (QFontDatabase::isFixedPitch(family) ? fixedFaces : otherFaces) << family;
+    if (fixedFaces.isEmpty() || otherFaces.isEmpty()) QSKIP("the system needs fixed and proportional faces");
+    QWidget owner;
+    const QFont record(QStringLiteral("Courier New"), 11);
+    const QString shownIn = QFontInfo(record).family();
+    // The faces the dialog lists: its first list, the one that holds the face chosen.
+    auto faces = [](QFontDialog& d) {
+      for (const QListView* list : d.findChildren<QListView*>()) {
+        QStringList rows;
+        for (int r = 0; r < list->model()->rowCount(); ++r) rows << list->model()->index(r, 0).data().toString();
+        if (rows.contains(d.currentFont().family())) return rows;
+      }
+      return QStringList();
+    };
+    struct Case {
+      int flags;
+      bool onlyFixed;
+    };
+    for (const Case c : {Case{FontDialogFlags(false, true, false), true}, Case{FontDialogFlags(false, false, false), false},
+                         Case{FontDialogFlags(true, true, true), true}}) {
+      const std::unique_ptr<QFontDialog> d = MakeFontDialog(&owner, record, c.flags);
+      QCOMPARE(d->parentWidget(), &owner);
+      QCOMPARE(d->currentFont().family(), shownIn);
+      QCOMPARE(d->currentFont().pointSize(), 11);
+      const QStringList listed = faces(*d);
+      QVERIFY2(!listed.isEmpty(), qPrintable(QString::number(c.flags)));
+      bool proportionalListed = false;
+      for (const QString& family : listed) proportionalListed = proportionalListed || otherFaces.contains(family);
+      QCOMPARE(proportionalListed, !c.onlyFixed);
+    }
+  }
+
+  void buttonsCaptionsAndTheKeepListFitAtEverySize() {
+    Sifter t;
+    t.open("f.PRO");
+    t.keepNames = {"a.kep"};
+    Child<QToolButton>(t.s, "cmdTB_6")->click();
+    t.menu("mnuKeepList");
+    t.s.setPartialDisplay(true);
+    t.s.setRecordText(QByteArray("Record - 2\r\n\r\n").append(QByteArray(300, 'x')).toStdString());
+    const QSize least = t.s.minimumSize();
+    QStringList clipped;
+    for (const QSize size : {QSize(300, 200), QSize(1200, 800)}) {
+      t.s.resize(size);
+      QTest::qWait(20);
+      QVERIFY(t.s.width() >= least.width() && t.s.height() >= least.height());
+      const QString at = QStringLiteral("%1x%2 ").arg(t.s.width()).arg(t.s.height());
+      const QWidget* toolbar = Child(t.s, "pnlToolbar");
+      for (const QToolButton* b : toolbar->findChildren<QToolButton*>())
+        if (!toolbar->rect().contains(QRect(b->pos(), b->size())) || b->width() < b->sizeHint().width())
+          clipped << at + b->text();
+      // The captions, and the panels whose text is fixed.
+      const QWidget* background = Child(t.s, "pnlBackground");
+      for (const QLabel* l : background->findChildren<QLabel*>()) {
+        const bool fixedText = !l->objectName().startsWith("pnl") || l->objectName() == "pnlPartialDisplay";
+        if (l->isVisible() && fixedText && l->contentsRect().width() < l->fontMetrics().horizontalAdvance(l->text()))
+          clipped << at + l->text();
+      }
+      // The list stands beside the record, not over its line ends.
+      const QRect text = t.s.txtRecord()->geometry(), list = Child(t.s, "pnlKeepList")->geometry();
+      if (text.intersects(list) || !background->rect().contains(list) || text.width() < list.width())
+        clipped << at + "the keep list";
+    }
+    QCOMPARE(clipped, QStringList());
+    // Hidden, the list gives the text its width back.
+    t.menu("mnuKeepList");
+    QCOMPARE(Child(t.s, "pnlBackground")->width() - t.s.txtRecord()->geometry().right() - 1, TwipsToPixels(250) + 1);
   }
 
   void resizeRuleAndCopy() {

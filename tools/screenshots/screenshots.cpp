@@ -1,9 +1,13 @@
 // Takes the documentation's screenshots: frmMain idle, frmFilter after a DIALOG run,
-// frmMain's timing panels after it, the sifter on a record, the About box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR (under xvfb-run).
+// frmMain's timing panels after it, the sifter on a record with its keep list, the
+// About box, a message box and a first start. Usage: zv_forms_screenshots OUTPUT_DIR
+// under xvfb-run; with a window manager running in that display (twm will do), the
+// message box is taken with its title bar.
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 
 #include "forms/frm_about.h"
@@ -20,6 +24,18 @@ namespace {
 void save(QWidget& w, const QString& dir, const QString& name) {
   QTest::qWait(200);
   if (!w.grab().save(QDir(dir).filePath(name))) qFatal("cannot save %s", qPrintable(name));
+}
+
+// The window as the screen shows it, with the frame and title bar a window manager
+// put around it.
+void saveFramed(QWidget& w, const QString& dir, const QString& name) {
+  QTest::qWait(400);
+  // A window manager that does not tell the frame's extents (twm) still draws one:
+  // take a title bar's height above the window and a border around it.
+  QRect frame = w.frameGeometry();
+  if (frame == w.geometry()) frame.adjust(-4, -26, 4, 4);
+  const QPixmap shot = w.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+  if (!shot.save(QDir(dir).filePath(name))) qFatal("cannot save %s", qPrintable(name));
 }
 
 }  // namespace
@@ -79,6 +95,14 @@ int main(int argc, char* argv[]) {
   about.show();
   save(about, out, QStringLiteral("about.png"));
   about.hide();
+
+  // A message box whose text is shorter than its title.
+  const std::unique_ptr<QMessageBox> box =
+      MakeMessageBox(&w, MsgIcon::Warning, QStringLiteral("File Open Error"), QStringLiteral("File not found."),
+                     QMessageBox::Ok);
+  box->show();
+  saveFramed(*box, out, QStringLiteral("message_box.png"));
+  box->hide();
 
   // A first start: no settings, so the window has the old default size.
   QTemporaryDir settings;
