@@ -40,9 +40,8 @@ std::string unreadableCause(const std::string& path) {
 
 // The longest file name the folder of `output` takes (255 where it cannot be asked).
 long nameMax(const std::string& output) {
-  std::string folder = std::filesystem::path(output).parent_path().string();
-  if (folder.empty()) folder = ".";
-  const long n = ::pathconf(folder.c_str(), _PC_NAME_MAX);
+  const std::string folder = std::filesystem::path(output).parent_path().string();
+  const long n = ::pathconf(folder.empty() ? "." : folder.c_str(), _PC_NAME_MAX);
   return n > 0 ? n : 255;
 }
 
