@@ -12,6 +12,8 @@ struct SyntheticCapture {
   int64_t bytes = 0;
   int64_t lines = 0;     // CR LF lines
   int64_t records = 0;   // record labels, each one a record the DIALOG filter must find
+  int64_t labels = 0;    // every label, where the record odometer counts more than the
+                         // records kept (the filters of specified types); 0: as records
   int64_t fscLines = 0;       // text lines the DIALOG filter copies to the .FSC
   int64_t fscSeparators = 0;  // blank lines it adds there after each block
 };

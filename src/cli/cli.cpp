@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/cli_analysis.h"
+#include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
 #include "cli/cli_records.h"
@@ -84,10 +86,11 @@ int Main(int argc, char** argv) {
   app.require_subcommand(1);
   std::string footer = "Commands:\n";
   for (const Command& command : CommandTable()) {
-    if (command.cliGroup.empty() || command.handler == nullptr) continue;
+    if (command.cliGroup.empty() || command.handler == nullptr || command.input != CommandInput::Capture) continue;
     footer += "  zorvanta-cli " + std::string(command.cliGroup) + " " + std::string(command.cliName) +
               " CAPTURE [--out-dir DIR]\n      " + std::string(command.description) + "\n";
   }
+  footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
@@ -99,7 +102,7 @@ int Main(int argc, char** argv) {
       "as 4,1,7-9. A .PRO given to keep or order is indexed first, replacing its BASE.NDX. keep first "
       "clears keep marks an earlier sifter session left in the index, and leaves none behind.\n"
       "A progress bar is drawn on stderr when it is a terminal; messages go to stderr.\n"
-      "Exit codes: 0 done, 2 usage or refused input, 3 zero records, 4 job failed (outputs removed), "
+      "Exit codes: 0 done, 2 usage or refused input, 3 zero records or zero hits, 4 job failed (outputs removed), "
       "130 interrupted (outputs removed).";
   app.footer(footer);
 
@@ -134,6 +137,8 @@ int Main(int argc, char** argv) {
 
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+  AddFilterCommands(app, exitCode);
+  AddAnalysisCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

@@ -31,7 +31,9 @@ void PrintMessage(const Message& message) {
       out += text[i];
     }
   }
-  std::cerr << message.title << ": " << out << '\n';
+  // A message with no title of its own is its text alone.
+  if (!message.title.empty()) std::cerr << message.title << ": ";
+  std::cerr << out << '\n';
 }
 
 InterruptGuard::InterruptGuard(JobState& job) {

@@ -3,9 +3,17 @@
 
 #include <array>
 
+#include "analysis/diction.h"
+#include "analysis/qbf.h"
+#include "analysis/rank.h"
+#include "analysis/sort.h"
+#include "filters/adhoc.h"
 #include "filters/brs.h"
 #include "filters/datastar.h"
+#include "filters/dialmail.h"
 #include "filters/dialog_all.h"
+#include "filters/dialog_pick.h"
+#include "filters/dialog_separate.h"
 #include "filters/djnr.h"
 #include "filters/nlm.h"
 #include "filters/orbit.h"
@@ -31,9 +39,37 @@ JobResult runFilter(CommandContext& context) {
   return Tool(context.job, context.progress, *input);
 }
 
+// A tool's row whose parameters its dialog (or the command line) gathered.
+template <class Params, JobResult (*Tool)(JobState&, JobProgress&, const Params&)>
+JobResult runWith(CommandContext& context) {
+  const Params* params = context.get<Params>();
+  if (params == nullptr) {
+    JobResult none;
+    none.outcome = JobOutcome::NoCommand;
+    return none;
+  }
+  return Tool(context.job, context.progress, *params);
+}
+
 constexpr std::array kCommands{
+    Command{1, "FilterAdHoc", "filter", "adhoc", "Ad hoc: the records between marker lines you name (.PRO, .NDX)",
+            &runWith<AdHocParams, &FilterAdHoc>, CommandInput::Own},
     Command{100, "FilterDialogAll", "filter", "dialog-all",
             "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &runFilter<&FilterDialogAll>, CommandInput::Capture},
+    // 200 and 300 show their dialogs; the dialogs' Begin buttons run 201 and 301.
+    Command{200, "FilterDialogPik", "filter", "dialog-types",
+            "DIALOG: the records of up to five types you name, to one file (.PRO, .NDX, .FSC)",
+            &runWith<PikTypesParams, &FilterDialogPik>, CommandInput::Own},
+    Command{201, "FilterDialogPik", "", "", "Filter the types the dialog names to one file",
+            &runWith<PikTypesParams, &FilterDialogPik>, CommandInput::Own},
+    Command{300, "FilterDialogSep", "filter", "dialog-separate",
+            "DIALOG: the records of up to five types you name, each type to a file of its own (.PRO, .NDX; .FSC)",
+            &runWith<SepTypesParams, &FilterDialogSep>, CommandInput::Own},
+    Command{301, "FilterDialogSep", "", "", "Filter the types the dialog names to their own files",
+            &runWith<SepTypesParams, &FilterDialogSep>, CommandInput::Own},
+    Command{400, "FilterDialmail", "filter", "dialmail",
+            "DIALMAIL: every mailed offline print to one file (.PRO, .NDX, .FSC)", &runFilter<&FilterDialmail>,
+            CommandInput::Capture},
     Command{500, "FilterBRS", "filter", "brs", "BRS .. (dot dot) mode: every printed document (.PRO, .NDX)",
             &runFilter<&FilterBRS>, CommandInput::Capture},
     Command{600, "FilterDataStar", "filter", "datastar", "Data-Star: every printed document (.PRO, .NDX)",
@@ -59,6 +95,16 @@ constexpr std::array kCommands{
     Command{kJump, "Jump", "", "", "Go to a record by its number", &Jump, CommandInput::Sifter},
     Command{kFindText, "FindText", "", "", "Find a text in the record on display", &FindText, CommandInput::Sifter},
     Command{kRepeatSearch, "RepeatSearch", "", "", "Find the same text again further on", &RepeatSearch, CommandInput::Sifter},
+    Command{kOpenQbf, "OpenQBF", "query", "", "Query by Form: records that meet nine terms in three nests (.QRY)",
+            &OpenQbfCommand, CommandInput::Own},
+    Command{kRunQbf, "RunQBF", "", "", "Run the query of the form", &RunQbfCommand, CommandInput::Own},
+    Command{kOpenRank, "OpenRank", "rank", "", "Rank: records ordered by weighted terms (.RNK, .TBL)", &OpenRankCommand,
+            CommandInput::Own},
+    Command{kRunRank, "RunRank", "", "", "Rank the records by the terms of the form", &RunRankCommand, CommandInput::Own},
+    Command{kSort, "Sort", "sort", "", "Sort: records alphabetized on a field tagged at the left margin (.SRT)",
+            &SortCommand, CommandInput::Own},
+    Command{kDiction, "Diction", "diction", "", "Diction: the words of a file by frequency (.DIC)", &DictionCommand,
+            CommandInput::Own},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
 };

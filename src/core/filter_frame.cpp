@@ -52,8 +52,8 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     } cleanUp{job, filter};
 
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
-    // throws away.
-    frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
+    // throws away (a filter that makes no such .PRO leaves it alone).
+    if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<LineReader>(job.gsInFile);
     if (info.makesPro) {
       int32_t glExist = 0;
@@ -70,8 +70,9 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     // The count reads the whole capture before its first line is filtered, seconds on
     // a large one: the job's title goes up first, and the window is told again after
     // every block counted, so that it can go on painting.
-    progress.caption(info.title);
-    job.glLineCount = LineCount(job.gsInFile, [&] { progress.caption(info.title); });
+    const std::string_view countingTitle = info.countingTitle.empty() ? info.title : info.countingTitle;
+    progress.caption(countingTitle);
+    job.glLineCount = LineCount(job.gsInFile, [&] { progress.caption(countingTitle); });
     // Cancel pressed while counting: nothing was read, and nothing stays.
     if (frameJob.interrupted()) {
       frame.pro.abandon();

@@ -21,6 +21,8 @@ struct FilterInfo {
   // False for a filter that writes its records itself (separate files); the frame
   // then opens no .PRO/.NDX of gsBaseName.
   bool makesPro = true;
+  // The title while the capture's lines are counted, when it differs (DIALMAIL's).
+  std::string_view countingTitle = {};
 };
 
 

@@ -96,6 +96,17 @@ QString FrmFilter::chooseFile(const QStringList& nameFilters) {
 }
 
 std::optional<std::string> FrmFilter::GetInputFile(JobState& job, std::string_view dialogFilter) {
+  std::optional<std::string> chosen = ChooseInputFile(job, dialogFilter);
+  if (!chosen) return chosen;
+  CenterForm(*this, frmMain_);
+  show();
+  raise();
+  frmMain_.EnableMain(false);
+  repaint();
+  return chosen;
+}
+
+std::optional<std::string> FrmFilter::ChooseInputFile(JobState& job, std::string_view dialogFilter) {
   const QStringList filters = NameFilters(dialogFilter);
   std::string chosen;
   for (;;) {
@@ -118,11 +129,6 @@ std::optional<std::string> FrmFilter::GetInputFile(JobState& job, std::string_vi
     if (CheckInputFile(probe, chosen, refusal)) break;
     ShowMessage(&frmMain_, MsgIcon::Warning, refusal.title, refusal.text);
   }
-  CenterForm(*this, frmMain_);
-  show();
-  raise();
-  frmMain_.EnableMain(false);
-  repaint();
   return chosen;
 }
 

@@ -31,6 +31,9 @@ class FrmFilter : public QDialog, public JobProgress {
   // Nothing when the dialog was cancelled (error 32755): no message, the main window
   // enabled and focused.
   std::optional<std::string> GetInputFile(JobState& job, std::string_view dialogFilter);
+  // The same without showing this window: for the jobs whose own dialog takes its
+  // place (the DIALOG types dialogs). A cancel leaves the main window enabled.
+  std::optional<std::string> ChooseInputFile(JobState& job, std::string_view dialogFilter);
 
   // JobProgress: the title, the timing panels, the odometers and the bar.
   void ClearStatusPanels() override;

@@ -27,6 +27,7 @@
 #include "forms/help_window.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
+#include "forms/types_dialog.h"
 #include "forms/version_record.h"
 
 namespace zv::forms {
@@ -268,7 +269,10 @@ void FrmMain::showJobFinish(const QString& finishTime, const QString& elapsed) {
   pnlElapsed_->setText(elapsed);
 }
 
-void FrmMain::ResetDialogs() { frmFilter_->ResetFilterForm(); }
+void FrmMain::ResetDialogs() {
+  frmFilter_->ResetFilterForm();
+  ResetTypesDialogs(*this);
+}
 
 void FrmMain::chooseToolbar(int index) {
   for (int i = 0; i < 4; ++i)

@@ -76,6 +76,10 @@ class FrmMain : public QMainWindow {
   // window) as its observer: jobRunning while it runs, the wait cursor restored, and a
   // failure shown in frmError. What else the result says is the caller's to show.
   JobResult runJob(int32_t commandNumber, std::any params, JobProgress& progress);
+  // Runs a filter whose capture frmFilter's GetInputFile has chosen, with frmFilter as
+  // its window, and hands over its result there: the names and OK when done, the
+  // warning of a refusal or of zero records, frmError for a failure.
+  void runFilterJob(int32_t commandNumber, std::any params, const std::string& capture);
 
   JobState& job() { return job_; }
   FrmFilter& frmFilter() { return *frmFilter_; }

@@ -63,8 +63,12 @@ void FrmMain::RunCommand(int32_t commandNumber) {
     job_.glRecNum = 0;
     return;
   }
+  runFilterJob(commandNumber, FilterInput{*capture, {}}, *capture);
+}
+
+void FrmMain::runFilterJob(int32_t commandNumber, std::any params, const std::string& capture) {
   jobRunning_ = true;
-  CommandContext context{job_, *frmFilter_, FilterInput{*capture, {}}};
+  CommandContext context{job_, *frmFilter_, std::move(params)};
   const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   jobRunning_ = false;
   QApplication::restoreOverrideCursor();
@@ -96,7 +100,7 @@ void FrmMain::RunCommand(int32_t commandNumber) {
       break;
     case JobOutcome::Done:
       // The result waits in frmFilter for its OK.
-      frmFilter_->FinishFilter(*capture, result.files.size() > 0 ? result.files[0] : std::string(),
+      frmFilter_->FinishFilter(capture, result.files.size() > 0 ? result.files[0] : std::string(),
                                result.files.size() > 1 ? result.files[1] : std::string());
       break;
     case JobOutcome::Cancelled:

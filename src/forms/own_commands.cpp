@@ -3,12 +3,26 @@
 
 #include <array>
 
+#include "forms/frm_diction.h"
+#include "forms/frm_flt_ad_hoc.h"
+#include "forms/frm_qbf.h"
+#include "forms/frm_rank.h"
+#include "forms/frm_sort.h"
+#include "forms/types_dialog.h"
+
 namespace zv::forms {
 
 namespace {
 
 // One row per tool: {number, &function that shows its dialog}. Kept in number order.
-constexpr std::array<OwnCommand, 0> kOwnCommands{};
+constexpr std::array kOwnCommands{
+    OwnCommand{1, &RunFltAdHoc},   OwnCommand{200, &OpenPikTypes},  OwnCommand{201, &BeginTypesJob},
+    OwnCommand{300, &OpenSepTypes}, OwnCommand{301, &BeginTypesJob},
+    OwnCommand{1700, &FrmQBF::Open},
+    OwnCommand{1800, &FrmRank::Open},
+    OwnCommand{1900, &FrmSort::Open},
+    OwnCommand{2100, &FrmDiction::Run},
+};
 
 }  // namespace
 

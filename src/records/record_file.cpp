@@ -20,6 +20,7 @@ namespace {
 
 constexpr int32_t kTypeMismatch = 13;
 constexpr std::size_t kReadChunk = 1 << 16;
+constexpr std::size_t kSmallRead = 1 << 9;  // the least read for a record fetched out of order
 constexpr int32_t kWalkBlock = 1024;  // index records read and written at once
 
 class Fd {
@@ -159,17 +160,28 @@ DisplayBlock RecordReader::readDisplay(int32_t k, const IndexRec& rec) {
   return block;
 }
 
-void RecordReader::seek(int64_t offset) {
+void RecordReader::seek(int64_t offset, int64_t expectBytes) {
   if (offset < 0) throw ZvError(err::kInvalidCall, ErrorText(err::kInvalidCall), path_);
+  // Records read in file order start where the last one ended: the block in hand
+  // serves them without another read.
+  if (offset >= position_ && offset <= position_ + static_cast<int64_t>(end_)) {
+    at_ = static_cast<std::size_t>(offset - position_);
+    return;
+  }
   position_ = offset;
   at_ = end_ = 0;
+  // A record fetched out of order needs its own bytes, not a whole block.
+  if (expectBytes > 0)
+    nextRead_ = std::clamp<std::size_t>(static_cast<std::size_t>(expectBytes) + 2, kSmallRead, kReadChunk);
 }
 
 bool RecordReader::fill() {
   position_ += static_cast<int64_t>(end_);
   at_ = end_ = 0;
-  if (buf_.size() < kReadChunk) buf_.resize(kReadChunk);
-  end_ = preadFull(fd_, buf_.data(), buf_.size(), position_, path_);
+  const std::size_t want = nextRead_;
+  nextRead_ = kReadChunk;
+  if (buf_.size() < want) buf_.resize(want);
+  end_ = preadFull(fd_, buf_.data(), want, position_, path_);
   return end_ > 0;
 }
 

@@ -56,8 +56,9 @@ class RecordReader {
   // with the reason that the index does not match its record file.
   DisplayBlock readDisplay(int32_t k, const IndexRec& rec);
 
-  // Line-wise reading from a byte offset.
-  void seek(int64_t offset);
+  // Line-wise reading from a byte offset. `expectBytes`, when known (the record's
+  // byteLen), sizes the next read for a record fetched out of file order.
+  void seek(int64_t offset, int64_t expectBytes = 0);
   // The next line without its line end (CR LF, LF or CR). Past the end of the file
   // it gives an empty line and returns false: BuildIndex's last record spans one line
   // more than the file has, and its readers get that empty line. Lines are returned
@@ -96,6 +97,7 @@ class RecordReader {
   std::string buf_;
   std::size_t at_ = 0;
   std::size_t end_ = 0;
+  std::size_t nextRead_ = std::size_t{1} << 16;  // bytes the next fill reads
 };
 
 // The number conversion of typed and stored numbers: a whole number, blanks around it

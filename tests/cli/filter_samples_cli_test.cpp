@@ -5,6 +5,7 @@
 #include "core/index_rec.h"
 #include "filters/brs.h"
 #include "filters/datastar.h"
+#include "filters/dialmail.h"
 #include "filters/djnr.h"
 #include "filters/nlm.h"
 #include "filters/orbit.h"
@@ -26,7 +27,7 @@ TEST(CliFilterSamples, EachSubcommandWritesWhatItsDesktopJobWrites) {
       {"brs", "brs_session", &FilterBRS, 6},      {"datastar", "datastar_session", &FilterDataStar, 6},
       {"djnr", "djnr_session", &FilterDJ, 8},     {"nlm", "nlm_session", &FilterNLM, 5},
       {"ovid", "ovid_session", &FilterOvid, 5},   {"stn", "stn_session", &FilterSTN, 11},
-      {"orbit", "orbit_session", &FilterOrbit, 7},
+      {"orbit", "orbit_session", &FilterOrbit, 7},  {"dialmail", "dialmail_session", &FilterDialmail, 4},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.cliName);
@@ -39,7 +40,7 @@ TEST(CliFilterSamples, EachSubcommandWritesWhatItsDesktopJobWrites) {
     EXPECT_NE(r.out.find("Records: " + std::to_string(c.records)), std::string::npos) << r.out;
     EXPECT_EQ(test::ReadFile(dir.file(stem + ".PRO")), test::RunFilterOn(c.filter, ref, capture).pro);
     EXPECT_EQ(test::ReadFile(dir.file(stem + ".NDX")).size(), c.records * kIndexRecLen);
-    EXPECT_FALSE(test::FileExists(dir.file(stem + ".FSC")));
+    EXPECT_EQ(test::FileExists(dir.file(stem + ".FSC")), c.filter == &FilterDialmail);
     EXPECT_EQ(test::ReadFile(dir.file(stem + ".log")), capture);
   }
 }

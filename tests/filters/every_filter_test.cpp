@@ -4,6 +4,7 @@
 
 #include "filters/brs.h"
 #include "filters/datastar.h"
+#include "filters/dialmail.h"
 #include "filters/dialog_all.h"
 #include "filters/djnr.h"
 #include "filters/nlm.h"
@@ -23,6 +24,7 @@ TEST(EveryFilterZeroRecords, ASessionWithoutStartLinesLeavesNoOutputs) {
                     "*SIGN OFF  10:00:00"}},
       {&FilterDataStar, {"D-S - SEARCH MODE - ENTER QUERY", "1_: LAKE AND FISH", "1  LAKE  42 DOCUMENTS", "2_: ..off"}},
       {&FilterDialogAll, {"?b 1", "banner", "?s a and b", "S1 2 A AND B", "?logoff", " Logoff: now"}},
+      {&FilterDialmail, {"?b 1", "banner", "?mail", "*** Item   1 ***", "From: File 1 VIA DIALMAIL", "?logoff"}},
       {&FilterDJ, {"ENTER QUERY", "..s kestrel", "End of document.", "DISCONNECTED"}},
       {&FilterNLM, {"USER:", "leadless pacemaker", "PROG:", "SS (1) PSTG (0)", "stop"}},
       {&FilterSTN, {"=> s membrane?", "L1  42 MEMBRANE?", "=> logoff y", "COST IN U.S. DOLLARS"}},

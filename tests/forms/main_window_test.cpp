@@ -208,16 +208,17 @@ class TestMainWindow : public QObject {
     int asked = 0;
     w.frmFilter().setFileChooser([&](const QString&) { ++asked; return QString(); });
     auto* dialog = Child<QToolButton>(w, "cmdTB_Filt_3");
-    // All types has a filter, so its dialog comes; the next has no tool yet and does nothing.
-    dialog->click();
-    Child<QRadioButton>(w, "optDial_2")->setChecked(true);
-    dialog->click();
-    QCOMPARE(asked, 1);
+    // Each of the first four options has a filter, which asks for its capture first.
+    for (int i = 0; i < 4; ++i) {
+      Child<QRadioButton>(w, QString("optDial_%1").arg(i))->setChecked(true);
+      dialog->click();
+      QCOMPARE(asked, i + 1);
+    }
     QVERIFY(log.messages.isEmpty());
     // DialogWeb has no filter at all: a warning, and no dialog.
     Child<QRadioButton>(w, "optDial_4")->setChecked(true);
     dialog->click();
-    QCOMPARE(asked, 1);
+    QCOMPARE(asked, 4);
     QCOMPARE(log.said(), QStringList{QStringLiteral("DIALOG Option Error: The DIALOG filtering button was clicked, "
                                                     "but no DIALOG filtering option is currently selected.")});
     QCOMPARE(log.messages[0].icon, MsgIcon::Warning);

@@ -10,8 +10,8 @@
 
 namespace zv::fuzz {
 
-// The command numbers of the filters that take a capture alone (every row of the
-// command table a front end gathers a capture for).
+// The command numbers of every filter: those that take a capture alone, and ad hoc,
+// DIALOG types and DIALOG separate files with fixed markers and types.
 std::vector<int32_t> FilterCommands();
 // A filter's command-line name ("dialog-all"), for test names.
 std::string FilterName(int32_t command);
@@ -19,10 +19,11 @@ std::string FilterName(int32_t command);
 // Runs filter `command` on `capture`, written to `dir`/in.log with the outputs in
 // `dir` (which is emptied first), and checks what every run must keep:
 //  - the job ends Done, ZeroRecords or Failed with an error, and the capture is unchanged;
-//  - only Done leaves anything beside the capture: its .PRO, its .NDX (a whole number
-//    of records, as many as it says it recognized) and perhaps its .FSC;
-//  - every record of the filter's own index reads within the .PRO;
-//  - the .PRO then passes CheckIndexOf.
+//  - only Done leaves anything beside the capture: each .PRO with its .NDX (a whole
+//    number of records, as many as it says it recognized) and perhaps its .FSC;
+//  - every record of the filter's own index reads within the .PRO (the types filters'
+//    may say they do not match, by their counting of old);
+//  - each .PRO is then indexed as CheckRecordFile says.
 // Returns the first rule broken, or "" when all hold.
 std::string CheckFilter(int32_t command, const std::string& capture, const std::string& dir);
 

@@ -63,6 +63,11 @@ void RecordingProgress::jobFinished(std::string_view finishTime, std::string_vie
 
 FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture, const std::string& name,
                       RecordingProgress* progress) {
+  return RunFilterWith(filter, dir, capture, name, progress);
+}
+
+FilterRun RunFilterWith(const FilterCall& filter, const TempDir& dir, const std::string& capture,
+                        const std::string& name, RecordingProgress* progress) {
   const std::string input = dir.file(name);
   WriteFile(input, capture);
   RecordingProgress local;

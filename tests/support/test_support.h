@@ -80,6 +80,12 @@ using FilterFn = JobResult (*)(JobState&, JobProgress&, const FilterInput&);
 FilterRun RunFilterOn(FilterFn filter, const TempDir& dir, const std::string& capture,
                       const std::string& name = "session.log", RecordingProgress* progress = nullptr);
 
+// The same for a filter that takes more than the capture: `filter` gets the input and
+// passes it on with its own parameters.
+using FilterCall = std::function<JobResult(JobState&, JobProgress&, const FilterInput&)>;
+FilterRun RunFilterWith(const FilterCall& filter, const TempDir& dir, const std::string& capture,
+                        const std::string& name = "session.log", RecordingProgress* progress = nullptr);
+
 // Runs `filter` on a capture of `lines`, each ended with CR LF.
 template <FilterFn filter>
 FilterRun RunFilterOnLines(const TempDir& dir, const std::vector<std::string>& lines) {

@@ -1,0 +1,197 @@
+// The job half of frmRank and frmSort: running the tool, its panels and its buttons.
+#include "forms/frm_record_tool.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "forms/center_form.h"
+#include "forms/frm_main.h"
+#include "forms/help_window.h"
+#include "forms/messages.h"
+#include "forms/panels.h"
+
+namespace zv::forms {
+
+namespace {
+
+QPushButton* button(const char* name, const char* caption, QWidget* parent) {
+  auto* b = new QPushButton(QLatin1String(caption), parent);
+  b->setObjectName(QLatin1String(name));
+  b->setAutoDefault(false);
+  return b;
+}
+
+}  // namespace
+
+FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMain), frmMain_(frmMain) {
+  setObjectName(QLatin1String(l.name));
+  setWindowTitle(QLatin1String(l.title));
+  setModal(false);
+  setMouseTracking(true);
+
+  auto* layout = new QVBoxLayout(this);
+  inputs_ = new QVBoxLayout;
+  layout->addLayout(inputs_);
+  chkNoLimits_ = NoLimitsCheckBox(this);
+  layout->addWidget(chkNoLimits_);
+
+  pnlOperation_ = SunkenPanel("pnlOperation", this, 22);
+  pnlOperation_->setAlignment(Qt::AlignCenter);
+  layout->addWidget(pnlOperation_);
+  auto* odometers = new QGridLayout;
+  panels_.recOdom = SunkenPanel("pnlRecOdom", this, 22);
+  panels_.lineOdom = SunkenPanel("pnlLineOdom", this, 22);
+  for (QLabel* odom : {panels_.recOdom, panels_.lineOdom}) {
+    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    odom->setMinimumWidth(90);
+  }
+  odometers->addWidget(new QLabel(QLatin1String(l.recordCaption), this), 0, 0);
+  odometers->addWidget(panels_.recOdom, 0, 1);
+  odometers->addWidget(new QLabel(QLatin1String(l.lineCaption), this), 1, 0);
+  odometers->addWidget(panels_.lineOdom, 1, 1);
+  odometers->setColumnStretch(2, 1);
+  layout->addLayout(odometers);
+  pnlProgress_ = new QProgressBar(this);
+  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
+  pnlProgress_->setRange(0, 100);
+  pnlProgress_->setAlignment(Qt::AlignCenter);
+  panels_.bar = pnlProgress_;
+  layout->addWidget(pnlProgress_);
+  for (const auto& [name, text] : l.outputs) {
+    layout->addWidget(new QLabel(QLatin1String(text), this));
+    QLabel* panel = SunkenPanel(name, this, 22);
+    panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    outputPanels_.push_back(panel);
+    layout->addWidget(panel);
+  }
+
+  auto* buttons = new QHBoxLayout;
+  cmdBegin_ = button("cmdBegin", "Begin", this);
+  cmdCancel_ = button("cmdCancel", "Cancel", this);
+  cmdHelp_ = button("cmdHelp", "Help", this);
+  cmdCancel2_ = button("cmdCancel2", "Cancel", this);
+  cmdOkay_ = button("cmdOkay", "Okay", this);
+  buttons->addStretch();
+  for (QPushButton* b : {cmdBegin_, cmdCancel_, cmdHelp_, cmdCancel2_, cmdOkay_}) buttons->addWidget(b);
+  buttons->addStretch();
+  layout->addLayout(buttons);
+
+  connect(cmdBegin_, &QPushButton::clicked, this, &FrmRecordTool::cmdBeginClick);
+  connect(cmdCancel_, &QPushButton::clicked, this, &FrmRecordTool::cmdCancelClick);
+  connect(cmdCancel2_, &QPushButton::clicked, this, &FrmRecordTool::cmdCancel2Click);
+  connect(cmdOkay_, &QPushButton::clicked, this, &FrmRecordTool::cmdOkayClick);
+  const QString page = QLatin1String(l.helpPage);
+  connect(cmdHelp_, &QPushButton::clicked, this, [this, page] { ShowHelp(this, page); });
+}
+
+void FrmRecordTool::opened(const RecordFileChoice& choice) {
+  choice_ = choice;
+  CenterForm(*this, frmMain_);
+  show();
+  raise();
+  activateWindow();
+  frmMain_.EnableMain(false);
+}
+
+void FrmRecordTool::ResetForm() {
+  clearInputs();
+  setInputsEnabled(true);
+  chkNoLimits_->setEnabled(true);
+  for (QPushButton* b : {cmdBegin_, cmdHelp_, cmdCancel_}) b->setEnabled(true);
+  cmdOkay_->hide();
+  cmdCancel2_->show();
+  cmdCancel2_->setEnabled(false);
+  pnlOperation_->clear();
+  for (QLabel* p : outputPanels_) p->clear();
+  panels_.reset();
+  choice_ = {};
+  hide();
+}
+
+void FrmRecordTool::cmdBeginClick() {
+  const std::optional<std::any> params = gather();
+  if (!params) return;
+  for (QPushButton* b : {cmdBegin_, cmdHelp_, cmdCancel_}) b->setEnabled(false);
+  cmdCancel2_->setEnabled(true);
+  setInputsEnabled(false);
+  chkNoLimits_->setEnabled(false);
+  QCoreApplication::processEvents();
+
+  const JobResult result = frmMain_.runJob(runNumber(), *params, *this);
+  if (result.outcome != JobOutcome::Done) {
+    // Interrupted while reading (nothing was written), or failed (frmError has said
+    // so, and what was written stays).
+    ResetForm();
+    frmMain_.EnableMain(true);
+    frmMain_.activateWindow();
+    return;
+  }
+  // The input, unaltered, and what the tool wrote, in the order it wrote them.
+  std::vector<std::string> names{choice_.proFile};
+  names.insert(names.end(), result.files.begin(), result.files.end());
+  for (std::size_t i = 0; i < outputPanels_.size() && i < names.size(); ++i)
+    outputPanels_[i]->setText(QLatin1Char(' ') + Q(names[i]));
+  panels_.show();
+  pnlProgress_->setValue(100);
+  cmdCancel2_->hide();
+  cmdOkay_->show();
+  cmdOkay_->setEnabled(true);
+  cmdHelp_->setEnabled(true);
+  cmdOkay_->setFocus();
+}
+
+void FrmRecordTool::cmdCancelClick() {
+  frmMain_.ClearStatusPanels();
+  ResetForm();
+  frmMain_.EnableMain(true);
+  frmMain_.activateWindow();
+}
+
+void FrmRecordTool::cmdCancel2Click() {
+  frmMain_.job().giInterrupt = 1;
+  frmMain_.ClearStatusPanels();
+}
+
+void FrmRecordTool::cmdOkayClick() {
+  ResetForm();
+  frmMain_.EnableMain(true);
+  frmMain_.activateWindow();
+}
+
+void FrmRecordTool::reject() {
+  if (cmdOkay_->isVisible())
+    cmdOkayClick();
+  else if (cmdCancel2_->isEnabled())
+    cmdCancel2Click();
+  else
+    cmdCancelClick();
+}
+
+void FrmRecordTool::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void FrmRecordTool::jobStarted(const Start& start) {
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+}
+
+void FrmRecordTool::caption(std::string_view text) {
+  pnlOperation_->setText(Q(text));
+  pnlOperation_->repaint();
+  if (text.starts_with("Writing")) {
+    // The writing cannot be interrupted.
+    cmdCancel2_->setEnabled(false);
+  }
+  panels_.line(0);
+}
+
+void FrmRecordTool::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+  panels_.show();
+  frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
+}
+
+}  // namespace zv::forms
