@@ -84,6 +84,18 @@ TEST(CliReasons, ACorruptIndexStopsAtTheEndOfTheRecordFileAndSaysItDoesNotMatch)
   EXPECT_EQ(r.exitCode, 4);
   EXPECT_TRUE(Has(r.err, reason)) << r.err;
   EXPECT_FALSE(FileExists(dir.file("r.ORD")));
+  // The content tools read the same extents, also where --large lifts the 16-bit count.
+  const std::vector<std::string> tools[] = {
+      {"query", "r.NDX", "--to", "q.QRY", "--or", "CCC"},
+      {"rank", "r.NDX", "--term", "CCC=1", "--large"},
+      {"sort", "r.NDX", "--tag", "CCC", "--large"},
+  };
+  for (const auto& args : tools) {
+    r = RunCli(args, {.cwd = dir.path().string()});
+    EXPECT_EQ(r.exitCode, 4) << args[0] << ": " << r.err;
+    EXPECT_TRUE(Has(r.err, reason)) << r.err;
+  }
+  EXPECT_FALSE(FileExists(dir.file("q.QRY")) || FileExists(dir.file("r.RNK")) || FileExists(dir.file("r.SRT")));
 }
 
 }  // namespace
