@@ -12,7 +12,9 @@
 #include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
+#include "cli/cli_polish.h"
 #include "cli/cli_records.h"
+#include "cli/cli_viewer.h"
 #include "commands/command_table.h"
 #include "core/error.h"
 #include "core/files.h"
@@ -92,6 +94,7 @@ int Main(int argc, char** argv) {
   }
   footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
+  footer += ViewerCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
       "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"
@@ -139,6 +142,8 @@ int Main(int argc, char** argv) {
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
   AddFilterCommands(app, exitCode);
   AddAnalysisCommands(app, exitCode);
+  AddPolishCommands(app, exitCode);
+  AddViewerCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");
