@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/cli_analysis.h"
+#include "cli/cli_export.h"
 #include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
@@ -144,6 +145,7 @@ int Main(int argc, char** argv) {
   AddAnalysisCommands(app, exitCode);
   AddPolishCommands(app, exitCode);
   AddViewerCommands(app, exitCode);
+  AddExportCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

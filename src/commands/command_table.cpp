@@ -20,6 +20,8 @@
 #include "filters/ovid.h"
 #include "filters/stn.h"
 #include "polish/polish_commands.h"
+#include "records/export_records.h"
+#include "records/find_duplicates.h"
 #include "records/sifter.h"
 #include "viewer/file_view.h"
 #include "viewer/split.h"
@@ -136,6 +138,12 @@ constexpr std::array kCommands{
             CommandInput::Own},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
+    Command{kExportRecords, "ExportRecords", "export", "",
+            "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
+            CommandInput::Own},
+    Command{kFindDuplicates, "FindDuplicates", "dedup", "",
+            "Keep one record of each work retrieved more than once, across record files, with a report of the groups",
+            &FindDuplicatesCommand, CommandInput::Own},
 };
 
 }  // namespace

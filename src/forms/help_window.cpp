@@ -369,6 +369,9 @@ QString HelpPageForContext(int context) {
       {122, QStringLiteral("sift.html#ordering")},
       {130, QStringLiteral("viewer.html")},
       {131, QStringLiteral("split.html")},
+      // The dialogs of Export Records and Find Duplicates, by their command numbers.
+      {9610, QStringLiteral("export_records.html")},
+      {9620, QStringLiteral("find_duplicates.html")},
   };
   return kPages.value(context, QStringLiteral("index.html"));
 }
@@ -409,6 +412,8 @@ QString HelpPageForCommand(int32_t number) {
       {{2901, 2901}, "split.html"},
       {{3000, 3010}, "main_window.html#menus"},
       {{3200, 3230}, "header_cover.html"},
+      {{9610, 9610}, "export_records.html"},
+      {{9620, 9620}, "find_duplicates.html"},
   };
   for (const auto& [range, page] : kPages)
     if (number >= range.first && number <= range.second) return QLatin1String(page);

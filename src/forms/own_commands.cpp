@@ -3,7 +3,9 @@
 
 #include <array>
 
+#include "forms/frm_dedup.h"
 #include "forms/frm_diction.h"
+#include "forms/frm_export.h"
 #include "forms/frm_file_view.h"
 #include "forms/frm_flt_ad_hoc.h"
 #include "forms/frm_qbf.h"
@@ -37,6 +39,8 @@ constexpr std::array kOwnCommands{
     OwnCommand{3210, &RunCoverSave},
     OwnCommand{3220, &RunCoverSaveSettings},
     OwnCommand{3230, &RunCoverOpen},
+    OwnCommand{kExportRecords, &RunExportRecords},
+    OwnCommand{kFindDuplicates, &RunFindDuplicates},
 };
 
 }  // namespace
