@@ -97,6 +97,7 @@ bool LineHolds(std::string_view text, std::string_view part) {
   return false;
 }
 
+void ThrowOverflow() { throw ZvError(err::kOverflow, ErrorText(err::kOverflow)); }
 
 int16_t Narrow16(int64_t value) {
   if (value > std::numeric_limits<int16_t>::max() || value < std::numeric_limits<int16_t>::min()) ThrowOverflow();

@@ -75,8 +75,8 @@ inline void LowerInPlace(char* text, std::size_t n) {
 // a line is split into words at all.
 bool LineHolds(std::string_view text, std::string_view part);
 
-// The overflow error of a 16-bit counter or of a number narrowed to 16 bits is
-// ThrowOverflow of core/error.h.
+// The overflow error of a 16-bit counter or of a number narrowed to 16 bits.
+[[noreturn]] void ThrowOverflow();
 // `value` as a 16-bit number, or the overflow error.
 int16_t Narrow16(int64_t value);
 

@@ -173,6 +173,7 @@ JobResult RunQuery(JobState& state, JobProgress& progress, const QbfParams& para
       job.progress.recordDone(k);
       const IndexRec& rec = ndx.get(k);
       const int64_t position = RecordStart(k, rec);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, false);
       int32_t runningLine = rec.startLine;
       if (query.test(pro, rec, position, lines, runningLine)) {

@@ -104,6 +104,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       job.progress.recordDone(k);
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
       if (large) extents[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines};
       int32_t& total = gRankRec[static_cast<std::size_t>(k)].total;

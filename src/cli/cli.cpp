@@ -21,6 +21,7 @@
 #include "core/files.h"
 #include "core/index_rec.h"
 #include "core/input_file.h"
+#include "records/build_index.h"
 
 namespace zv::cli {
 
@@ -28,7 +29,10 @@ namespace {
 
 int runFilter(const Command& command, const std::string& capture, const std::string& outDir) {
   if (!outDir.empty() && !std::filesystem::is_directory(outDir)) {
-    std::cerr << "Output directory not found: " << outDir << '\n';
+    std::error_code ec;
+    const bool there = std::filesystem::exists(outDir, ec);
+    std::cerr << (there ? "Output directory is a file, not a directory: " : "Output directory not found: ") << outDir
+              << '\n';
     return kExitUsage;
   }
   JobState job;
@@ -43,9 +47,19 @@ int runFilter(const Command& command, const std::string& capture, const std::str
   return ExitCodeOf(result, job, capture);
 }
 
+constexpr std::string_view kNotIndexFileText = "This does not appear to be an index file";
+
 int listIndex(const std::string& path) {
   if (!Exist(path)) {
     PrintMessage({std::string(kFileNotFoundTitle), std::string(kFileNotFoundText)});
+    std::cerr << "  (" << path << ")\n";
+    return kExitUsage;
+  }
+  // Any file divides into 277-byte records; one that does not divide is no index
+  // (a .PRO named by mistake), and its "records" would be noise.
+  if (const int64_t size = FileSize(path); size % static_cast<int64_t>(kIndexRecLen) != 0) {
+    PrintMessage({std::string(kFileFormatErrorTitle), std::string(kNotIndexFileText) + " (" + std::to_string(size) +
+                                                          " bytes, not a multiple of " + std::to_string(kIndexRecLen) + ")."});
     std::cerr << "  (" << path << ")\n";
     return kExitUsage;
   }

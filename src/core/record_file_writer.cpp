@@ -1,7 +1,6 @@
 // The .PRO/.NDX bookkeeping shared by every tool that writes records.
 #include "core/record_file_writer.h"
 
-
 #include "core/error.h"
 
 namespace zv {
@@ -19,12 +18,12 @@ void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, co
 
 void RecordFileWriter::writeBlank() {
   pro_.blank();
-  Add32(lOutBytes, 2);
-  Add32(glOutLine, 1);
+  Count32(lOutBytes, 2, kBytesLimit, {"record", lLastIndexed});
+  Count32(glOutLine, 1, kLinesLimit, {"record", lLastIndexed});
 }
 
 void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
-  Add32(glOutLine, 1);
+  Count32(glOutLine, 1, kLinesLimit, {"record", recNum});
   IndexRec& rec = gIndexRec;
   rec.recNum = recNum;
   rec.startByte = lOutBytes;
@@ -40,7 +39,7 @@ void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
     rec.byteLen = len;
     putRec(recNum - 1, rec);
   }
-  Add32(lOutBytes, countedLength + 2);
+  Count32(lOutBytes, countedLength + 2, kBytesLimit, {"record", recNum});
   lLastIndexed = recNum;
 }
 

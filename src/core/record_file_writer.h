@@ -70,8 +70,8 @@ class RecordFileWriter {
   void UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
     // Inline for the lines inside a record, which are nearly all of them.
     if (recNum != lLastIndexed && justLabelled) return beginRecord(recNum, countedLength);
-    Add32(glOutLine, 1);
-    Add32(lOutBytes, countedLength + 2);
+    Count32(glOutLine, 1, kLinesLimit, {"record", recNum});
+    Count32(lOutBytes, countedLength + 2, kBytesLimit, {"record", recNum});
     lLastIndexed = recNum;
   }
   // Closes record `recNum`: its end line, and a byte length that reaches the file's end
@@ -84,6 +84,10 @@ class RecordFileWriter {
   void abandon() noexcept;
 
  private:
+  // What the reason line of an overflow calls the two counts.
+  static constexpr std::string_view kBytesLimit = "the bytes of a .PRO (lOutBytes; the index holds 32-bit offsets)";
+  static constexpr std::string_view kLinesLimit = "the lines of a .PRO (glOutLine)";
+
   // UpdateIndex for a label that begins a new record.
   void beginRecord(int32_t recNum, int64_t countedLength);
   void putRec(int32_t k, const IndexRec& rec);

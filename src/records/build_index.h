@@ -21,9 +21,9 @@ inline constexpr std::string_view kIndexingTitle = "Indexing Record File";
 //   Refused      fewer than two labels: `message` is kNotRecordFileText under
 //                kFileFormatErrorTitle, for the caller to show with the stop icon
 //   Interrupted  the user cancelled
-//   Failed       `error` holds it (gsErrNumber and gsErrText are set): two labels on
-//                adjacent lines are error 62, a read past the end of the builder's
-//                line table
+//   Failed       `error` holds it (gsErrNumber and gsErrText are set): labels 1 and
+//                2 on adjacent lines are error 62, a read past the end of the
+//                builder's line table, with a reason line saying so
 // and on every way out but Done no .NDX is left.
 //
 // The numbers are those of the program's three-pass builder, which differ from a

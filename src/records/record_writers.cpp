@@ -22,15 +22,18 @@ void refuseOwnFiles(const std::string& target, const std::string& proFile, const
     throw ZvError(err::kPathFileAccess, ErrorText(err::kPathFileAccess), target);
 }
 
-// Copies the `count` lines of record `rec` to `out`, telling each line to the job.
-// False when the user interrupted.
-bool copyRecord(Job& job, RecordReader& pro, const IndexRec& rec, int64_t count, TextOut& out, std::string& line) {
-  pro.seek(RecordStart(rec.recNum, rec));
-  for (int64_t n = 1; n <= count; ++n) {
-    pro.readLine(line);
+// Copies record k to `out` through the reader's bounded read (a record the .PRO
+// cannot hold is error 62), telling each line written to the job; record 1 gets one
+// more CR LF. False when the user interrupted: the rest of the record is read but not
+// written.
+bool copyRecord(Job& job, RecordReader& pro, int32_t k, const IndexRec& rec, TextOut& out) {
+  bool interrupted = false;
+  pro.readRecord(k, rec, [&](int64_t n, const std::string& line) {
+    if (interrupted) return;
     out.line(line);
-    if (job.lineDone(static_cast<int32_t>(n), 0)) return false;
-  }
+    interrupted = job.lineDone(static_cast<int32_t>(n), 0);
+  });
+  if (interrupted) return false;
   if (rec.recNum == 1) out.blank();
   return true;
 }
@@ -42,19 +45,18 @@ JobResult WriteKeptRecords(JobState& state, JobProgress& progress, const WriteKe
     job.start(result, kWritingKeptCaption, 0, 0);
     int16_t written = 0;
     RecordReader pro(input.proFile);
-    std::string line;
     bool interrupted = false;
     ForEachIndexRec(input.indexFile, [&](int32_t i, IndexRec& rec) {
       if (interrupted || i > input.glRecCount || rec.keepFlag == 0) return false;
       const std::string target = QPTrim(rec.keepFileName());
-      Inc16(written);
+      Inc16(written, "the records one Write Kept Records writes", {"record", i});
       progress.recordDone(written);
       progress.caption(target);
       refuseOwnFiles(target, input.proFile, input.indexFile);
       job.outputs.appendTo(target);
       TextOut out;
       out.append(target);
-      interrupted = !copyRecord(job, pro, rec, RecordLineCount(rec), out, line);
+      interrupted = !copyRecord(job, pro, i, rec, out);
       if (!interrupted) out.close();
       return false;
     });
@@ -76,16 +78,17 @@ JobResult WriteOrder(JobState& state, JobProgress& progress, const WriteOrderInp
     RecordReader pro(input.proFile);
     job.start(result, kWritingOrderCaption, 0, 0, input.glRecCount);
     progress.caption(input.ordFile);
-    std::string line;
     for (int32_t p = 1; p <= input.glRecCount; ++p) {
       if (static_cast<std::size_t>(p) >= input.glOrder.size()) throw std::out_of_range("glOrder");
       const int32_t k = input.glOrder[static_cast<std::size_t>(p)];
       progress.recordDone(k);
       const IndexRec rec = ndx.get(k);
+      pro.checkExtent(k, rec);  // a corrupt end line says so before it counts as a limit
       const int64_t lines = RecordLineCount(rec);
       if (lines > std::numeric_limits<int16_t>::max() || lines < std::numeric_limits<int16_t>::min())
-        throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
-      if (!copyRecord(job, pro, rec, lines, ord, line)) return JobOutcome::Interrupted;
+        ThrowOverflow(LimitReason("the lines of a record that Write Order copies", std::numeric_limits<int16_t>::max()) +
+                      " Record " + std::to_string(k) + " has " + std::to_string(lines) + ".");
+      if (!copyRecord(job, pro, k, rec, ord)) return JobOutcome::Interrupted;
       result.records = p;
     }
     ord.blank();

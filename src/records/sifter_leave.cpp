@@ -55,9 +55,10 @@ void LeaveSifter(JobState& job, SiftView& view) {
       KillIfExists(wrk);
     }
   } catch (const std::exception& e) {
-    sift::NoteError(job, AsZvError(e));
+    const ZvError error = AsZvError(e);
+    sift::NoteError(job, error);
     ResetSifter(job, view);
-    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, error.reason()));
     return;
   }
   view.hideSifter();
