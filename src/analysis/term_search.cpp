@@ -1,0 +1,86 @@
+// Word matches of a search term in a block of lines.
+#include "analysis/term_search.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace zv {
+
+namespace {
+
+// The bytes that upper-case to `c`: itself and, for a capital, its small letter. A
+// small letter has none (the lines are upper-cased), which the full test settles.
+void casesOf(unsigned char c, unsigned char (&out)[2]) {
+  out[0] = c;
+  out[1] = (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c;
+}
+
+}  // namespace
+
+TermFinder::TermFinder(const Term& term, const DelimiterSet& delims) : text_(term.text), truncated_(term.truncated) {
+  for (int c = 0; c < 256; ++c) {
+    upper_[static_cast<std::size_t>(c)] = static_cast<unsigned char>(c >= 'a' && c <= 'z' ? c - 32 : c);
+    ends_[static_cast<std::size_t>(c)] = delims.has(static_cast<char>(c)) || c == '\r' || c == '\n';
+  }
+  active_ = !text_.empty();
+  for (char c : text_)
+    if (ends_[static_cast<unsigned char>(c)]) active_ = false;
+  if (!active_) return;
+  casesOf(static_cast<unsigned char>(text_.front()), first_);
+  casesOf(static_cast<unsigned char>(text_.back()), last_);
+}
+
+bool TermFinder::matchesAt(const unsigned char* s, std::size_t n, std::size_t at) const {
+  const std::size_t m = text_.size();
+  for (std::size_t j = 0; j < m; ++j)
+    if (upper_[s[at + j]] != static_cast<unsigned char>(text_[j])) return false;
+  if (at > 0 && !ends_[s[at - 1]]) return false;
+  return truncated_ || at + m == n || ends_[s[at + m]];
+}
+
+template <class OnMatch>
+void TermFinder::forEach(std::string_view text, OnMatch&& onMatch) const {
+  if (!active_) return;
+  const auto* s = reinterpret_cast<const unsigned char*>(text.data());
+  const std::size_t n = text.size(), m = text_.size();
+  if (m > n) return;
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  // Sixteen places at a time: those whose first and last bytes can be the term's, in
+  // either case, get the full test.
+  const __m128i f0 = _mm_set1_epi8(static_cast<char>(first_[0])), f1 = _mm_set1_epi8(static_cast<char>(first_[1]));
+  const __m128i l0 = _mm_set1_epi8(static_cast<char>(last_[0])), l1 = _mm_set1_epi8(static_cast<char>(last_[1]));
+  for (; i + m - 1 + 16 <= n; i += 16) {
+    const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
+    const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i + m - 1));
+    const __m128i fa = _mm_or_si128(_mm_cmpeq_epi8(a, f0), _mm_cmpeq_epi8(a, f1));
+    const __m128i lb = _mm_or_si128(_mm_cmpeq_epi8(b, l0), _mm_cmpeq_epi8(b, l1));
+    auto mask = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(fa, lb)));
+    while (mask != 0) {
+      const std::size_t at = i + static_cast<std::size_t>(__builtin_ctz(mask));
+      if (matchesAt(s, n, at) && onMatch()) return;
+      mask &= mask - 1;
+    }
+  }
+#endif
+  for (; i + m <= n; ++i)
+    if (matchesAt(s, n, i) && onMatch()) return;
+}
+
+bool TermFinder::any(std::string_view text) const {
+  bool found = false;
+  forEach(text, [&] { return found = true; });
+  return found;
+}
+
+int64_t TermFinder::count(std::string_view text) const {
+  int64_t n = 0;
+  forEach(text, [&] {
+    ++n;
+    return false;
+  });
+  return n;
+}
+
+}  // namespace zv
