@@ -94,6 +94,7 @@ bool RecordBlockReader::read(int64_t offset, int32_t lines, RecordBlock& block) 
     int32_t n = 0;
     bool crlf = true, more = false;
     std::size_t longest = 0, text = 0;
+    block.spans.clear();
     while (n < lines) {
       if (p == end) {
         more = !eof_;  // past the end of the file the lines are empty
@@ -123,6 +124,7 @@ bool RecordBlockReader::read(int64_t offset, int32_t lines, RecordBlock& block) 
         p = q + 1;
         crlf = false;
       }
+      block.spans.push_back({static_cast<uint32_t>(q - k - start), static_cast<uint32_t>(k)});
       ++n;
       text += k;
       longest = std::max(longest, k);

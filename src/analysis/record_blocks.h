@@ -11,6 +11,12 @@
 
 namespace zv {
 
+// Where a line of a block lies in it, its end left out.
+struct LineSpan {
+  uint32_t start = 0;
+  uint32_t length = 0;
+};
+
 // A record's lines as they stand in the file, line ends included, with what the tools
 // need to know of them without looking again.
 struct RecordBlock {
@@ -20,6 +26,14 @@ struct RecordBlock {
   bool crlf = true;         // every line of `bytes` ends with CR LF
   std::size_t longest = 0;  // the longest line, without its end
   std::size_t text = 0;     // the bytes of the lines without their ends
+  std::vector<LineSpan> spans;  // the lines found in the file
+
+  // Line n, from 1; a line past the end of the file is empty.
+  std::string_view line(int32_t n) const {
+    if (n > fileLines) return {};
+    const LineSpan& s = spans[static_cast<std::size_t>(n - 1)];
+    return bytes.substr(s.start, s.length);
+  }
 
   // The bytes the record takes when each of its lines is written with CR LF.
   int64_t writtenBytes() const { return static_cast<int64_t>(text) + 2 * static_cast<int64_t>(lines); }
@@ -29,17 +43,7 @@ struct RecordBlock {
 // them (CR LF, LF or CR ends a line), then an empty line for each line past the end.
 template <class OnLine>
 void ForEachBlockLine(const RecordBlock& block, OnLine&& onLine) {
-  const char* p = block.bytes.data();
-  const char* end = p + block.bytes.size();
-  int32_t n = 0;
-  while (n < block.fileLines) {
-    const char* q = p;
-    while (q < end && *q != '\n' && *q != '\r') ++q;
-    onLine(++n, std::string_view(p, static_cast<std::size_t>(q - p)));
-    if (q < end && *q++ == '\r' && q < end && *q == '\n') ++q;
-    p = q;
-  }
-  while (n < block.lines) onLine(++n, std::string_view());
+  for (int32_t n = 1; n <= block.lines; ++n) onLine(n, block.line(n));
 }
 
 // The longest line whose plain search cannot overflow the 16-bit word table.
@@ -53,6 +57,19 @@ inline void WriteBlockLines(TextOut& out, const RecordBlock& block) {
     return;
   }
   ForEachBlockLine(block, [&](int32_t, std::string_view line) { out.line(line); });
+}
+
+// The same, appended to `out`.
+inline void AppendBlockLines(std::string& out, const RecordBlock& block) {
+  if (block.crlf) {
+    out.append(block.bytes);
+    for (int32_t n = block.fileLines; n < block.lines; ++n) out.append("\r\n");
+    return;
+  }
+  ForEachBlockLine(block, [&](int32_t, std::string_view line) {
+    out.append(line);
+    out.append("\r\n");
+  });
 }
 
 // Reads records by offset and line count, as RecordReader's seek and readLine give
