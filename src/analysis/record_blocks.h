@@ -81,7 +81,9 @@ class RecordBlockReader {
   static constexpr std::size_t kFirstBuffer = std::size_t{1} << 20;
   static constexpr std::size_t kLimit = std::size_t{16} << 20;
 
-  explicit RecordBlockReader(const std::string& proFile, std::size_t limit = kLimit);
+  // `firstBuffer` and `limit` are for tests of the buffer's edges.
+  explicit RecordBlockReader(const std::string& proFile, std::size_t firstBuffer = kFirstBuffer,
+                             std::size_t limit = kLimit);
   ~RecordBlockReader();
   RecordBlockReader(const RecordBlockReader&) = delete;
   RecordBlockReader& operator=(const RecordBlockReader&) = delete;
@@ -102,13 +104,11 @@ class RecordBlockReader {
   std::string path_;
   int64_t size_ = 0;
   std::size_t limit_;
+  static constexpr std::size_t kSlack = 64;  // read past the bytes held by the vector search
   std::vector<char> buf_;
   int64_t pos_ = 0;     // file offset of buf_[0]
   std::size_t len_ = 0; // bytes held
   bool eof_ = false;    // the file ends where the bytes held end
 };
-
-// Offset of the first CR or LF in [p, end), or end - p: a vector search for both.
-std::size_t FindLineEnd(const char* p, const char* end);
 
 }  // namespace zv
