@@ -112,12 +112,19 @@ bool OrderedWriter::write(const std::string& proFile, const std::string& outFile
   for (int32_t i = 1; i <= n; ++i) {
     const int32_t k = readOrder[static_cast<std::size_t>(i)];
     const int32_t p = positionOf[static_cast<std::size_t>(k)];
-    if (!blocks.read(order.readAt(k), order.lines(k), block))
-      throw std::logic_error(proFile + ": a record outgrew its block");
     Run& run = runs[runOf[static_cast<std::size_t>(p)]];
     if (run.buffer.capacity() < capacity) run.buffer.reserve(capacity);
     const std::size_t before = run.buffer.size();
-    order.render(p, block, run.buffer);
+    if (order.asItStands(p)) {
+      std::string_view bytes;
+      if (!blocks.readRaw(order.readAt(k), static_cast<std::size_t>(order.bytes(p)), bytes))
+        throw std::logic_error(proFile + ": a record is no longer where it was");
+      run.buffer.append(bytes);
+    } else {
+      if (!blocks.read(order.readAt(k), order.lines(k), block))
+        throw std::logic_error(proFile + ": a record outgrew its block");
+      order.render(p, block, run.buffer);
+    }
     if (static_cast<int64_t>(run.buffer.size() - before) != order.bytes(p))
       throw std::logic_error(outFile + ": a record's size changed");
     if (run.buffer.size() >= capacity) flush(run);

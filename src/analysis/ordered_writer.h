@@ -26,6 +26,9 @@ class OrderSource {
   virtual int64_t bytes(int32_t p) const = 0;
   // Appends to `out` what position p's record becomes, from its lines: bytes(p) bytes.
   virtual void render(int32_t p, const RecordBlock& block, std::string& out) const = 0;
+  // Whether position p's record becomes its bytes as they stand (bytes(p) of them from
+  // readAt), with no need to find its lines again.
+  virtual bool asItStands(int32_t /*p*/) const { return false; }
 };
 
 // Writes the records of `order`, in its order, to `outFile`, then `tail`.

@@ -39,13 +39,14 @@ struct RankWrite {
   int32_t marks = 0;   // lines that get an empty line before them ("Record - 1" in 11 characters)
   bool firstEmpty = false;
   int8_t last = 0;     // the last line: 1 empty, 2 not empty, 0 no lines at all
+  bool plain = false;  // its bytes as they stand, but for the empty lines the records around it decide
 };
 
 // The label test of the writing: the labels of records 10 to 19.
 bool marked(std::string_view line) { return line.size() == 11 && line.find("Record - 1") != std::string_view::npos; }
 
 RankWrite rankWriteOf(const RecordBlock& block, int64_t readAt) {
-  RankWrite w{readAt, 0, block.lines, 0, false, 0};
+  RankWrite w{readAt, 0, block.lines, 0, false, 0, block.asItStands()};
   bool prevEmpty = false;
   for (int32_t n = 1; n <= block.lines; ++n) {
     const std::string_view line = block.line(n);
@@ -54,7 +55,10 @@ RankWrite rankWriteOf(const RecordBlock& block, int64_t readAt) {
       w.bytes += 2;
     }
     if (n == 1) w.firstEmpty = line.empty();
-    if (!(line.empty() && prevEmpty)) w.bytes += static_cast<int64_t>(line.size()) + 2;
+    if (!(line.empty() && prevEmpty))
+      w.bytes += static_cast<int64_t>(line.size()) + 2;
+    else
+      w.plain = false;  // an empty line after an empty line is left out
     prevEmpty = line.empty();
     w.last = prevEmpty ? 1 : 2;
   }
@@ -87,6 +91,10 @@ class RankOrder : public OrderSource {
     if (w.firstEmpty && prevEmpty_[static_cast<std::size_t>(p)]) n -= 2;
     if (p == 1) n -= 2 * static_cast<int64_t>(w.marks);
     return n;
+  }
+  bool asItStands(int32_t p) const override {
+    const RankWrite& w = write(p);
+    return w.plain && (w.marks == 0 || p == 1) && !(w.firstEmpty && prevEmpty_[static_cast<std::size_t>(p)]);
   }
   void render(int32_t p, const RecordBlock& block, std::string& out) const override {
     bool prevEmpty = prevEmpty_[static_cast<std::size_t>(p)];
@@ -198,7 +206,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
-      if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, 0, false, 0};
+      if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, 0, false, 0, false};
       int32_t& total = gRankRec[static_cast<std::size_t>(k)].total;
       // The stored startByte, record 1 too: from BuildIndex's index the label's first
       // letter is not read.

@@ -89,6 +89,18 @@ inline uint64_t lineEndBits(const char* p, std::size_t avail) {
 
 }  // namespace
 
+bool RecordBlockReader::readRaw(int64_t offset, std::size_t count, std::string_view& bytes) {
+  if (offset < 0) throw ZvError(err::kInvalidCall, ErrorText(err::kInvalidCall), path_);
+  bool grow = false;
+  while (offset < pos_ || offset + static_cast<int64_t>(count) > pos_ + static_cast<int64_t>(len_)) {
+    if (eof_ && offset >= pos_ && offset <= pos_ + static_cast<int64_t>(len_)) return false;
+    if (!refill(offset, grow)) return false;
+    grow = true;
+  }
+  bytes = std::string_view(buf_.data() + (offset - pos_), count);
+  return true;
+}
+
 bool RecordBlockReader::read(int64_t offset, int32_t lines, RecordBlock& block) {
   if (offset < 0) throw ZvError(err::kInvalidCall, ErrorText(err::kInvalidCall), path_);
   if (offset < pos_ || offset > pos_ + static_cast<int64_t>(len_)) {

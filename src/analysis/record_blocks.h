@@ -35,6 +35,10 @@ struct RecordBlock {
     return bytes.substr(s.start, s.length);
   }
 
+  // Whether the record is written as it stands: every line ends with CR LF, none lies
+  // past the end of the file.
+  bool asItStands() const { return crlf && fileLines == lines; }
+
   // The bytes the record takes when each of its lines is written with CR LF.
   int64_t writtenBytes() const { return static_cast<int64_t>(text) + 2 * static_cast<int64_t>(lines); }
 };
@@ -92,6 +96,10 @@ class RecordBlockReader {
   // when they take more than the limit. A negative offset is error 5, as for
   // RecordReader; read errors throw.
   bool read(int64_t offset, int32_t lines, RecordBlock& block);
+  // The `count` bytes from `offset`, valid until the next call: for a record whose
+  // extent an earlier read found. False when they take more than the limit or the
+  // file ends before them.
+  bool readRaw(int64_t offset, std::size_t count, std::string_view& bytes);
 
   int64_t fileSize() const { return size_; }
 

@@ -45,6 +45,7 @@ struct SortWrite {
   int64_t readAt = 0;
   int64_t bytes = 0;
   int32_t lines = 0;
+  bool asItStands = false;
 };
 
 // Sets the key of `e` from `line` when the line is tagged; says whether it was.
@@ -71,6 +72,9 @@ class SortOrder : public OrderSource {
   void render(int32_t p, const RecordBlock& block, std::string& out) const override {
     AppendBlockLines(out, block);
     if (recordAt(p) == 1) out.append("\r\n");
+  }
+  bool asItStands(int32_t p) const override {
+    return recordAt(p) != 1 && writes_[static_cast<std::size_t>(recordAt(p))].asItStands;
   }
 
  private:
@@ -137,7 +141,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
       job.progress.lineDone(running, glLineCount);
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
       SortRec& e = gSortRec[static_cast<std::size_t>(k)];
-      if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines};
+      if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, false};
       if (inBlocks && blocks->read(rec.startByte, lines, block)) {
         // The last tagged line of the record gives the key.
         for (int32_t n = lines; n >= 1; --n) {
@@ -147,7 +151,8 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
         }
         // Record 1 of a BuildIndex index is written from the file's first byte.
         if (RecordStart(k, rec) == rec.startByte || blocks->read(RecordStart(k, rec), lines, block))
-          writes[static_cast<std::size_t>(k)].bytes = block.writtenBytes() + (k == 1 ? 2 : 0);
+          writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), block.writtenBytes() + (k == 1 ? 2 : 0), lines,
+                                                 block.asItStands()};
         else
           inBlocks = false;
         if (lines > 0) {

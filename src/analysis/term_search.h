@@ -37,6 +37,7 @@ class TermFinder {
   bool truncated_ = false;
   bool active_ = false;
   unsigned char first_[2] = {0, 0};  // the bytes whose upper case is the term's first
+  unsigned char second_[2] = {0, 0}; // its second (its first when shorter than three)
   unsigned char last_[2] = {0, 0};   // and its last character
   std::array<bool, 256> ends_{};     // the delimiters, CR and LF
   std::array<unsigned char, 256> upper_{};

@@ -41,6 +41,7 @@ TEST_P(RecordBlocks, GiveTheLinesRecordReaderGivesWithTheirBytesAndSizes) {
     WriteFile(path, text);
     RecordReader reader(path);
     RecordBlockReader blocks(path, GetParam().first, GetParam().limit);
+    RecordBlockReader raw(path, GetParam().first, GetParam().limit);
     RecordBlock block;
     int64_t offset = 0;
     for (int record = 0; record < 60; ++record) {
@@ -73,6 +74,13 @@ TEST_P(RecordBlocks, GiveTheLinesRecordReaderGivesWithTheirBytesAndSizes) {
       EXPECT_EQ(block.longest, longest);
       EXPECT_EQ(block.bytes, std::string_view(text).substr(std::min<std::size_t>(offset, text.size()), block.bytes.size()));
       EXPECT_EQ(block.crlf, block.bytes == asCrLf);
+      EXPECT_EQ(block.asItStands(), block.crlf && block.fileLines == lines);
+      // The same bytes again by their extent alone, as the ordered writer takes them.
+      std::string_view again;
+      ASSERT_TRUE(raw.readRaw(offset, block.bytes.size(), again));
+      EXPECT_EQ(again, block.bytes);
+      // Bytes past the end of the file are no extent.
+      EXPECT_FALSE(raw.readRaw(offset, text.size() + 1 - std::min<std::size_t>(offset, text.size()), again));
       std::string written;
       AppendBlockLines(written, block);
       EXPECT_EQ(static_cast<int64_t>(written.size()), block.writtenBytes());
