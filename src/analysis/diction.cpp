@@ -289,18 +289,30 @@ std::size_t linesIn(std::string_view text, std::size_t most, std::size_t& cut) {
   const std::size_t n = text.size();
   std::size_t ends = 0, i = 0;
 #if defined(__SSE2__)
-  const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r');
+  // Each byte lane counts its line ends, a CR LF pair once, and is emptied into the
+  // total before it can pass 255.
+  const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r'), zero = _mm_setzero_si128();
+  __m128i lanes = zero;
+  int rounds = 0;
+  auto empty = [&] {
+    const __m128i sums = _mm_sad_epu8(lanes, zero);
+    ends += static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_add_epi64(sums, _mm_srli_si128(sums, 8))));
+    lanes = zero;
+    rounds = 0;
+  };
   for (; i + 17 <= n; i += 16) {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
     const __m128i after = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i + 1));
     const __m128i isCr = _mm_cmpeq_epi8(v, cr);
-    const auto all = static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, lf), isCr)));
-    const auto pairs = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(isCr, _mm_cmpeq_epi8(after, lf))));
-    ends += static_cast<std::size_t>(__builtin_popcount(all) - __builtin_popcount(pairs));
+    const __m128i all = _mm_or_si128(_mm_cmpeq_epi8(v, lf), isCr);
+    const __m128i pairs = _mm_and_si128(isCr, _mm_cmpeq_epi8(after, lf));
+    lanes = _mm_add_epi8(_mm_sub_epi8(lanes, all), pairs);
+    if (++rounds == 255) empty();
   }
+  empty();
 #endif
   for (; i < n; ++i)
-    if (p[i] == '\n' ? (i == 0 || p[i - 1] != '\r') : p[i] == '\r') ++ends;
+    if (p[i] == '\n' || (p[i] == '\r' && !(i + 1 < n && p[i + 1] == '\n'))) ++ends;
   const std::size_t lines = ends + (n > 0 && p[n - 1] != '\n' && p[n - 1] != '\r' ? 1 : 0);
   cut = n;
   if (lines <= most) return lines;
@@ -330,7 +342,7 @@ JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& para
   // Every group but the last is written; the last only when its count is 1 and a
   // group of a higher count came before it.
   std::string out;
-  char digits[16];
+  char digits[16], scratch[16];
   for (std::size_t p = 0; p < list.size(); ++p) {
     const bool lastGroup = list.back().count == list[p].count;
     if (lastGroup && (list[p].count != 1 || list.front().count == list.back().count)) break;
@@ -340,7 +352,7 @@ JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& para
     out.append(digits, static_cast<std::size_t>(len));
     out += ' ';
     if (len + 2 < 8) out.append(static_cast<std::size_t>(8 - len - 2), ' ');
-    out.append(counter.wordOf(list[p]));
+    out.append(counter.wordOf(list[p], scratch));
     out.append("\r\n");
     if (out.size() >= (std::size_t{1} << 16)) {
       dic.raw(out);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <stdexcept>
 
 #if defined(__x86_64__)
 #include <immintrin.h>
@@ -84,6 +85,13 @@ uint64_t hashOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1) {
 
 uint64_t byteSwapped(uint64_t v) { return __builtin_bswap64(v); }
 
+// The length of a word of at most 16 bytes from its key: up to its last non-zero byte.
+std::size_t keyLength(uint64_t key0, uint64_t key1) {
+  if (key1 != 0) return 16 - static_cast<std::size_t>(__builtin_ctzll(key1)) / 8;
+  if (key0 != 0) return 8 - static_cast<std::size_t>(__builtin_ctzll(key0)) / 8;
+  return 0;
+}
+
 }  // namespace
 
 ByteSetMasks::ByteSetMasks(const std::array<bool, 256>& in) : in_(in) {
@@ -128,7 +136,8 @@ std::array<bool, 256> wordEnds() {
 }
 }  // namespace
 
-WordCounter::WordCounter(const std::vector<std::string>& omit) : delims_(wordEnds()), slots_(1 << 12) {
+WordCounter::WordCounter(const std::vector<std::string>& omit) : delims_(wordEnds()), slots_(std::size_t{1} << 12) {
+  bits_ = 12;
   mask_ = slots_.size() - 1;
   for (const std::string& entry : omit) {
     if (entry.size() > kWordLen) {
@@ -147,14 +156,12 @@ WordCounter::WordCounter(const std::vector<std::string>& omit) : delims_(wordEnd
 void WordCounter::grow() {
   std::vector<Slot> old(slots_.size() * 2);
   old.swap(slots_);
+  ++bits_;
   mask_ = slots_.size() - 1;
-  std::string scratch;
+  // A slot's place comes from the top bits of its tag, so the words need no new hash.
   for (const Slot& s : old) {
     if (s.entry == 0) continue;
-    const Entry& e = entries_[s.entry - 1];
-    const std::string_view word = wordAt(e, scratch);
-    const uint64_t h = hashOf(word.data(), e.len, e.w0, e.w1);
-    std::size_t i = h & mask_;
+    std::size_t i = s.tag >> (32 - bits_);
     while (slots_[i].entry != 0) i = (i + 1) & mask_;
     slots_[i] = s;
   }
@@ -162,7 +169,7 @@ void WordCounter::grow() {
 
 WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
   const auto tag = static_cast<uint32_t>(hash >> 32);
-  std::size_t i = hash & mask_;
+  std::size_t i = tag >> (32 - bits_);
   for (;; i = (i + 1) & mask_) {
     const Slot s = slots_[i];
     if (s.entry == 0) break;
@@ -174,7 +181,7 @@ WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint
   }
   if ((entries_.size() + 1) * 2 > slots_.size()) {
     grow();
-    i = hash & mask_;
+    i = tag >> (32 - bits_);
     while (slots_[i].entry != 0) i = (i + 1) & mask_;
   }
   Entry e;
@@ -193,7 +200,11 @@ WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint
 void WordCounter::countShort(const char* word, std::size_t len) {
   const uint64_t w0 = head8(word, len);
   const uint64_t w1 = len > 8 ? head8(word + 8, len - 8) : 0;
-  Entry& e = entryOf(word, len, w0, w1, hashOf(word, len, w0, w1));
+  countHashed(word, len, w0, w1, hashOf(word, len, w0, w1));
+}
+
+void WordCounter::countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
+  Entry& e = entryOf(word, len, w0, w1, hash);
   if (e.flags & kOmitted) return;
   if (!(e.flags & kSeen)) {
     e.flags |= kSeen;
@@ -227,6 +238,37 @@ void WordCounter::countWord(std::string_view word) {
 
 void WordCounter::countText(char* text, std::size_t n) {
   lowerInPlace(text, n);
+  // The words are taken in batches: each one's slot is asked for ahead of its turn,
+  // so that the table's misses of the cache overlap.
+  struct Pending {
+    const char* word;
+    std::size_t len;
+    uint64_t w0, w1, hash;
+  };
+  constexpr int kBatch = 16;
+  Pending batch[kBatch];
+  int pending = 0;
+  auto settle = [&] {
+    for (int i = 0; i < pending; ++i) {
+      const Pending& w = batch[i];
+      if (w.len <= kWordLen)
+        countHashed(w.word, w.len, w.w0, w.w1, w.hash);
+      else
+        countLong(std::string_view(w.word, w.len));
+    }
+    pending = 0;
+  };
+  auto take = [&](const char* word, std::size_t len) {
+    if (pending == kBatch) settle();
+    Pending& w = batch[pending++];
+    w.word = word;
+    w.len = len;
+    if (len > kWordLen) return;
+    w.w0 = head8(word, len);
+    w.w1 = len > 8 ? head8(word + 8, len - 8) : 0;
+    w.hash = hashOf(word, len, w.w0, w.w1);
+    __builtin_prefetch(&slots_[(static_cast<uint32_t>(w.hash >> 32) >> (32 - bits_))]);
+  };
   // The delimiter bits of the 64 bytes from `at`; bytes past the end count as delimiters.
   auto ends = [&](std::size_t at) {
     uint64_t m = delims_.mask64(text + at);
@@ -239,10 +281,11 @@ void WordCounter::countText(char* text, std::size_t n) {
   for (;;) {
     while (words == 0) {
       chunk += 64;
-      if (chunk >= n) return;
+      if (chunk >= n) break;
       m = ends(chunk);
       words = ~m;
     }
+    if (words == 0) break;
     const std::size_t start = chunk + static_cast<std::size_t>(__builtin_ctzll(words));
     uint64_t stop = m & (~uint64_t{0} << (start - chunk));
     std::size_t end = n;
@@ -253,29 +296,24 @@ void WordCounter::countText(char* text, std::size_t n) {
       stop = m;
     }
     if (stop != 0) end = chunk + static_cast<std::size_t>(__builtin_ctzll(stop));
-    const std::size_t len = end - start;
-    if (len <= kWordLen)
-      countShort(text + start, len);
-    else
-      countLong(std::string_view(text + start, len));
-    if (end >= n) return;
+    take(text + start, end - start);
+    if (end >= n) break;
     words = ~m & (~uint64_t{0} << (end - chunk));
   }
+  settle();
 }
 
-std::string_view WordCounter::wordAt(const Entry& e, std::string& scratch) const {
-  if (e.len > 16) return std::string_view(tails_.data() + e.tail, e.len);
-  scratch.resize(16);
-  std::memcpy(scratch.data(), &e.w0, 8);
-  std::memcpy(scratch.data() + 8, &e.w1, 8);
-  scratch.resize(e.len);
-  return scratch;
-}
-
-std::string_view WordCounter::wordOf(const Element& e) const {
-  const Entry& entry = entries_[e.entry];
-  if (entry.len > 16) return std::string_view(tails_.data() + entry.tail, entry.len);
-  return std::string_view(reinterpret_cast<const char*>(&entry.w0), entry.len);
+std::string_view WordCounter::wordOf(const Element& e, char (&scratch)[16]) const {
+  if (e.entry & kLookUp) {
+    const Entry& entry = entries_[e.entry & ~kLookUp];
+    if (entry.len > 16) return std::string_view(tails_.data() + entry.tail, entry.len);
+    return std::string_view(reinterpret_cast<const char*>(&entry.w0), entry.len);
+  }
+  // The word is its sixteen key bytes without the zeros after it.
+  const uint64_t w0 = byteSwapped(e.key0), w1 = byteSwapped(e.key1);
+  std::memcpy(scratch, &w0, 8);
+  std::memcpy(scratch + 8, &w1, 8);
+  return std::string_view(scratch, keyLength(e.key0, e.key1));
 }
 
 std::vector<WordCounter::Element> WordCounter::ordered() const {
@@ -284,7 +322,10 @@ std::vector<WordCounter::Element> WordCounter::ordered() const {
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     const Entry& e = entries_[i];
     if (!(e.flags & kSeen)) continue;
-    const Element base{byteSwapped(e.w0), byteSwapped(e.w1), 1, static_cast<uint32_t>(i)};
+    if (i >= kLookUp) throw std::length_error("more distinct words than the list can hold");
+    Element base{byteSwapped(e.w0), byteSwapped(e.w1), 1, static_cast<uint32_t>(i)};
+    // A word longer than its key, or one ending in code 0, is read from its entry.
+    if (e.len > 16 || keyLength(base.key0, base.key1) != e.len) base.entry |= kLookUp;
     uint32_t singles = e.longCount;
     if (e.shortCount > 0) {
       // A long word seen first made the element that the short ones then counted on.
@@ -301,7 +342,11 @@ std::vector<WordCounter::Element> WordCounter::ordered() const {
     if (a.count != b.count) return a.count > b.count;
     if (a.key0 != b.key0) return a.key0 < b.key0;
     if (a.key1 != b.key1) return a.key1 < b.key1;
-    return a.entry != b.entry && wordOf(a) < wordOf(b);
+    if ((a.entry | b.entry) & kLookUp) {
+      char x[16], y[16];
+      return wordOf(a, x) < wordOf(b, y);
+    }
+    return keyLength(a.key0, a.key1) < keyLength(b.key0, b.key1);
   });
   return list;
 }

@@ -55,10 +55,11 @@ class WordCounter {
   struct Element {
     uint64_t key0 = 0, key1 = 0;  // the word's first 16 bytes, for ordering
     uint32_t count = 0;
-    uint32_t entry = 0;
+    uint32_t entry = 0;  // with kLookUp when the key does not hold the whole word
   };
   std::vector<Element> ordered() const;
-  std::string_view wordOf(const Element& e) const;
+  // The element's word, in `scratch` when it is there in whole.
+  std::string_view wordOf(const Element& e, char (&scratch)[16]) const;
 
  private:
   struct Entry {
@@ -70,6 +71,7 @@ class WordCounter {
     uint8_t flags = 0;
   };
   static constexpr uint8_t kOmitted = 1, kSeen = 2, kFirstLong = 4;
+  static constexpr uint32_t kLookUp = uint32_t{1} << 31;
   struct Slot {
     uint32_t tag = 0;
     uint32_t entry = 0;  // entry number + 1; 0 is free
@@ -79,12 +81,13 @@ class WordCounter {
   Entry& entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
   void grow();
   void countShort(const char* word, std::size_t len);
+  void countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
   void countLong(std::string_view word);
-  std::string_view wordAt(const Entry& e, std::string& scratch) const;
 
   ByteSetMasks delims_;
   std::vector<Slot> slots_;
   std::size_t mask_ = 0;
+  int bits_ = 0;  // slots_ has 2^bits_ slots
   std::vector<Entry> entries_;
   std::string tails_;
   std::vector<std::string> longOmit_;  // omit entries of more than 35 characters

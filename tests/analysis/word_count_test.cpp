@@ -37,13 +37,15 @@ std::string DictionText(std::mt19937& random, int lines) {
   return text;
 }
 
+// The list, and after it the lines read and the unique words the job reported.
 std::string ListOf(const TempDir& dir, const std::string& text, bool large) {
   WriteFile(dir.file("words.txt"), text);
   JobState job;
   const JobResult r =
       Diction(job, NoProgress(), DictionParams{dir.file("words.txt"), dir.file("OMIT.LST"), large, 1'700'000'000});
   EXPECT_EQ(r.outcome, JobOutcome::Done);
-  return FileExists(dir.file("words.DIC")) ? ReadFile(dir.file("words.DIC")) : "<none>";
+  return (FileExists(dir.file("words.DIC")) ? ReadFile(dir.file("words.DIC")) : "<none>") + "|lines " +
+         std::to_string(r.lines) + "|words " + std::to_string(r.records);
 }
 
 TEST(DictionWithoutLimits, ListsWhatTheTableSearchedInOrderLists) {
@@ -75,7 +77,7 @@ TEST(DictionWithoutLimits, ALongWordSeenFirstCarriesTheCountOfItsStem) {
   for (const Case& c : cases) {
     TempDir dir;
     const std::string list = ListOf(dir, c.text + "\r\n", true);
-    EXPECT_EQ(list.substr(list.find("\r\n\r\n", list.find("Unique")) + 4), c.body);
+    EXPECT_EQ(list.substr(list.find("\r\n\r\n", list.find("Unique")) + 4), c.body + "|lines 1|words 3");
     EXPECT_EQ(ListOf(dir, c.text + "\r\n", false), list);
   }
 }
