@@ -328,7 +328,8 @@ std::size_t linesIn(std::string_view text, std::size_t most, std::size_t& cut) {
 // The .DIC of a count without limits: the five head lines, then the elements group
 // by group as the writing loop writes them.
 JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& params, const std::string& gsDicFile,
-                          const WordCounter& counter) {
+                          WordCounter& counter) {
+  counter.dropIndex();
   if (counter.unique() > std::numeric_limits<int32_t>::max()) ThrowOverflow();
   const auto unique = static_cast<int32_t>(counter.unique());
   const std::vector<WordCounter::Element> list = counter.ordered();
@@ -347,7 +348,9 @@ JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& para
     const bool lastGroup = list.back().count == list[p].count;
     if (lastGroup && (list[p].count != 1 || list.front().count == list.back().count)) break;
     // The count as a number (a blank, the digits, a blank), the word at column 9.
-    const int len = std::snprintf(digits, sizeof digits, "%u", list[p].count);
+    int len = 0;
+    for (uint32_t c = list[p].count; c != 0 || len == 0; c /= 10) digits[len++] = static_cast<char>('0' + c % 10);
+    std::reverse(digits, digits + len);
     out += ' ';
     out.append(digits, static_cast<std::size_t>(len));
     out += ' ';

@@ -136,7 +136,8 @@ std::array<bool, 256> wordEnds() {
 }
 }  // namespace
 
-WordCounter::WordCounter(const std::vector<std::string>& omit) : delims_(wordEnds()), slots_(std::size_t{1} << 12) {
+WordCounter::WordCounter(const std::vector<std::string>& omit)
+    : delims_(wordEnds()), slots_(std::size_t{1} << 12), recent_(std::size_t{1} << kRecentBits) {
   bits_ = 12;
   mask_ = slots_.size() - 1;
   for (const std::string& entry : omit) {
@@ -145,10 +146,10 @@ WordCounter::WordCounter(const std::vector<std::string>& omit) : delims_(wordEnd
       continue;
     }
     std::string padded = entry + std::string(16, '\0');
-    Entry& e = entryOf(padded.data(), entry.size(), head8(padded.data(), entry.size()),
+    Entry& e = entries_[entryOf(padded.data(), entry.size(), head8(padded.data(), entry.size()),
                        entry.size() > 8 ? head8(padded.data() + 8, entry.size() - 8) : 0,
                        hashOf(padded.data(), entry.size(), head8(padded.data(), entry.size()),
-                              entry.size() > 8 ? head8(padded.data() + 8, entry.size() - 8) : 0));
+                              entry.size() > 8 ? head8(padded.data() + 8, entry.size() - 8) : 0))];
     e.flags |= kOmitted;
   }
 }
@@ -167,7 +168,7 @@ void WordCounter::grow() {
   }
 }
 
-WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
+uint32_t WordCounter::entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
   const auto tag = static_cast<uint32_t>(hash >> 32);
   std::size_t i = tag >> (32 - bits_);
   for (;; i = (i + 1) & mask_) {
@@ -177,7 +178,7 @@ WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint
     Entry& e = entries_[s.entry - 1];
     if (e.len == len && e.w0 == w0 && e.w1 == w1 &&
         (len <= 16 || std::memcmp(tails_.data() + e.tail + 16, word + 16, len - 16) == 0))
-      return e;
+      return s.entry - 1;
   }
   if ((entries_.size() + 1) * 2 > slots_.size()) {
     grow();
@@ -194,7 +195,7 @@ WordCounter::Entry& WordCounter::entryOf(const char* word, std::size_t len, uint
   }
   entries_.push_back(e);
   slots_[i] = {tag, static_cast<uint32_t>(entries_.size())};
-  return entries_.back();
+  return static_cast<uint32_t>(entries_.size() - 1);
 }
 
 void WordCounter::countShort(const char* word, std::size_t len) {
@@ -204,13 +205,20 @@ void WordCounter::countShort(const char* word, std::size_t len) {
 }
 
 void WordCounter::countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
-  Entry& e = entryOf(word, len, w0, w1, hash);
+  const uint32_t at = entryOf(word, len, w0, w1, hash);
+  Entry& e = entries_[at];
   if (e.flags & kOmitted) return;
   if (!(e.flags & kSeen)) {
     e.flags |= kSeen;
     ++unique_;
   }
-  ++e.shortCount;
+  if (++e.shortCount > kMaxCount) ThrowOverflow();
+  // Only a word met a few times takes a place there, so that the many words met once
+  // do not push the common ones out.
+  if (len <= 16 && e.shortCount >= kRecentAfter) {
+    Recent& r = recent_[recentPlace(w0, w1, len)];
+    r = {w0, w1, at, static_cast<uint32_t>(len)};
+  }
 }
 
 void WordCounter::countLong(std::string_view word) {
@@ -220,7 +228,7 @@ void WordCounter::countLong(std::string_view word) {
   char cut[kWordLen + 16] = {};
   std::memcpy(cut, word.data(), kWordLen);
   const uint64_t w0 = load8(cut), w1 = load8(cut + 8);
-  Entry& e = entryOf(cut, kWordLen, w0, w1, hashOf(cut, kWordLen, w0, w1));
+  Entry& e = entries_[entryOf(cut, kWordLen, w0, w1, hashOf(cut, kWordLen, w0, w1))];
   if (!(e.flags & kSeen)) e.flags |= kSeen | kFirstLong;
   ++e.longCount;
   ++unique_;
@@ -259,6 +267,16 @@ void WordCounter::countText(char* text, std::size_t n) {
     pending = 0;
   };
   auto take = [&](const char* word, std::size_t len) {
+    if (len <= 16) {
+      const uint64_t w0 = head8(word, len);
+      const uint64_t w1 = len > 8 ? head8(word + 8, len - 8) : 0;
+      const Recent& r = recent_[recentPlace(w0, w1, len)];
+      // Counts commute, and a word here has been seen: it may go before the batch.
+      if (r.w0 == w0 && r.w1 == w1 && r.len == len) {
+        if (++entries_[r.entry].shortCount > kMaxCount) ThrowOverflow();
+        return;
+      }
+    }
     if (pending == kBatch) settle();
     Pending& w = batch[pending++];
     w.word = word;
@@ -316,6 +334,12 @@ std::string_view WordCounter::wordOf(const Element& e, char (&scratch)[16]) cons
   return std::string_view(scratch, keyLength(e.key0, e.key1));
 }
 
+void WordCounter::dropIndex() {
+  slots_.clear();
+  slots_.shrink_to_fit();
+  std::fill(recent_.begin(), recent_.end(), Recent{});
+}
+
 std::vector<WordCounter::Element> WordCounter::ordered() const {
   std::vector<Element> list;
   list.reserve(static_cast<std::size_t>(unique_));
@@ -338,7 +362,7 @@ std::vector<WordCounter::Element> WordCounter::ordered() const {
     }
     for (uint32_t s = 0; s < singles; ++s) list.push_back(base);
   }
-  std::sort(list.begin(), list.end(), [this](const Element& a, const Element& b) {
+  auto before = [this](const Element& a, const Element& b) {
     if (a.count != b.count) return a.count > b.count;
     if (a.key0 != b.key0) return a.key0 < b.key0;
     if (a.key1 != b.key1) return a.key1 < b.key1;
@@ -347,7 +371,21 @@ std::vector<WordCounter::Element> WordCounter::ordered() const {
       return wordOf(a, x) < wordOf(b, y);
     }
     return keyLength(a.key0, a.key1) < keyLength(b.key0, b.key1);
-  });
+  };
+  // Most elements of a large text are words met once. They go last, spread by their
+  // first two bytes into shares that are each sorted alone.
+  const auto once = std::partition(list.begin(), list.end(), [](const Element& e) { return e.count != 1; });
+  std::sort(list.begin(), once, before);
+  const std::vector<Element> singles(once, list.end());
+  std::vector<std::size_t> starts((std::size_t{1} << 16) + 1);
+  for (const Element& e : singles) ++starts[(e.key0 >> 48) + 1];
+  for (std::size_t b = 1; b < starts.size(); ++b) starts[b] += starts[b - 1];
+  const auto first = static_cast<std::size_t>(once - list.begin());
+  std::vector<std::size_t> next(starts.begin(), starts.end() - 1);
+  for (const Element& e : singles) list[first + next[e.key0 >> 48]++] = e;
+  for (std::size_t b = 0; b + 1 < starts.size(); ++b)
+    std::sort(list.begin() + static_cast<std::ptrdiff_t>(first + starts[b]),
+              list.begin() + static_cast<std::ptrdiff_t>(first + starts[b + 1]), before);
   return list;
 }
 

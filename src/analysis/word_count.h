@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -58,6 +59,8 @@ class WordCounter {
     uint32_t entry = 0;  // with kLookUp when the key does not hold the whole word
   };
   std::vector<Element> ordered() const;
+  // Frees the hashed index once the counting is over (nothing can be counted after).
+  void dropIndex();
   // The element's word, in `scratch` when it is there in whole.
   std::string_view wordOf(const Element& e, char (&scratch)[16]) const;
 
@@ -72,13 +75,45 @@ class WordCounter {
   };
   static constexpr uint8_t kOmitted = 1, kSeen = 2, kFirstLong = 4;
   static constexpr uint32_t kLookUp = uint32_t{1} << 31;
+  static constexpr uint32_t kMaxCount = 0x7FFFFFFF;  // counts are 32-bit signed numbers
   struct Slot {
     uint32_t tag = 0;
     uint32_t entry = 0;  // entry number + 1; 0 is free
   };
+  // The entries in blocks that never move: growing copies nothing.
+  class Entries {
+   public:
+    Entry& operator[](std::size_t i) { return blocks_[i >> kShift][i & kMask]; }
+    const Entry& operator[](std::size_t i) const { return blocks_[i >> kShift][i & kMask]; }
+    std::size_t size() const { return size_; }
+    Entry& push_back(const Entry& e) {
+      if ((size_ & kMask) == 0) blocks_.push_back(std::make_unique<Entry[]>(kMask + 1));
+      Entry& slot = (*this)[size_++];
+      slot = e;
+      return slot;
+    }
 
-  // The entry of `word` (at most 35 bytes), made when it is new.
-  Entry& entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
+   private:
+    static constexpr int kShift = 16;
+    static constexpr std::size_t kMask = (std::size_t{1} << kShift) - 1;
+    std::vector<std::unique_ptr<Entry[]>> blocks_;
+    std::size_t size_ = 0;
+  };
+  // Words of at most 16 bytes met lately, each with its entry, seen and not omitted:
+  // most words of a text are a few hundred common ones, found here without the table.
+  struct Recent {
+    uint64_t w0 = 0, w1 = 0;
+    uint32_t entry = 0;
+    uint32_t len = ~uint32_t{0};
+  };
+  static constexpr int kRecentBits = 11;
+  static constexpr uint32_t kRecentAfter = 8;
+  static std::size_t recentPlace(uint64_t w0, uint64_t w1, std::size_t len) {
+    return static_cast<std::size_t>(((w0 + w1 * 31 + len) * 0x9E3779B97F4A7C15ull) >> (64 - kRecentBits));
+  }
+
+  // The number of the entry of `word` (at most 35 bytes), made when it is new.
+  uint32_t entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
   void grow();
   void countShort(const char* word, std::size_t len);
   void countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
@@ -88,7 +123,8 @@ class WordCounter {
   std::vector<Slot> slots_;
   std::size_t mask_ = 0;
   int bits_ = 0;  // slots_ has 2^bits_ slots
-  std::vector<Entry> entries_;
+  Entries entries_;
+  std::vector<Recent> recent_;
   std::string tails_;
   std::vector<std::string> longOmit_;  // omit entries of more than 35 characters
   int64_t unique_ = 0;
