@@ -40,6 +40,10 @@ class OffsetFile {
       offset += n;
     }
   }
+  // Sets the file's length before its pieces are written in any order.
+  void sizeTo(int64_t length) {
+    if (::ftruncate(fd_, static_cast<off_t>(length)) != 0) ThrowSystemError(errno, path_);
+  }
   void close() {
     const int fd = fd_;
     fd_ = -1;
@@ -66,12 +70,12 @@ bool OrderedWriter::write(const std::string& proFile, const std::string& outFile
   // The records in the order they are read: by record number when their offsets rise
   // with it, as in any index a filter or BuildIndex makes; else by offset. `rank` is a
   // record's place in that order.
-  std::vector<int32_t> readOrder(size);
-  std::iota(readOrder.begin(), readOrder.end(), 0);
   bool rising = true;
   for (int32_t k = 2; k <= n && rising; ++k) rising = order.readAt(k) >= order.readAt(k - 1);
-  std::vector<int32_t> rank;
+  std::vector<int32_t> readOrder, rank;
   if (!rising) {
+    readOrder.resize(size);
+    std::iota(readOrder.begin(), readOrder.end(), 0);
     std::stable_sort(readOrder.begin() + 1, readOrder.end(),
                      [&](int32_t a, int32_t b) { return order.readAt(a) < order.readAt(b); });
     rank.resize(size);
@@ -79,20 +83,31 @@ bool OrderedWriter::write(const std::string& proFile, const std::string& outFile
   }
   auto rankOf = [&](int32_t k) { return rising ? k : rank[static_cast<std::size_t>(k)]; };
 
-  // Runs: a new one wherever the next record is read before the last.
-  std::vector<uint16_t> runOf(size);
-  std::vector<int32_t> positionOf(size);
+  // Runs: a new one wherever the next record is read before the last. What each
+  // position needs in the reading is noted by record, so that the reading, in record
+  // order, finds it in order too: its run, its place, its size, and whether it is
+  // copied as it stands (the sign of the size).
+  struct Placed {
+    int64_t bytes = 0;  // negative: rendered from its lines
+    int32_t position = 0;
+    uint16_t run = 0;
+  };
+  std::vector<Placed> placed(size);
   std::vector<Run> runs;
   int64_t at = 0;
+  int32_t lastRank = 0;
   for (int32_t p = 1; p <= n; ++p) {
     const int32_t k = order.recordAt(p);
-    if (p == 1 || rankOf(k) < rankOf(order.recordAt(p - 1))) {
+    const int32_t r = rankOf(k);
+    if (p == 1 || r < lastRank) {
       if (static_cast<int32_t>(runs.size()) == kMaxRuns) return false;
       runs.push_back(Run{at, {}});
     }
-    runOf[static_cast<std::size_t>(p)] = static_cast<uint16_t>(runs.size() - 1);
-    positionOf[static_cast<std::size_t>(k)] = p;
-    at += order.bytes(p);
+    lastRank = r;
+    const int64_t bytes = order.bytes(p);
+    placed[static_cast<std::size_t>(k)] = {order.asItStands(p) ? bytes : -bytes - 1, p,
+                                           static_cast<uint16_t>(runs.size() - 1)};
+    at += bytes;
   }
   rank.clear();
   rank.shrink_to_fit();
@@ -101,6 +116,7 @@ bool OrderedWriter::write(const std::string& proFile, const std::string& outFile
       std::clamp<std::size_t>(kBufferBytes / std::max<std::size_t>(runs.size(), 1), std::size_t{16} << 10, std::size_t{1} << 20);
 
   OffsetFile out(outFile);
+  out.sizeTo(total + static_cast<int64_t>(tail.size()));
   auto flush = [&](Run& run) {
     out.writeAt(run.at, run.buffer);
     run.at += static_cast<int64_t>(run.buffer.size());
@@ -110,22 +126,23 @@ bool OrderedWriter::write(const std::string& proFile, const std::string& outFile
   RecordBlock block;
   int32_t linesDone = 0;
   for (int32_t i = 1; i <= n; ++i) {
-    const int32_t k = readOrder[static_cast<std::size_t>(i)];
-    const int32_t p = positionOf[static_cast<std::size_t>(k)];
-    Run& run = runs[runOf[static_cast<std::size_t>(p)]];
+    const int32_t k = rising ? i : readOrder[static_cast<std::size_t>(i)];
+    const Placed& place = placed[static_cast<std::size_t>(k)];
+    Run& run = runs[place.run];
     if (run.buffer.capacity() < capacity) run.buffer.reserve(capacity);
     const std::size_t before = run.buffer.size();
-    if (order.asItStands(p)) {
-      std::string_view bytes;
-      if (!blocks.readRaw(order.readAt(k), static_cast<std::size_t>(order.bytes(p)), bytes))
+    const int64_t bytes = place.bytes >= 0 ? place.bytes : -place.bytes - 1;
+    if (place.bytes >= 0) {
+      std::string_view text;
+      if (!blocks.readRaw(order.readAt(k), static_cast<std::size_t>(bytes), text))
         throw std::logic_error(proFile + ": a record is no longer where it was");
-      run.buffer.append(bytes);
+      run.buffer.append(text);
     } else {
       if (!blocks.read(order.readAt(k), order.lines(k), block))
         throw std::logic_error(proFile + ": a record outgrew its block");
-      order.render(p, block, run.buffer);
+      order.render(place.position, block, run.buffer);
     }
-    if (static_cast<int64_t>(run.buffer.size() - before) != order.bytes(p))
+    if (static_cast<int64_t>(run.buffer.size() - before) != bytes)
       throw std::logic_error(outFile + ": a record's size changed");
     if (run.buffer.size() >= capacity) flush(run);
     progress.recordDone(i);

@@ -38,7 +38,8 @@ class OrderSource {
 // which is written at that run's place in the output whenever it fills: every
 // record's size being known beforehand, every run knows where it begins. So the .PRO
 // is read sequentially and the output written in large pieces, whatever the order;
-// the memory is six bytes a record and the runs' buffers, at most kBufferBytes.
+// the memory is 16 bytes a record (24 when the offsets do not rise with the record
+// numbers) and the runs' buffers, at most kBufferBytes.
 //
 // Returns false, having written nothing, when the order has more than kMaxRuns runs:
 // the caller then writes record by record. Every record must fit in a block of

@@ -320,9 +320,10 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
     PrintLine(!large).text("Rank").tab(9).text("Input").tab(17).text("Total").writeTo(tbl);
     PrintLine(!large).text("Order").tab(9).text("Order").tab(17).text("Weight").writeTo(tbl);
     tbl.line("-----   -----   ------");
+    PrintLine row(!large);  // one line object for them all: its text is cleared at each line
     for (int32_t p = 1; p <= glRecCount; ++p) {
       const RankRec& e = gRankRec[static_cast<std::size_t>(p)];
-      PrintLine(!large).number(p).tab(9).str(e.recNum).tab(17).str(e.total).writeTo(tbl);
+      row.number(p).tab(9).str(e.recNum).tab(17).str(e.total).writeTo(tbl);
       job.progress.lineDone(p, glRecCount);
     }
     tbl.blank();
