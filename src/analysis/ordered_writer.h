@@ -47,7 +47,7 @@ class OrderSource {
 // count so far, lineDone with the lines so far against `totalLines`).
 class OrderedWriter {
  public:
-  static constexpr std::size_t kBufferBytes = std::size_t{16} << 20;
+  static constexpr std::size_t kBufferBytes = std::size_t{8} << 20;
   static constexpr int32_t kMaxRuns = 2048;
 
   static bool write(const std::string& proFile, const std::string& outFile, const OrderSource& order,

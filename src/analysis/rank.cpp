@@ -34,7 +34,7 @@ struct RankRec {
 // in the .RNK apart from what the records around it decide (see RankOrder).
 struct RankWrite {
   int64_t readAt = 0;
-  int64_t bytes = 0;   // at a position other than 1, after a record whose last line is not empty
+  int32_t bytes = 0;   // at a position other than 1, after a record whose last line is not empty
   int32_t lines = 0;
   int32_t marks = 0;   // lines that get an empty line before them ("Record - 1" in 11 characters)
   bool firstEmpty = false;
@@ -45,23 +45,28 @@ struct RankWrite {
 // The label test of the writing: the labels of records 10 to 19.
 bool marked(std::string_view line) { return line.size() == 11 && line.find("Record - 1") != std::string_view::npos; }
 
-RankWrite rankWriteOf(const RecordBlock& block, int64_t readAt) {
+// What `block` becomes in the .RNK; nothing when that is more than 32 bits can count
+// (lines past the end of the file), and the record is then written line by line.
+std::optional<RankWrite> rankWriteOf(const RecordBlock& block, int64_t readAt) {
   RankWrite w{readAt, 0, block.lines, 0, false, 0, block.asItStands()};
+  int64_t bytes = 0;
   bool prevEmpty = false;
   for (int32_t n = 1; n <= block.lines; ++n) {
     const std::string_view line = block.line(n);
     if (marked(line)) {
       ++w.marks;
-      w.bytes += 2;
+      bytes += 2;
     }
     if (n == 1) w.firstEmpty = line.empty();
     if (!(line.empty() && prevEmpty))
-      w.bytes += static_cast<int64_t>(line.size()) + 2;
+      bytes += static_cast<int64_t>(line.size()) + 2;
     else
       w.plain = false;  // an empty line after an empty line is left out
     prevEmpty = line.empty();
     w.last = prevEmpty ? 1 : 2;
   }
+  if (bytes > INT32_MAX) return std::nullopt;
+  w.bytes = static_cast<int32_t>(bytes);
   return w;
 }
 
@@ -216,8 +221,11 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
           if (giRankWt[i] != 0) sum += finders[i].count(block.bytes) * giRankWt[i];
         if (sum > INT32_MAX) ThrowOverflow();
         total = static_cast<int32_t>(sum);
+        std::optional<RankWrite> w;
         if (RecordStart(k, rec) == rec.startByte || blocks->read(RecordStart(k, rec), lines, block))
-          writes[static_cast<std::size_t>(k)] = rankWriteOf(block, RecordStart(k, rec));
+          w = rankWriteOf(block, RecordStart(k, rec));
+        if (w)
+          writes[static_cast<std::size_t>(k)] = *w;
         else
           inBlocks = false;
         if (lines > 0) {
@@ -278,7 +286,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       for (int32_t p = 1; p <= glRecCount; ++p) {
         const int32_t r = gRankRec[static_cast<std::size_t>(p)].recNum;
         const RankWrite& w = large ? writes[static_cast<std::size_t>(r)] : RankWrite{};
-        const RecordExtent e = large ? RecordExtent{w.readAt, static_cast<int32_t>(std::min<int64_t>(w.bytes, INT32_MAX)), w.lines}
+        const RecordExtent e = large ? RecordExtent{w.readAt, w.bytes, w.lines}
                                      : WriteExtent(ndx, r);
         pro.seek(e.start, e.byteLen);
         job.progress.recordDone(p);
