@@ -3,6 +3,7 @@ option(ZV_BUILD_GUI "Build the Qt desktop program (src/forms)" ON)
 option(ZV_BUILD_TESTS "Build the test suites" ON)
 option(ZV_BUILD_BENCH "Build the benchmarks" ON)
 option(ZV_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(ZV_BUILD_FUZZ "Build the libFuzzer target of tools/fuzz (clang only)" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)

@@ -196,6 +196,7 @@ JobResult RunQuery(JobState& state, JobProgress& progress, const QbfParams& para
       job.progress.recordDone(k);
       const IndexRec& rec = ndx.get(k);
       const int64_t position = RecordStart(k, rec);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, false);
       if (blocks.read(position, lines, block) && block.longest <= kLongestPlainLine) {
         // The record in one piece: the progress of its lines at once.

@@ -210,6 +210,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       job.progress.recordDone(k);
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
       if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, 0, false, 0, false};
       int32_t& total = gRankRec[static_cast<std::size_t>(k)].total;

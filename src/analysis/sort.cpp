@@ -139,6 +139,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
       job.progress.recordDone(k);
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
       SortRec& e = gSortRec[static_cast<std::size_t>(k)];
       if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, false};

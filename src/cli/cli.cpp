@@ -9,15 +9,19 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/cli_analysis.h"
+#include "cli/cli_export.h"
 #include "cli/cli_filters.h"
 #include "cli/cli_host.h"
 #include "cli/cli_job.h"
+#include "cli/cli_polish.h"
 #include "cli/cli_records.h"
+#include "cli/cli_viewer.h"
 #include "commands/command_table.h"
 #include "core/error.h"
 #include "core/files.h"
 #include "core/index_rec.h"
 #include "core/input_file.h"
+#include "records/build_index.h"
 
 namespace zv::cli {
 
@@ -25,7 +29,10 @@ namespace {
 
 int runFilter(const Command& command, const std::string& capture, const std::string& outDir) {
   if (!outDir.empty() && !std::filesystem::is_directory(outDir)) {
-    std::cerr << "Output directory not found: " << outDir << '\n';
+    std::error_code ec;
+    const bool there = std::filesystem::exists(outDir, ec);
+    std::cerr << (there ? "Output directory is a file, not a directory: " : "Output directory not found: ") << outDir
+              << '\n';
     return kExitUsage;
   }
   JobState job;
@@ -40,9 +47,19 @@ int runFilter(const Command& command, const std::string& capture, const std::str
   return ExitCodeOf(result, job, capture);
 }
 
+constexpr std::string_view kNotIndexFileText = "This does not appear to be an index file";
+
 int listIndex(const std::string& path) {
   if (!Exist(path)) {
     PrintMessage({std::string(kFileNotFoundTitle), std::string(kFileNotFoundText)});
+    std::cerr << "  (" << path << ")\n";
+    return kExitUsage;
+  }
+  // Any file divides into 277-byte records; one that does not divide is no index
+  // (a .PRO named by mistake), and its "records" would be noise.
+  if (const int64_t size = FileSize(path); size % static_cast<int64_t>(kIndexRecLen) != 0) {
+    PrintMessage({std::string(kFileFormatErrorTitle), std::string(kNotIndexFileText) + " (" + std::to_string(size) +
+                                                          " bytes, not a multiple of " + std::to_string(kIndexRecLen) + ")."});
     std::cerr << "  (" << path << ")\n";
     return kExitUsage;
   }
@@ -78,6 +95,7 @@ int Main(int argc, char** argv) {
   }
   footer += FilterCommandsHelp();
   footer += RecordCommandsHelp();
+  footer += ViewerCommandsHelp();
   footer +=
       "  zorvanta-cli ndx FILE.NDX\n"
       "      Print an index, one record per line: recNum startByte byteLen startLine endLine keepFlag keepFile\n\n"
@@ -125,6 +143,9 @@ int Main(int argc, char** argv) {
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
   AddFilterCommands(app, exitCode);
   AddAnalysisCommands(app, exitCode);
+  AddPolishCommands(app, exitCode);
+  AddViewerCommands(app, exitCode);
+  AddExportCommands(app, exitCode);
 
   CLI::App* ndx = app.add_subcommand(
       "ndx", "Print the records of a .NDX index, one per line: recNum startByte byteLen startLine endLine keepFlag keepFile");

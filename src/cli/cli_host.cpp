@@ -55,6 +55,7 @@ void PrintError(const ZvError& e, const JobState& job) {
   std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;
   if (!e.detail().empty()) std::cerr << " (" << e.detail() << ')';
   std::cerr << '\n';
+  if (!e.reason().empty()) std::cerr << e.reason() << '\n';
 }
 
 bool TerminalProgress::due(int32_t n) {

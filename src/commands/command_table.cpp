@@ -19,7 +19,12 @@
 #include "filters/orbit.h"
 #include "filters/ovid.h"
 #include "filters/stn.h"
+#include "polish/polish_commands.h"
+#include "records/export_records.h"
+#include "records/find_duplicates.h"
 #include "records/sifter.h"
+#include "viewer/file_view.h"
+#include "viewer/split.h"
 
 namespace zv {
 
@@ -105,8 +110,40 @@ constexpr std::array kCommands{
             &SortCommand, CommandInput::Own},
     Command{kDiction, "Diction", "diction", "", "Diction: the words of a file by frequency (.DIC)", &DictionCommand,
             CommandInput::Own},
+    // The polishing tools: their dialogs or options gather files and choices.
+    Command{2200, "DivideRecords", "divide", "", "Write each record to a file of its own, BASE.001 to BASE.999",
+            &DivideCommand, CommandInput::Own},
+    Command{2300, "UndelimitRecords", "undelimit", "", "Copy a file without the \"|\" delimiters at line ends",
+            &UndelimitCommand, CommandInput::Own},
+    Command{2400, "RenumberLabels", "renumber", "", "Copy a record file with its labels numbered from 1 in order",
+            &RenumberCommand, CommandInput::Own},
+    Command{2500, "DeleteLabels", "delete-labels", "", "Copy a record file without its labels",
+            &DeleteLabelsCommand, CommandInput::Own},
+    Command{2600, "ReplaceLabels", "replace-labels", "", "Copy a record file with its labels replaced or marked",
+            &ReplaceLabelsCommand, CommandInput::Own},
+    Command{2700, "RemoveLineBreaks", "line-breaks", "",
+            "Put each field of TAGed DIALOG records on one line (BASE.FMT)", &LineBreaksCommand, CommandInput::Own},
+    Command{2800, "InsertPageBreaks", "page-breaks", "", "Put a page break every N records (BASE.BRK)",
+            &PageBreaksCommand, CommandInput::Own},
+    Command{3200, "CoverPageLibrary", "cover", "", "Write a header or cover page, alone or in front of a file",
+            &CoverLibraryCommand, CommandInput::Own},
+    Command{3210, "CoverPageFirm", "", "", "Write a header or cover page in the research firm's layout",
+            &CoverFirmCommand, CommandInput::Own},
+    Command{3220, "SaveCoverSettings", "", "", "Save the header and cover page settings",
+            &CoverSaveSettingsCommand, CommandInput::Own},
+    Command{3230, "LoadCoverSettings", "", "", "Load the header and cover page settings",
+            &CoverLoadSettingsCommand, CommandInput::Own},
+    Command{kOpenFileView, "OpenFileView", "", "", "Check a file chosen for the file viewer", &OpenFileView, CommandInput::Own},
+    Command{kSplitFile, "SplitFile", "split", "", "Split a file at a line into two new files", &SplitFileCommand,
+            CommandInput::Own},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
+    Command{kExportRecords, "ExportRecords", "export", "",
+            "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
+            CommandInput::Own},
+    Command{kFindDuplicates, "FindDuplicates", "dedup", "",
+            "Keep one record of each work retrieved more than once, across record files, with a report of the groups",
+            &FindDuplicatesCommand, CommandInput::Own},
 };
 
 }  // namespace

@@ -129,7 +129,10 @@ int32_t LineCount(const std::string& fileName, const std::function<void()>& afte
     if (afterEachBlock) afterEachBlock();
   }
   const int64_t lines = lineEnds + (last != '\n' && last != '\r' ? 1 : 0);
-  if (lines > std::numeric_limits<int32_t>::max()) throwError(err::kOverflow, fileName);
+  if (lines > std::numeric_limits<int32_t>::max())
+    ThrowOverflow(LimitReason("the lines of a file (LineCount)", std::numeric_limits<int32_t>::max()) + " This one has " +
+                      std::to_string(lines) + ".",
+                  fileName);
   return static_cast<int32_t>(lines);
 }
 

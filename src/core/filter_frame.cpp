@@ -11,7 +11,7 @@ namespace zv {
 void FilterFrame::openRecord(const Opening& opening) {
   iJustLabelled = -1;
   iInRecord = -1;
-  Add32(job.glRecNum, 1);
+  Add32(job.glRecNum, 1, "the records of a capture (glRecNum)", {"input line", lInLine});
   for (int i = 0; i < opening.blanksBefore; ++i) writeBlank();
   sLabel = opening.label.empty() ? RecordLabel(job.glRecNum) : opening.label;
   pro.writeText(sLabel, job.glRecNum, true, static_cast<int64_t>(sLabel.size()));
@@ -89,7 +89,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
       job.gsLine.swap(next);
       CleanLine(job.gsLine);  // LowAscii, then RemCtrl with character 0
       filter.afterCleaning(frame);
-      Add32(frame.lInLine, 1);
+      Add32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
       job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine

@@ -86,6 +86,9 @@ struct JobResult {
   bool done() const noexcept { return outcome == JobOutcome::Done; }
 };
 
+// The reason line of a failed job's error, or empty.
+inline std::string ReasonOf(const JobResult& result) { return result.error ? result.error->reason() : std::string(); }
+
 // The frame as a running job sees it: the state, the observer, the outputs. A job
 // registers each output with `outputs` before it writes the first byte; the frame
 // removes or keeps them as the job ends.

@@ -31,11 +31,12 @@ struct JobState {
   int16_t giCancelOpen = 0;  // 1 when no input file was chosen
   IndexRec gIndexRec;        // the one record buffer of all index traffic
 
-  // Where outputs are written: empty for the current directory. An absolute stem
-  // (an input without an extension) keeps its own folder.
+  // Where outputs are written: empty for the current directory (and a stem that kept
+  // its folders, from an input without an extension, is written there, beside it).
   std::string outDir;
 
-  // The path a job writes for gsBaseName + extension.
+  // The path a job writes for gsBaseName + extension: the name as it is without an
+  // output folder; with one, the folder and the name's last component, always.
   std::string outputPath(const std::string& name) const;
 
   // Empties the strings of the job (the frame's CleanUp, for the shared part).

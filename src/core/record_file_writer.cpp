@@ -11,13 +11,17 @@ namespace {
 
 // Add32 for the counters that move on every line: the same limits, with the sum
 // inline and the call, which raises the overflow, made only past them.
-inline void add32(int32_t& counter, int64_t amount) {
+inline void add32(int32_t& counter, int64_t amount, std::string_view what, int32_t recNum) {
   const int64_t sum = static_cast<int64_t>(counter) + amount;
   if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
-    Add32(counter, amount);
+    Add32(counter, amount, what, {"record", recNum});
   else
     counter = static_cast<int32_t>(sum);
 }
+
+// What the reason line of their overflow calls the two counts.
+constexpr std::string_view kBytesLimit = "the bytes of a .PRO (lOutBytes; the index holds 32-bit offsets)";
+constexpr std::string_view kLinesLimit = "the lines of a .PRO (glOutLine)";
 
 }  // namespace
 
@@ -34,8 +38,8 @@ void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, co
 
 void RecordFileWriter::writeBlank() {
   pro_.blank();
-  add32(lOutBytes, 2);
-  add32(glOutLine, 1);
+  add32(lOutBytes, 2, kBytesLimit, lLastIndexed);
+  add32(glOutLine, 1, kLinesLimit, lLastIndexed);
 }
 
 void RecordFileWriter::writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength) {
@@ -44,7 +48,7 @@ void RecordFileWriter::writeText(std::string_view line, int32_t recNum, bool jus
 }
 
 void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
-  add32(glOutLine, 1);
+  add32(glOutLine, 1, kLinesLimit, recNum);
   IndexRec& rec = gIndexRec;
   if (recNum != lLastIndexed && justLabelled) {
     rec.recNum = recNum;
@@ -62,7 +66,7 @@ void RecordFileWriter::UpdateIndex(int32_t recNum, bool justLabelled, int64_t co
       ndx_.put(recNum - 1, rec);
     }
   }
-  add32(lOutBytes, countedLength + 2);
+  add32(lOutBytes, countedLength + 2, kBytesLimit, recNum);
   lLastIndexed = recNum;
 }
 

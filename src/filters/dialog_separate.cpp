@@ -46,7 +46,8 @@ class DialogSep final : public LineFilter {
   }
 
   void afterCleaning(FilterFrame& f) override {
-    if (f.iInRecord == -1) Inc16(iSinceLabel);
+    // The odometer moves after this, so the line in hand is one further.
+    if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
   void onLine(FilterFrame& f) override {

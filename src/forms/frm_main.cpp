@@ -22,6 +22,7 @@
 #include "core/time_text.h"
 #include "forms/frm_error.h"
 #include "forms/frm_filter.h"
+#include "forms/frm_renumber.h"
 #include "forms/frm_settings.h"
 #include "forms/frm_sift.h"
 #include "forms/help_window.h"
@@ -272,6 +273,8 @@ void FrmMain::showJobFinish(const QString& finishTime, const QString& elapsed) {
 void FrmMain::ResetDialogs() {
   frmFilter_->ResetFilterForm();
   ResetTypesDialogs(*this);
+  if (auto* frmRenumber = findChild<FrmRenumber*>(QStringLiteral("frmRenumber"), Qt::FindDirectChildrenOnly))
+    frmRenumber->ResetRenumberForm();
 }
 
 void FrmMain::chooseToolbar(int index) {

@@ -82,6 +82,7 @@ class FrmMain : public QMainWindow {
   void runFilterJob(int32_t commandNumber, std::any params, const std::string& capture);
 
   JobState& job() { return job_; }
+  SettingsStore& store() { return store_; }
   FrmFilter& frmFilter() { return *frmFilter_; }
   FrmSettings& frmSettings() { return *frmSettings_; }
   FrmSift& frmSift() { return *frmSift_; }

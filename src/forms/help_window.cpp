@@ -360,12 +360,18 @@ void ShowHelp(QWidget* parent, const QString& page) {
 HelpWindow* ExistingHelpWindow() { return gHelpWindow.data(); }
 
 QString HelpPageForContext(int context) {
-  // The sifter's window, its Keep and Order menus, and the sifter as a whole.
+  // The sifter's window, its Keep and Order menus, and the sifter as a whole; the
+  // file viewer and its Split dialog.
   static const QHash<int, QString> kPages{
       {116, QStringLiteral("sift.html")},
       {120, QStringLiteral("sift.html#window")},
       {121, QStringLiteral("sift.html#keeping")},
       {122, QStringLiteral("sift.html#ordering")},
+      {130, QStringLiteral("viewer.html")},
+      {131, QStringLiteral("split.html")},
+      // The dialogs of Export Records and Find Duplicates, by their command numbers.
+      {9610, QStringLiteral("export_records.html")},
+      {9620, QStringLiteral("find_duplicates.html")},
   };
   return kPages.value(context, QStringLiteral("index.html"));
 }
@@ -402,9 +408,12 @@ QString HelpPageForCommand(int32_t number) {
       {{2600, 2600}, "replace_labels.html"},
       {{2700, 2700}, "line_breaks.html"},
       {{2800, 2800}, "page_breaks.html"},
-      {{2900, 2901}, "viewer.html"},
+      {{2900, 2900}, "viewer.html"},
+      {{2901, 2901}, "split.html"},
       {{3000, 3010}, "main_window.html#menus"},
       {{3200, 3230}, "header_cover.html"},
+      {{9610, 9610}, "export_records.html"},
+      {{9620, 9620}, "find_duplicates.html"},
   };
   for (const auto& [range, page] : kPages)
     if (number >= range.first && number <= range.second) return QLatin1String(page);

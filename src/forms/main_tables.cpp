@@ -15,6 +15,10 @@ constexpr std::array kMenu{
     MenuRow{1, "mnuFileDOS", "&DOS", A::Command, 3000},
     MenuRow{1, "mnuFileSep1", "-", A::Separator, 0},
     MenuRow{1, "mnuFileExit", "E&xit", A::Command, 3010},
+    // Beyond the system's menu, after Exit: the keys of the main window name the File
+    // menu's first four places.
+    MenuRow{1, "mnuFileSep2", "-", A::Separator, 0},
+    MenuRow{1, "mnuFileExport", "&Export Records...", A::Command, 9610},
     MenuRow{0, "mnuFilter", "Fil&ter", A::Submenu, 0},
     MenuRow{1, "mnuFilterBRS", "BRS ..", A::Filter, 500},
     MenuRow{1, "mnuFilterDataStar", "DataStar", A::Filter, 600},
@@ -38,6 +42,7 @@ constexpr std::array kMenu{
     MenuRow{1, "mnuContentSort", "S&ort", A::Command, 1900},
     MenuRow{1, "mnuContentSep1", "-", A::Separator, 0},
     MenuRow{1, "mnuContentDiction", "&Diction", A::Command, 2100},
+    MenuRow{1, "mnuContentDedup", "&Find Duplicates...", A::Command, 9620},
     MenuRow{0, "mnuPolish", "&Polish", A::Submenu, 0},
     MenuRow{1, "mnuPolishLabels", "&Label Changes", A::Submenu, 0},
     MenuRow{2, "mnuPolishRenumber", "Re&number", A::LabelCommand, 2400},

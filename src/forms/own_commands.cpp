@@ -3,11 +3,15 @@
 
 #include <array>
 
+#include "forms/frm_dedup.h"
 #include "forms/frm_diction.h"
+#include "forms/frm_export.h"
+#include "forms/frm_file_view.h"
 #include "forms/frm_flt_ad_hoc.h"
 #include "forms/frm_qbf.h"
 #include "forms/frm_rank.h"
 #include "forms/frm_sort.h"
+#include "forms/polish_own.h"
 #include "forms/types_dialog.h"
 
 namespace zv::forms {
@@ -22,6 +26,21 @@ constexpr std::array kOwnCommands{
     OwnCommand{1800, &FrmRank::Open},
     OwnCommand{1900, &FrmSort::Open},
     OwnCommand{2100, &FrmDiction::Run},
+    OwnCommand{2200, &RunDivideRecords},
+    OwnCommand{2300, &RunUndelimitRecords},
+    OwnCommand{2400, &RunRenumberLabels},
+    OwnCommand{2500, &RunDeleteLabels},
+    OwnCommand{2600, &RunReplaceLabels},
+    OwnCommand{2700, &RunLineBreaks},
+    OwnCommand{2800, &RunPageBreaks},
+    OwnCommand{2900, &RunOpenFileView},
+    OwnCommand{2901, &RunSplitFile},
+    OwnCommand{3200, &RunCoverSave},
+    OwnCommand{3210, &RunCoverSave},
+    OwnCommand{3220, &RunCoverSaveSettings},
+    OwnCommand{3230, &RunCoverOpen},
+    OwnCommand{kExportRecords, &RunExportRecords},
+    OwnCommand{kFindDuplicates, &RunFindDuplicates},
 };
 
 }  // namespace

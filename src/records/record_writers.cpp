@@ -103,7 +103,7 @@ int16_t WriteKeptRecords(const std::string& proFile, const std::string& indexFil
     ForEachIndexRec(indexFile, [&](int32_t i, IndexRec& rec) {
       if (i > glRecCount || rec.keepFlag == 0) return false;
       const std::string target = QPTrim(rec.keepFileName());
-      Inc16(written);
+      Inc16(written, "the records one Write Kept Records writes", {"record", i});
       frmWriting.writingRecord(written);
       frmWriting.writingFile(target);
       // A keep file named like the record file or its index would be written into
@@ -112,7 +112,7 @@ int16_t WriteKeptRecords(const std::string& proFile, const std::string& indexFil
         throw ZvError(err::kPathFileAccess, ErrorText(err::kPathFileAccess), target);
       targets.touch(target);
       Appender out(target);
-      pro.readLines(RecordStart(rec.recNum, rec), RecordLineCount(rec), [&](int64_t n, const std::string& line) {
+      pro.readRecord(i, rec, [&](int64_t n, const std::string& line) {
         out.line(line);
         frmWriting.writingLine(static_cast<int32_t>(n));
       });
@@ -147,10 +147,12 @@ void WriteOrder(const std::string& proFile, const std::string& indexFile, const 
       const int32_t k = glOrder.at(static_cast<std::size_t>(p));
       frmWriting.writingRecord(k);
       const IndexRec rec = ndx.get(k);
+      pro.checkExtent(k, rec);  // a corrupt end line says so before it counts as a limit
       const int64_t lines = RecordLineCount(rec);
       if (lines > std::numeric_limits<int16_t>::max() || lines < std::numeric_limits<int16_t>::min())
-        throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
-      pro.readLines(RecordStart(rec.recNum, rec), lines, [&](int64_t n, const std::string& line) {
+        ThrowOverflow(LimitReason("the lines of a record that Write Order copies", std::numeric_limits<int16_t>::max()) +
+                      " Record " + std::to_string(k) + " has " + std::to_string(lines) + ".");
+      pro.readRecord(k, rec, [&](int64_t n, const std::string& line) {
         ord.line(line);
         frmWriting.writingLine(static_cast<int32_t>(n));
       });

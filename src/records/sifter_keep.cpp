@@ -81,9 +81,10 @@ bool fillOrReport(JobState& job, SiftView& view) {
     fillKeepList(job, view);
     return true;
   } catch (const std::exception& e) {
-    sift::NoteError(job, AsZvError(e));
+    const ZvError error = AsZvError(e);
+    sift::NoteError(job, error);
     ResetSifter(job, view);
-    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, error.reason()));
     return false;
   }
 }

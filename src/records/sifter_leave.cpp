@@ -57,9 +57,10 @@ void LeaveSifter(JobState& job, SiftView& view) {
       job.glExist = glExist;
     }
   } catch (const std::exception& e) {
-    sift::NoteError(job, AsZvError(e));
+    const ZvError error = AsZvError(e);
+    sift::NoteError(job, error);
     ResetSifter(job, view);
-    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, error.reason()));
     return;
   }
   view.hideSifter();

@@ -26,7 +26,7 @@ namespace {
 // the number after "=" what the item gives to RunCommand.
 const QStringList kExpectedMenus = {
     "&File",
-    " &View=2900", " &DOS=3000", " -", " E&xit=3010",
+    " &View=2900", " &DOS=3000", " -", " E&xit=3010", " -", " &Export Records...=9610",
     "Fil&ter",
     " BRS ..=500", " DataStar=600", " DIALOG",
     "  &All Types to One File=100", "  Specified Types to &One File=200",
@@ -35,6 +35,7 @@ const QStringList kExpectedMenus = {
     " -", " Ad Hoc=1",
     "&Content",
     " &Sift=1600", " &Query by Form=1700", " &Rank=1800", " S&ort=1900", " -", " &Diction=2100",
+    " &Find Duplicates...=9620",
     "&Polish",
     " &Label Changes", "  Re&number=2400", "  Dele&te=2500", "  Re&place=2600",
     " Breaks", "  Pa&ge=2800", "  &Line in TAGed=2700",

@@ -383,13 +383,15 @@ class TestSiftWindow : public QObject {
     t.menu("mnuFileOpen");
     QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
 
-    // A .PRO cut short after indexing: showing record 4 fails, frmError reports it and
-    // the session ends.
+    // A .PRO cut short after indexing: showing record 4 fails, frmError reports it with
+    // the reason under the system's message, and the session ends.
     WriteText(t.file("f.PRO"), kPro.left(60));
     t.open("f.NDX");
     QCOMPARE(t.modal.errorTexts, QStringList{});
     t.key('l');
-    QCOMPARE(t.modal.errorTexts, QStringList{"Error number 62\nInput past end of file"});
+    QCOMPARE(t.modal.errorTexts,
+             QStringList{"Error number 62\nInput past end of file\n"
+                         "The index does not match its record file: record 4 runs past the end of f.PRO."});
     QVERIFY(!t.s.isVisible() && t.frmMain->isVisible());
   }
 

@@ -76,7 +76,7 @@ class FakeSiftView final : public SiftView {
   void RunCommand(int32_t n) override {
     CommandContext context{job_, NoProgress(), static_cast<SiftView*>(this)};
     const JobResult r = zv::RunCommand(n, context, CommandTable());
-    if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText));
+    if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText, r.error->reason()));
   }
   void showErrorForm(std::string_view t) override { errorForms.emplace_back(t); }
   std::optional<std::string> chooseFile(std::string_view) override { return take(files); }

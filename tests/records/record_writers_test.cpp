@@ -118,6 +118,71 @@ TEST(WriteKeptRecords, AFailedRunPutsEveryKeepFileBackAsItWas) {
   EXPECT_EQ(RecordCount(dir.file("r.NDX")), 4);
 }
 
+TEST(WriteKeptRecords, MoreThan32767RecordsOverflowAtTheOneThatPassesAndNothingStays) {
+  TempDir dir;
+  std::string pro;
+  for (int k = 1; k <= 32768; ++k) pro += "Record - " + std::to_string(k) + "\r\n\r\n";
+  WriteFile(dir.file("r.PRO"), pro);
+  JobState job;
+  job.gsProFile = dir.file("r.PRO");
+  job.gsIndexFile = dir.file("r.NDX");
+  IndexProgress quiet;
+  ASSERT_EQ(BuildIndex(job, quiet), IndexOutcome::Built);
+  const std::string keep = dir.file("all.kep");
+  ForEachIndexRec(dir.file("r.NDX"), [&](int32_t, IndexRec& r) {
+    r.keepFlag = 1;
+    r.setKeepFile(keep);
+    return true;
+  });
+  test::FakeWriting writing;
+  try {
+    (void)WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 32768, writing);
+    ADD_FAILURE() << "no overflow";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), 6);
+    EXPECT_EQ(e.reason(), "Limit reached: the records one Write Kept Records writes can be at most 32767; passed at "
+                          "record 32768.");
+  }
+  EXPECT_FALSE(FileExists(keep));
+  EXPECT_EQ(writing.records.back(), 32767);
+}
+
+// An index whose last record claims lines up to 2147483647: the copy would be about
+// 4 GB of empty lines. Both writers stop at the end of the .PRO before writing a line
+// of it, say that the index does not match, and leave their outputs as they were.
+TEST(RecordWriters, ACorruptEndLineStopsAtTheEndOfTheProAndSaysTheIndexDoesNotMatch) {
+  TempDir dir;
+  IndexedExample(dir);
+  IndexRec last = GetIndexRec(dir.file("r.NDX"), 4);
+  last.endLine = 2147483647;
+  PutIndexRec(dir.file("r.NDX"), 4, last);
+  const std::string reason = "The index does not match its record file: record 4 runs past the end of r.PRO.";
+
+  WriteFile(dir.file("k.kep"), "OLD\r\n");
+  Mark(dir, 2, dir.file("k.kep"));
+  Mark(dir, 4, dir.file("k.kep"));
+  test::FakeWriting writing;
+  try {
+    (void)WriteKeptRecords(dir.file("r.PRO"), dir.file("r.NDX"), 4, writing);
+    ADD_FAILURE() << "the corrupt record was copied";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), 62);
+    EXPECT_EQ(e.reason(), reason);
+  }
+  EXPECT_EQ(ReadFile(dir.file("k.kep")), "OLD\r\n");
+
+  WriteFile(dir.file("r.ORD"), "an older order");
+  try {
+    WriteOrder(dir.file("r.PRO"), dir.file("r.NDX"), dir.file("r.ORD"), IdentityOrder(4), 4, writing);
+    ADD_FAILURE() << "the corrupt record was copied";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), 62);  // said before its line count could overflow
+    EXPECT_EQ(e.reason(), reason);
+  }
+  EXPECT_FALSE(FileExists(dir.file("r.ORD")));
+  EXPECT_LE(writing.lines, 4);
+}
+
 TEST(WriteOrder, WritesEveryRecordInTheOrderAndReplacesTheOldFile) {
   TempDir dir;
   IndexedExample(dir);
@@ -140,7 +205,9 @@ TEST(WriteOrder, WritesEveryRecordInTheOrderAndReplacesTheOldFile) {
 
 TEST(WriteOrder, ARecordOf32768LinesOverflowsAndNoOrderFileStays) {
   TempDir dir;
-  WriteFile(dir.file("r.PRO"), kExample);
+  std::string pro = kExample;
+  for (int i = 0; i < 33000; ++i) pro += "x\r\n";
+  WriteFile(dir.file("r.PRO"), pro);
   IndexFile f;
   f.open(dir.file("r.NDX"));
   IndexRec r;
@@ -161,6 +228,8 @@ TEST(WriteOrder, ARecordOf32768LinesOverflowsAndNoOrderFileStays) {
     ADD_FAILURE() << "no overflow";
   } catch (const ZvError& e) {
     EXPECT_EQ(e.number(), 6);
+    EXPECT_EQ(e.reason(),
+              "Limit reached: the lines of a record that Write Order copies can be at most 32767. Record 2 has 32768.");
   }
   EXPECT_FALSE(FileExists(dir.file("r.ORD")));
 }

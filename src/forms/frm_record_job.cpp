@@ -1,0 +1,105 @@
+// frmRecordJob: odometers, a bar and Cancel while records are exported or compared.
+#include "forms/frm_record_job.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "forms/frm_main.h"
+#include "forms/messages.h"
+#include "forms/panels.h"
+
+namespace zv::forms {
+
+FrmRecordJob::FrmRecordJob(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMain_(frmMain), job_(job) {
+  setObjectName(QStringLiteral("frmRecordJob"));
+  setModal(false);
+  setMinimumWidth(420);
+  auto* layout = new QVBoxLayout(this);
+  lblStep_ = new QLabel(QStringLiteral("Reading Records"), this);
+  lblStep_->setObjectName(QStringLiteral("lblStep"));
+  layout->addWidget(lblStep_);
+  auto* odometers = new QGridLayout;
+  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this, 22);
+  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this, 22);
+  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
+    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    odom->setMinimumWidth(90);
+  }
+  odometers->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
+  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(new QLabel(QStringLiteral("Processing Record:"), this), 0, 2);
+  odometers->addWidget(pnlRecOdom_, 0, 3);
+  layout->addLayout(odometers);
+  pnlProgress_ = new QProgressBar(this);
+  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
+  pnlProgress_->setRange(0, 100);
+  pnlProgress_->setAlignment(Qt::AlignCenter);
+  layout->addWidget(pnlProgress_);
+  auto* buttons = new QHBoxLayout;
+  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
+  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  buttons->addStretch();
+  buttons->addWidget(cmdCancel_);
+  buttons->addStretch();
+  layout->addLayout(buttons);
+  connect(cmdCancel_, &QPushButton::clicked, this, &FrmRecordJob::cmdCancelClick);
+}
+
+void FrmRecordJob::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void FrmRecordJob::jobStarted(const Start& start) {
+  setWindowTitle(Q(start.title));
+  line_ = record_ = 0;
+  totalLines_ = start.totalLines;
+  totalRecords_ = start.totalRecords;
+  lblStep_->setText(QStringLiteral("Reading Records"));
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+  repaintClock_.invalidate();
+  yield();
+}
+
+void FrmRecordJob::caption(std::string_view text) {
+  lblStep_->setText(Q(text));
+  repaintClock_.invalidate();
+  yield();
+}
+
+void FrmRecordJob::lineDone(int32_t line, int32_t totalLines) {
+  line_ = line;
+  totalLines_ = totalLines;
+  yield();
+}
+
+void FrmRecordJob::recordDone(int32_t record) {
+  record_ = record;
+  yield();
+}
+
+void FrmRecordJob::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+  frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
+}
+
+// The job's yield: the panels at most every kRepaintMs, and Cancel's click served.
+void FrmRecordJob::yield() {
+  if (repaintClock_.isValid() && repaintClock_.elapsed() < kRepaintMs) return;
+  repaintClock_.start();
+  pnlLineOdom_->setText(QLatin1Char(' ') + QString::number(line_) + QLatin1Char(' '));
+  pnlRecOdom_->setText(QLatin1Char(' ') + QString::number(record_) + QLatin1Char(' '));
+  const int64_t done = totalLines_ > 0 ? line_ : record_;
+  const int64_t total = totalLines_ > 0 ? totalLines_ : totalRecords_;
+  pnlProgress_->setValue(total > 0 ? static_cast<int>(std::min<int64_t>(100, done * 100 / total)) : 0);
+  QCoreApplication::processEvents();
+}
+
+void FrmRecordJob::cmdCancelClick() {
+  job_.giInterrupt = 1;
+  ClearStatusPanels();
+}
+
+void FrmRecordJob::reject() { cmdCancelClick(); }
+
+}  // namespace zv::forms

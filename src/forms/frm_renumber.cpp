@@ -1,0 +1,212 @@
+// frmRenumber: odometers, bar, the names of the files, Okay and the interrupt.
+#include "forms/frm_renumber.h"
+
+#include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "forms/center_form.h"
+#include "forms/frm_filter.h"
+#include "forms/frm_main.h"
+#include "forms/messages.h"
+#include "forms/panels.h"
+
+namespace zv::forms {
+
+namespace {
+
+QLabel* namePanel(const char* name, QWidget* parent) {
+  QLabel* panel = SunkenPanel(name, parent, 22);
+  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return panel;
+}
+
+QLabel* captionLabel(const char* name, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(QLatin1String(name));
+  return label;
+}
+
+}  // namespace
+
+FrmRenumber::FrmRenumber(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMain_(frmMain), job_(job) {
+  setObjectName(QStringLiteral("frmRenumber"));
+  setModal(false);
+  setMouseTracking(true);
+  setMinimumWidth(480);
+
+  auto* layout = new QVBoxLayout(this);
+  auto* odometers = new QGridLayout;
+  pnlLineOdom_ = namePanel("pnlLineOdom", this);
+  pnlRecOdom_ = namePanel("pnlRecOdom", this);
+  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
+    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    odom->setMinimumWidth(100);
+  }
+  pnlRenumRecsProc_ = captionLabel("pnlRenumRecsProc", this);
+  pnlRenumRecsProc_->setText(QStringLiteral("Processing record ....."));
+  odometers->addWidget(new QLabel(QStringLiteral("Processing line .........."), this), 0, 0);
+  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(pnlRenumRecsProc_, 1, 0);
+  odometers->addWidget(pnlRecOdom_, 1, 1);
+  odometers->setColumnStretch(2, 1);
+  layout->addLayout(odometers);
+
+  pnlProgress_ = new QProgressBar(this);
+  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
+  pnlProgress_->setRange(0, 100);
+  pnlProgress_->setAlignment(Qt::AlignCenter);
+  layout->addWidget(pnlProgress_);
+
+  pnlRenumFile_ = captionLabel("pnlRenumFile", this);
+  pnlFileName_ = namePanel("pnlFileName", this);
+  pnlRenumFileUnaltered_ = captionLabel("pnlRenumFileUnaltered", this);
+  pnlUnalteredFileName_ = namePanel("pnlUnalteredFileName", this);
+  for (QWidget* w : {static_cast<QWidget*>(pnlRenumFile_), static_cast<QWidget*>(pnlFileName_),
+                     static_cast<QWidget*>(pnlRenumFileUnaltered_), static_cast<QWidget*>(pnlUnalteredFileName_)})
+    layout->addWidget(w);
+
+  auto* buttons = new QHBoxLayout;
+  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
+  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
+  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
+  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdCancel_->installEventFilter(this);
+  buttons->addStretch();
+  buttons->addWidget(cmdOkay_);
+  buttons->addWidget(cmdCancel_);
+  buttons->addStretch();
+  layout->addLayout(buttons);
+
+  connect(cmdOkay_, &QPushButton::clicked, this, &FrmRenumber::cmdOkayClick);
+  connect(cmdCancel_, &QPushButton::clicked, this, &FrmRenumber::cmdCancelClick);
+  ResetRenumberForm();
+}
+
+void FrmRenumber::ResetRenumberForm() {
+  lineOdom_ = recOdom_ = percent_ = 0;
+  repaintClock_.invalidate();
+  for (QLabel* panel : {pnlLineOdom_, pnlRecOdom_, pnlFileName_, pnlUnalteredFileName_}) panel->clear();
+  cmdOkay_->setEnabled(false);
+  cmdCancel_->setEnabled(true);
+  cmdCancel_->show();
+  setWindowTitle(QStringLiteral("Renumber Record File"));
+  pnlRenumRecsProc_->show();
+  pnlRecOdom_->show();
+  pnlRenumFile_->setText(QStringLiteral("Renumbered File"));
+  pnlRenumFileUnaltered_->setText(QStringLiteral("Record File Unaltered"));
+  pnlProgress_->setValue(0);
+}
+
+void FrmRenumber::showForRun(const QString& outputCaption) {
+  pnlRenumFile_->setText(outputCaption);
+  CenterForm(*this, frmMain_);
+  show();
+  raise();
+  frmMain_.EnableMain(false);
+  repaint();
+}
+
+void FrmRenumber::setNames(const QString& outputName, const QString& unalteredName) {
+  if (!outputName.isNull()) pnlFileName_->setText(outputName);
+  if (!unalteredName.isNull()) pnlUnalteredFileName_->setText(unalteredName);
+}
+
+void FrmRenumber::showFinished() {
+  showPanels();
+  cmdCancel_->setEnabled(false);
+  cmdCancel_->hide();
+  cmdOkay_->setEnabled(true);
+  cmdOkay_->setFocus();
+}
+
+void FrmRenumber::abandon() {
+  ResetRenumberForm();
+  hide();
+  frmMain_.EnableMain(true);
+  frmMain_.activateWindow();
+}
+
+void FrmRenumber::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void FrmRenumber::jobStarted(const Start& start) {
+  setWindowTitle(Q(start.title));
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+}
+
+void FrmRenumber::lineDone(int32_t line, int32_t totalLines) {
+  lineOdom_ = line;
+  percent_ = totalLines > 0 ? static_cast<int>(static_cast<int64_t>(line) * 100 / totalLines) : 100;
+  // The clock is read on every 256th line only; the interrupt is looked at by the job
+  // after every line all the same.
+  if (repaintClock_.isValid() && ((line & 255) != 1 || repaintClock_.elapsed() < kRepaintMs)) return;
+  showPanels();
+  repaintClock_.start();
+  // The job's yield: Cancel's handler runs here and raises giInterrupt.
+  QCoreApplication::processEvents();
+}
+
+void FrmRenumber::recordDone(int32_t record) { recOdom_ = record; }
+
+void FrmRenumber::caption(std::string_view text) {
+  // The file the job writes now (Divide's numbered files).
+  pnlFileName_->setText(Q(text));
+}
+
+void FrmRenumber::showPanels() {
+  pnlLineOdom_->setText(lineOdom_ > 0 ? FrmFilter::OdometerText(lineOdom_) : QString());
+  pnlRecOdom_->setText(recOdom_ > 0 ? FrmFilter::OdometerText(recOdom_) : QString());
+  pnlProgress_->setValue(std::min(percent_, 100));
+}
+
+void FrmRenumber::jobFinished(std::string_view finishTime, std::string_view elapsed) {
+  showPanels();
+  frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
+}
+
+void FrmRenumber::cmdOkayClick() {
+  frmMain_.EnableMain(true);
+  hide();
+  frmMain_.activateWindow();
+  ResetRenumberForm();
+}
+
+void FrmRenumber::cmdCancelClick() {
+  // A window whose job has ended (Divide's abandon leaves it up) just goes.
+  if (!frmMain_.jobRunning()) {
+    abandon();
+    return;
+  }
+  job_.giInterrupt = 1;
+}
+
+void FrmRenumber::reject() {
+  // The close box and Escape do what the button in view does.
+  if (cmdOkay_->isEnabled())
+    cmdOkayClick();
+  else
+    cmdCancelClick();
+}
+
+bool FrmRenumber::event(QEvent* e) {
+  if (e->type() == QEvent::MouseMove) frmMain_.setStatusMsg(QString());
+  return QDialog::event(e);
+}
+
+bool FrmRenumber::eventFilter(QObject* watched, QEvent* e) {
+  if (watched == cmdCancel_ && e->type() == QEvent::Enter)
+    frmMain_.setStatusMsg(QStringLiteral("Interrupt and abandon this process."));
+  return QDialog::eventFilter(watched, e);
+}
+
+FrmRenumber& RenumberForm(FrmMain& frmMain) {
+  if (auto* form = frmMain.findChild<FrmRenumber*>(QStringLiteral("frmRenumber"), Qt::FindDirectChildrenOnly))
+    return *form;
+  return *new FrmRenumber(frmMain, frmMain.job());
+}
+
+}  // namespace zv::forms

@@ -1,0 +1,343 @@
+// modFormat: RemoveLineBreaks (.FMT) and InsertPageBreaks (.BRK).
+#include "polish/format.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+
+#include "core/brindle.h"
+#include "core/byte_scan.h"
+#include "core/files.h"
+#include "core/text.h"
+
+namespace zv {
+
+namespace {
+
+constexpr int32_t kTypeMismatch = 13;
+
+bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
+
+// "AB- ": two capitals, a hyphen and a blank open a tagged field.
+bool isTagged(std::string_view line) {
+  return line.size() >= 4 && line[2] == '-' && line[3] == ' ' && isCapital(line[0]) && isCapital(line[1]);
+}
+
+// What one look at a cleaned line tells: where its first two blanks in a row stand
+// (npos for none), and whether it holds a delimiter ("|", "^" or "_") that a flush
+// must turn into a separator. Most lines of a TAGed record have two blanks in a row
+// (an indented continuation, two blanks after a stop) and no delimiter, so both are
+// looked for in one pass, sixteen bytes at once where the compiler has vector types.
+struct LineFacts {
+  std::size_t firstDouble = std::string::npos;
+  bool delimiters = false;
+};
+
+bool isDelimiter(char c) { return c == '|' || c == '^' || c == '_'; }
+
+#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+#define ZV_BYTES16 1
+using Bytes16 = unsigned char __attribute__((vector_size(16)));
+
+Bytes16 splat(char c) { return Bytes16{} + static_cast<unsigned char>(c); }
+
+// Lanes of p[i..i+16) that are blanks followed by a blank, as two 64-bit halves.
+void doubleBlanks(const char* p, std::size_t i, uint64_t (&half)[2]) {
+  Bytes16 here, next;
+  std::memcpy(&here, p + i, 16);
+  std::memcpy(&next, p + i + 1, 16);
+  const auto both = (here == splat(' ')) & (next == splat(' '));
+  std::memcpy(half, &both, 16);
+}
+
+std::size_t firstLane(const uint64_t (&half)[2]) {
+  return half[0] != 0 ? static_cast<std::size_t>(std::countr_zero(half[0]) / 8)
+                      : 8 + static_cast<std::size_t>(std::countr_zero(half[1]) / 8);
+}
+#endif
+
+// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
+// byte 0), and the facts of the cleaned line, in one pass.
+LineFacts cleanAndScan(std::string& line) {
+  LineFacts facts;
+  char* p = line.data();
+  const std::size_t n = line.size();
+  std::size_t i = 0;
+#ifdef ZV_BYTES16
+  const auto clean = [](Bytes16 v) {
+    v &= splat('\x7f');
+    return v & reinterpret_cast<Bytes16>(v >= splat(' '));
+  };
+  uint64_t anyDelimiter = 0;
+  for (; i + 17 <= n; i += 16) {
+    Bytes16 here, next;
+    std::memcpy(&here, p + i, 16);
+    std::memcpy(&next, p + i + 1, 16);
+    here = clean(here);
+    std::memcpy(p + i, &here, 16);
+    const auto delims = (here == splat('|')) | (here == splat('^')) | (here == splat('_'));
+    uint64_t d[2];
+    std::memcpy(d, &delims, 16);
+    anyDelimiter |= d[0] | d[1];
+    if (facts.firstDouble == std::string::npos) {
+      const auto both = (here == splat(' ')) & (clean(next) == splat(' '));
+      uint64_t b[2];
+      std::memcpy(b, &both, 16);
+      if ((b[0] | b[1]) != 0) facts.firstDouble = i + firstLane(b);
+    }
+  }
+  facts.delimiters = anyDelimiter != 0;
+#endif
+  for (std::size_t k = i; k < n; ++k) {
+    const auto c = static_cast<unsigned char>(p[k] & 0x7f);
+    p[k] = static_cast<char>(c < 32 ? 0 : c);
+  }
+  for (; i < n; ++i) {
+    facts.delimiters = facts.delimiters || isDelimiter(p[i]);
+    if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
+  }
+  return facts;
+}
+
+// Where the first two blanks in a row stand at or after `from`, or npos.
+std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
+  std::size_t i = from;
+#ifdef ZV_BYTES16
+  for (; i + 17 <= n; i += 16) {
+    uint64_t b[2];
+    doubleBlanks(p, i, b);
+    if ((b[0] | b[1]) != 0) return i + firstLane(b);
+  }
+#endif
+  for (; i + 1 < n; ++i)
+    if (p[i] == ' ' && p[i + 1] == ' ') return i;
+  return std::string::npos;
+}
+
+// Runs of blanks halved four times over (replacing two blanks by one, four times), and
+// the two blanks typed after a full stop or a colon made one. Each halving turns a
+// run of k blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16
+// become one, longer runs keep a few.
+void foldBlanks(std::string& line, std::size_t first) {
+  char* p = line.data();
+  const std::size_t n = line.size();
+  std::size_t i = first;
+  std::size_t out = i;
+  std::size_t longest = 0;
+  for (;;) {
+    std::size_t end = i;
+    while (end < n && p[end] == ' ') ++end;
+    longest = std::max(longest, end - i);
+    for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[out++] = ' ';
+    std::size_t next = findDoubleBlank(p, end, n);
+    if (next == std::string::npos) next = n;
+    std::memmove(p + out, p + end, next - end);
+    out += next - end;
+    if (next == n) break;
+    i = next;
+  }
+  line.resize(out);
+  // Only a run of more than 16 leaves two blanks in a row.
+  if (longest <= 16) return;
+  if (line.find(".  ") != std::string::npos) ReplaceAll(line, ".  ", ". ");
+  if (line.find(":  ") != std::string::npos) ReplaceAll(line, ":  ", ": ");
+}
+
+// A paragraph's delimiters as readable separators. A "|" of an ordinary field, or
+// "||" of a descriptor field, becomes the byte 0 (a one-character text, not an empty
+// one). In the descriptor rule "_" is replaced before "^_" is looked for, so that a
+// "^_" comes out as ", " and "; " side by side. A paragraph without any delimiter
+// skips the searches.
+void flush(std::string& paragraph, bool delimiters, TextOut& out) {
+  static const std::string kNul(1, '\0');
+  if (!delimiters && !paragraph.starts_with("DE- ")) {
+    out.line(paragraph);
+    paragraph.clear();
+    return;
+  }
+  const bool carets = delimiters && paragraph.find('^') != std::string::npos;
+  if (paragraph.starts_with("DE- ")) {
+    if (delimiters && paragraph.find('|') != std::string::npos) {
+      ReplaceAll(paragraph, "||", kNul);
+      ReplaceAll(paragraph, "|", " / ");
+    }
+    if (delimiters && paragraph.find('_') != std::string::npos) ReplaceAll(paragraph, "_", "; ");
+    const std::size_t last = paragraph.find_last_not_of(' ');
+    paragraph.resize(last == std::string::npos ? 0 : last + 1);
+    if (paragraph.ends_with('/')) paragraph.pop_back();  // the blank before it stays
+    if (carets) {
+      ReplaceAll(paragraph, "^_", "; ");
+      ReplaceAll(paragraph, "^", ", ");
+    }
+  } else {
+    // One character for one: the same as replacing every "|" by the text of code 0.
+    for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
+      paragraph[at] = '\0';
+    if (carets) {
+      ReplaceAll(paragraph, "^_", "; ");
+      ReplaceAll(paragraph, "^", ", ");
+    }
+  }
+  out.line(paragraph);
+  paragraph.clear();
+}
+
+// The checks both tools make of their input, and the name of the output.
+std::optional<Message> checkInput(const JobState& state, const std::string& inFile, std::string_view ext,
+                                  std::string& outFile) {
+  if (auto refusal = CheckBreaksInput(inFile, ext)) return refusal;
+  outFile = state.outputPath(DerivedOutputName(inFile, ext));
+  // The output is replaced without a word; the input must not be what it replaces.
+  if (SameFile(inFile, outFile)) return InputIsOutputMessage();
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Message> CheckBreaksInput(const std::string& inFile, std::string_view ext) {
+  if (auto refusal = CheckPolishInput(inFile, FileWording{1, 1})) return refusal;
+  if (inFile.find(ext) != std::string::npos)
+    return Message{std::string(kOpenFileErrorTitle), "Input file must not have " + std::string(ext) + " extension."};
+  return std::nullopt;
+}
+
+JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishInput& input) {
+  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
+    std::string outFile;
+    if (auto refusal = checkInput(state, input.inFile, ".FMT", outFile)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    LineToolFiles io(job, input.inFile, outFile);
+    job.start(result, kLineBreaksTitle, FileSize(input.inFile), io.lineCount);
+
+    int32_t lTagLines = 0;
+    int32_t labels = 0;
+    std::string sParagraph;
+    bool delimiters = false;  // whether sParagraph holds a "|", "^" or "_"
+    std::string& line = state.gsLine;
+    for (int32_t i = 1; i <= io.lineCount; ++i) {
+      if (i == 40 && labels < 1) {
+        result.message = NotRecordFileMessage();
+        return JobOutcome::Refused;
+      }
+      if (i == 40 && lTagLines < 1) {
+        result.message = Message{std::string(kFormatErrorTitle), std::string(kNotTaggedText)};
+        return JobOutcome::Refused;
+      }
+      if (!io.in.readLine(line)) break;
+      result.lines = i;
+      const LineFacts facts = cleanAndScan(line);
+      if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
+      if (isTagged(line)) {
+        Add32(lTagLines, 1);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+      } else if (line.starts_with("Record - ")) {
+        Add32(labels, 1);
+        job.progress.recordDone(labels);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+      } else if (line.empty()) {
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+        io.out.blank();
+      }
+      // A label is gathered like text, and goes out at the next tagged or empty line.
+      if (sParagraph.empty()) delimiters = false;
+      sParagraph += line;
+      delimiters = delimiters || facts.delimiters;
+      if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
+    }
+    // What the paragraph still holds is not written: a file that ends on a line of
+    // text loses its last paragraph, as it always has.
+    io.out.close();
+    result.records = labels;
+    job.finish(result);
+    return JobOutcome::Done;
+  });
+}
+
+PerPageAnswer CheckRecordsPerPage(std::string_view answer) {
+  PerPageAnswer a;
+  const auto askAgain = [&](std::string_view title, std::string_view text) {
+    a.kind = PerPageAnswer::Kind::AskAgain;
+    a.message = {std::string(title), std::string(text)};
+    return a;
+  };
+  if (InCountTbl(answer, "0123456789") < static_cast<int32_t>(answer.size()))
+    return askAgain("Non-numeric Input Error", "Please choose a number from 1 to 99.");
+  if (answer == "0") return askAgain("Zero Input Error", "Please choose a number from 1 to 99.");
+  // The conversion to 16 bits comes before the test for an empty answer, so the empty
+  // answer of Cancel fails here like a number too large.
+  if (answer.empty()) {
+    a.kind = PerPageAnswer::Kind::Error;
+    a.error = ZvError(kTypeMismatch, "Type mismatch");
+    return a;
+  }
+  int64_t value = 0;
+  for (char c : answer) {
+    value = value * 10 + (c - '0');
+    if (value > std::numeric_limits<int16_t>::max()) {
+      a.kind = PerPageAnswer::Kind::Error;
+      a.error = ZvError(err::kOverflow, ErrorText(err::kOverflow));
+      return a;
+    }
+  }
+  if (value >= 1 && value <= 99) {
+    a.perPage = static_cast<int16_t>(value);
+    return a;
+  }
+  return askAgain("Invalid Number of Records Per Page", "The valid range is 1 to 99.");
+}
+
+JobResult InsertPageBreaks(JobState& state, JobProgress& progress, const PageBreaksParams& params) {
+  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
+    std::string outFile;
+    if (auto refusal = checkInput(state, params.inFile, ".BRK", outFile)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    const PerPageAnswer answer = CheckRecordsPerPage(params.answer);
+    if (answer.kind == PerPageAnswer::Kind::AskAgain) {
+      result.message = answer.message;
+      return JobOutcome::Refused;
+    }
+    // A failed conversion abandons the job, and the abandoning deletes BASE.BRK.
+    job.outputs.add(outFile);
+    if (answer.kind == PerPageAnswer::Kind::Error) throw *answer.error;
+
+    LineToolFiles io(job, params.inFile, outFile);
+    job.start(result, kPageBreaksTitle, FileSize(params.inFile), io.lineCount);
+
+    const int16_t iPerPage = answer.perPage;
+    int16_t iOnPage = 0;
+    int32_t labels = 0;
+    std::string& line = state.gsLine;
+    for (int32_t i = 1; i <= io.lineCount; ++i) {
+      if (i == 40 && labels < 1) {
+        result.message = NotRecordFileMessage();
+        return JobOutcome::Refused;
+      }
+      if (!io.in.readLine(line)) break;
+      result.lines = i;
+      CleanLine(line);
+      // Anywhere in the line: a body line that quotes a label counts as one.
+      if (line.find("Record - ") != std::string::npos) {
+        Add32(labels, 1);
+        Inc16(iOnPage);
+        job.progress.recordDone(labels);
+      }
+      if (iOnPage == iPerPage + 1) {
+        io.out.line("\f");
+        iOnPage = 1;
+      }
+      io.out.line(line);
+      if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
+    }
+    io.out.close();
+    result.records = labels;
+    job.finish(result);
+    return JobOutcome::Done;
+  });
+}
+
+}  // namespace zv

@@ -1,0 +1,50 @@
+// Renumber: labels from 1 upward in the order they stand.
+#include "polish/renumber.h"
+
+#include "core/byte_scan.h"
+#include "core/error.h"
+#include "core/files.h"
+
+namespace zv {
+
+JobResult RenumberLabels(JobState& state, JobProgress& progress, const PolishFiles& files) {
+  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
+    if (auto refusal = CheckPolishInput(files.inFile, kRenumberWording)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kRenumberWording)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    LineToolFiles io(job, files.inFile, files.outFile);
+    job.start(result, kRenumberTitle, FileSize(files.inFile), io.lineCount);
+
+    int32_t labels = 0;
+    std::string& line = state.gsLine;
+    for (int32_t n = 1; n <= io.lineCount; ++n) {
+      if (n == 40 && labels == 0) {
+        result.message = NotRecordFileMessage();
+        return JobOutcome::Refused;
+      }
+      if (!io.in.readLine(line)) break;
+      CleanLine(line);
+      result.lines = n;
+      if (line.starts_with(kLabelStem)) {
+        // Whatever stood behind "Record -" goes: the label is made anew.
+        Add32(labels, 1);
+        job.progress.recordDone(labels);
+        io.out.line("Record - " + std::to_string(labels));
+      } else {
+        io.out.line(line);
+      }
+      if (job.lineDone(n, io.lineCount)) return JobOutcome::Interrupted;
+    }
+    io.out.close();
+    result.records = labels;
+    job.finish(result);
+    return JobOutcome::Done;
+  });
+}
+
+}  // namespace zv

@@ -1,0 +1,66 @@
+// Replace: labels replaced by the user's text, or records set between markers.
+#include "polish/replace_labels.h"
+
+#include "core/byte_scan.h"
+#include "core/error.h"
+#include "core/files.h"
+
+namespace zv {
+
+JobResult ReplaceLabels(JobState& state, JobProgress& progress, const ReplaceLabelsParams& params) {
+  const PolishFiles& files = params.files;
+  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
+    if (auto refusal = CheckPolishInput(files.inFile, kLabelToolWording)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kLabelToolWording)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    const ReplaceMode mode = params.mode;
+    const std::string& begin = params.beginMarker;
+    // Single mode reads the replacement alone: its ending marker stays empty.
+    const std::string end = mode == ReplaceMode::Single ? std::string() : params.endMarker;
+
+    LineToolFiles io(job, files.inFile, files.outFile);
+    job.start(result, kReplaceTitle, FileSize(files.inFile), io.lineCount);
+
+    int32_t labels = 0;
+    std::string& line = state.gsLine;
+    for (int32_t n = 1; n <= io.lineCount; ++n) {
+      if (n == 40 && labels == 0) {
+        result.message = NotRecordFileMessage();
+        return JobOutcome::Refused;
+      }
+      if (!io.in.readLine(line)) break;
+      CleanLine(line);
+      result.lines = n;
+      if (line.starts_with(kLabelStem)) {
+        Add32(labels, 1);
+        job.progress.recordDone(labels);
+        if (mode == ReplaceMode::Single) {
+          io.out.line(params.replacement);
+        } else {
+          if (labels > 1) {
+            io.out.line(end);
+            io.out.blank();
+          }
+          io.out.line(begin);
+          if (mode == ReplaceMode::Surround) io.out.line(line);
+        }
+      } else {
+        io.out.line(line);
+      }
+      if (job.lineDone(n, io.lineCount)) return JobOutcome::Interrupted;
+    }
+    io.out.line(end);
+    io.out.blank();
+    io.out.close();
+    result.records = labels;
+    job.finish(result);
+    return JobOutcome::Done;
+  });
+}
+
+}  // namespace zv

@@ -1,0 +1,89 @@
+// Reading the records of a record file one after another, in one pass, for the tools
+// that take every record in order (export, duplicates).
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zv {
+
+// A record as read. The views point into the scanner's buffer and hold until the next
+// call of next().
+struct RecordText {
+  int32_t index = 0;               // 1 for the first record read, and on
+  std::string_view label;          // the label line ("Record - 4"), or empty when none was found
+  std::span<const std::string_view> lines;  // the record's other lines, in order, empty ones too
+};
+
+// Whether a line is a record label: "Record - " in its first column.
+inline bool IsLabelLine(std::string_view line) {
+  return line.size() >= 9 && line[0] == 'R' && line.substr(1, 8) == "ecord - ";
+}
+
+// The lines of a file, for a progress bar: its line feeds, or its carriage returns
+// when it has no line feed at all, and a last line without either. One quick pass.
+int32_t CountLines(const std::string& path);
+
+// Lines end at CR LF, a lone LF or a lone CR, as everywhere in the program.
+class RecordScanner {
+ public:
+  // The records of a .PRO by its labels: a record runs from its label to the next.
+  // Text ahead of the first label belongs to the first record.
+  explicit RecordScanner(const std::string& proFile);
+  // The records an index lists, in its order: record k is lines startLine to endLine
+  // of the .PRO (the line numbers hold under both the filters' and BuildIndex's
+  // numbers; the byte offsets of some filters fall behind). Its label is the first
+  // label among them; a line that two records' ranges share goes to the first, and a
+  // range past the end of the file ends there.
+  RecordScanner(const std::string& proFile, const std::string& indexFile);
+  ~RecordScanner();
+  RecordScanner(const RecordScanner&) = delete;
+  RecordScanner& operator=(const RecordScanner&) = delete;
+
+  bool next(RecordText& record);
+
+  // Lines read so far, and the file's size, for progress.
+  int32_t linesRead() const { return line_; }
+  int64_t fileSize() const { return fileSize_; }
+  // The file's lines as the bytes read so far let one guess them; the count read once
+  // the whole file is.
+  int32_t estimatedLines() const;
+  // The records of the index; 0 when reading by labels.
+  int32_t indexRecords() const { return indexCount_; }
+
+ private:
+  bool readLine(std::size_t& start, std::size_t& length);
+  bool fill();
+  bool nextByLabels(RecordText& record);
+  bool nextByIndex(RecordText& record);
+  void finish(RecordText& record, std::size_t labelAt, std::size_t labelLength);
+  bool indexRange(int32_t k, int64_t& first, int64_t& last);
+
+  int fd_ = -1;
+  std::string path_;
+  int64_t fileSize_ = 0;
+  int64_t consumed_ = 0;  // bytes of the file before buf_[0]
+  std::string buf_;
+  std::size_t begin_ = 0;  // the current record's first byte in buf_
+  std::size_t at_ = 0;     // the next unread byte
+  std::size_t end_ = 0;    // bytes in buf_
+  bool eof_ = false;
+  int32_t line_ = 0;  // lines read
+  int32_t records_ = 0;
+  // Lines of the current record: offsets from begin_ and lengths.
+  std::vector<std::pair<uint32_t, uint32_t>> spans_;
+  std::vector<std::string_view> views_;
+  bool pendingLabel_ = false;  // the label of the next record was read already
+
+  // Index mode.
+  int indexFd_ = -1;
+  std::string indexPath_;
+  int32_t indexCount_ = 0;
+  std::vector<unsigned char> indexBlock_;
+  int32_t blockFirst_ = 0;  // record number of indexBlock_'s first entry
+};
+
+}  // namespace zv

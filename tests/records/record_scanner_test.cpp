@@ -1,0 +1,117 @@
+// Records read in one pass: by labels, through both kinds of index, across the buffer.
+#include "records/record_scanner.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/job_state.h"
+#include "core/index_rec.h"
+#include "filters/ovid.h"
+#include "records/build_index.h"
+#include "support/test_support.h"
+
+namespace zv {
+namespace {
+
+using test::CrLf;
+using test::TempDir;
+using test::WriteFile;
+
+// Each record as "label|line|line...".
+std::vector<std::string> Scan(RecordScanner& scanner) {
+  std::vector<std::string> out;
+  RecordText r;
+  while (scanner.next(r)) {
+    std::string s(r.label);
+    for (std::string_view line : r.lines) s += "|" + std::string(line);
+    out.push_back(s);
+  }
+  return out;
+}
+
+std::vector<std::string> ByLabels(const std::string& bytes) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), bytes);
+  RecordScanner scanner(dir.file("r.PRO"));
+  return Scan(scanner);
+}
+
+const std::string kPro = CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB", "", "Record - 3", "", "CCC", "",
+                               "Record - 4", "", "DDD"});
+
+TEST(RecordScanner, ByLabelsEachRecordRunsToTheNextLabel) {
+  EXPECT_EQ(ByLabels(kPro), (std::vector<std::string>{"Record - 1||AAA|", "Record - 2||BBB|", "Record - 3||CCC|",
+                                                      "Record - 4||DDD"}));
+}
+
+TEST(RecordScanner, LineEndsOfEveryKindAndTextAheadOfTheFirstLabel) {
+  EXPECT_EQ(ByLabels("head\nRecord - 1\rA\r\nB\nRecord -  2\r\rC"),
+            (std::vector<std::string>{"Record - 1|head|A|B", "Record -  2||C"}));
+  // Only a label in its first column counts; a file with none is one record without one.
+  EXPECT_EQ(ByLabels(" Record - 1\r\nrecord - 2\r\n"), (std::vector<std::string>{"| Record - 1|record - 2"}));
+  EXPECT_TRUE(ByLabels("").empty());
+}
+
+TEST(RecordScanner, RecordsLargerThanTheBufferAndLinesAcrossItsEdges) {
+  // Records of a few MB, and a CR LF split by a read boundary somewhere in between.
+  std::vector<std::string> lines, expected;
+  for (int r = 1; r <= 3; ++r) {
+    lines.push_back("Record - " + std::to_string(r));
+    std::string want = lines.back();
+    for (int i = 0; i < 40000; ++i) {
+      lines.push_back(std::string(static_cast<std::size_t>(i % 97), 'x') + std::to_string(i));
+      want += "|" + lines.back();
+    }
+    expected.push_back(want);
+  }
+  TempDir dir;
+  WriteFile(dir.file("big.PRO"), CrLf(lines));
+  RecordScanner scanner(dir.file("big.PRO"));
+  EXPECT_EQ(Scan(scanner), expected);
+  EXPECT_EQ(scanner.linesRead(), static_cast<int32_t>(lines.size()));
+}
+
+TEST(RecordScanner, ThroughTheIndexOfBuildIndex) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), kPro);
+  JobState job;
+  job.gsProFile = dir.file("r.PRO");
+  job.gsIndexFile = dir.file("r.NDX");
+  IndexProgress quiet;
+  ASSERT_EQ(BuildIndex(job, quiet), IndexOutcome::Built);
+  RecordScanner scanner(dir.file("r.PRO"), dir.file("r.NDX"));
+  EXPECT_EQ(scanner.indexRecords(), 4);
+  // The builder's records start a line early and the last reaches a line past the
+  // end: the empty line before a label goes, and so does the line that is not there.
+  EXPECT_EQ(Scan(scanner), (std::vector<std::string>{"Record - 1||AAA", "Record - 2||BBB", "Record - 3||CCC|",
+                                                     "Record - 4||DDD"}));
+}
+
+TEST(RecordScanner, ThroughAnOvidIndexWhoseBytesFallBehind) {
+  // The Ovid filter counts its body lines 9 bytes short; the line numbers hold.
+  TempDir dir;
+  WriteFile(dir.file("s.log"), CrLf({"<1>", "Title", "         First record's title line", "", "<2>", "Title",
+                                     "         Second record's title line", "Database: x"}));
+  JobState job;
+  ASSERT_TRUE(FilterOvid(job, NoProgress(), FilterInput{dir.file("s.log"), dir.path().string()}).done());
+  const std::vector<IndexRec> ndx = ReadIndexFile(dir.file("s.NDX"));
+  ASSERT_EQ(ndx.size(), 2u);
+  RecordScanner scanner(dir.file("s.PRO"), dir.file("s.NDX"));
+  EXPECT_EQ(Scan(scanner), (std::vector<std::string>{"Record - 1||Title|First record's title line|",
+                                                     "Record - 2||Title|Second record's title line"}));
+}
+
+TEST(RecordScanner, AMissingFileIsTheSystemsError) {
+  TempDir dir;
+  try {
+    RecordScanner scanner(dir.file("gone.PRO"));
+    FAIL() << "no error";
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), err::kFileNotFound);
+  }
+}
+
+}  // namespace
+}  // namespace zv
