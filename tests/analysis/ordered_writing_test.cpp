@@ -9,6 +9,8 @@
 #include "analysis/rank.h"
 #include "analysis/sort.h"
 #include "analysis_test_support.h"
+#include "core/index_rec.h"
+#include "records/record_file.h"
 
 namespace zv {
 namespace {
@@ -89,6 +91,41 @@ TEST_P(OrderedWriting, SortWithoutLimitsWritesWhatTheRecordByRecordWritingWrites
   }
   EXPECT_EQ(srt[1], srt[0]);
   EXPECT_EQ(KeysOf(srt[0]), "BCDEFGHIJKLMNOPQRSTUVWXYZ");
+}
+
+// Distinct keys in a random order: about half as many runs as records.
+Records ShuffledKeys(int count) {
+  std::vector<int> value(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) value[static_cast<std::size_t>(i)] = i;
+  std::shuffle(value.begin(), value.end(), std::mt19937(21));
+  Records records;
+  for (int v : value) records.push_back({"K - " + std::to_string(100000 + v), "text"});
+  return records;
+}
+
+std::string SortedFile(const RecordFileChoice& file, bool large) {
+  JobState job;
+  EXPECT_EQ(SortRecords(job, NoProgress(), SortParams{file, "K -", large}).outcome, JobOutcome::Done);
+  return Output(file.baseName + ".SRT");
+}
+
+TEST(OrderedWritingFallback, AnOrderOfTooManyRunsIsWrittenRecordByRecord) {
+  TempDir dir;
+  const RecordFileChoice file = WriteRecordFile(dir, ShuffledKeys(6000), Indexer::Filter);
+  const std::string exact = SortedFile(file, false);
+  EXPECT_EQ(SortedFile(file, true), exact);
+}
+
+TEST(OrderedWritingFallback, AnIndexWhoseOffsetsDoNotRiseIsReadInTheOrderOfTheFile) {
+  // The index's records after the first, shuffled: record k is no longer the k-th in
+  // the file, and the writer reads by offset.
+  TempDir dir;
+  const RecordFileChoice file = WriteRecordFile(dir, ShuffledKeys(40), Indexer::Filter);
+  std::vector<IndexRec> recs = ReadIndexFile(file.indexFile);
+  std::shuffle(recs.begin() + 1, recs.end(), std::mt19937(4));
+  for (std::size_t i = 0; i < recs.size(); ++i) PutIndexRec(file.indexFile, static_cast<int32_t>(i + 1), recs[i]);
+  const std::string exact = SortedFile(file, false);
+  EXPECT_EQ(SortedFile(file, true), exact);
 }
 
 INSTANTIATE_TEST_SUITE_P(Layouts, OrderedWriting,
