@@ -1,6 +1,8 @@
 // Word matches of a search term in a block of lines.
 #include "analysis/term_search.h"
 
+#include <algorithm>
+
 #if defined(__x86_64__)
 #include <immintrin.h>
 #define ZV_HAVE_AVX2_PATH 1
@@ -28,6 +30,15 @@ TermFinder::TermFinder(const Term& term, const DelimiterSet& delims) : text_(ter
   for (char c : text_)
     if (ends_[static_cast<unsigned char>(c)]) active_ = false;
   if (!active_) return;
+  for (std::size_t j = 0; j < text_.size() && j < 16; ++j) {
+    const auto c = static_cast<unsigned char>(text_[j]);
+    const bool capital = c >= 'A' && c <= 'Z';
+    fold_[j] = capital ? 0x20 : 0;
+    folded_[j] = static_cast<unsigned char>(capital ? c | 0x20 : c);
+  }
+  // A small letter in the term meets no byte of an upper-cased line, which the
+  // comparison of 16 at once cannot say: such a term is compared byte by byte.
+  sixteen_ = text_.size() <= 16 && std::none_of(text_.begin(), text_.end(), [](char c) { return c >= 'a' && c <= 'z'; });
   casesOf(static_cast<unsigned char>(text_.front()), first_);
   casesOf(static_cast<unsigned char>(text_.back()), last_);
   casesOf(static_cast<unsigned char>(text_[text_.size() > 2 ? 1 : 0]), second_);
@@ -35,8 +46,22 @@ TermFinder::TermFinder(const Term& term, const DelimiterSet& delims) : text_(ter
 
 bool TermFinder::matchesAt(const unsigned char* s, std::size_t n, std::size_t at) const {
   const std::size_t m = text_.size();
-  for (std::size_t j = 0; j < m; ++j)
-    if (upper_[s[at + j]] != static_cast<unsigned char>(text_[j])) return false;
+#if defined(__SSE2__)
+  if (sixteen_ && at + 16 <= n) {
+    // Sixteen bytes at once: a capital of the term also takes its small letter, which
+    // differs from it only in the bit 0x20; the bytes after the term do not count.
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + at));
+    const __m128i folded = _mm_or_si128(v, _mm_loadu_si128(reinterpret_cast<const __m128i*>(fold_)));
+    const auto same = static_cast<unsigned>(
+        _mm_movemask_epi8(_mm_cmpeq_epi8(folded, _mm_loadu_si128(reinterpret_cast<const __m128i*>(folded_)))));
+    const unsigned want = (1u << m) - 1;
+    if ((same & want) != want) return false;
+  } else
+#endif
+  {
+    for (std::size_t j = 0; j < m; ++j)
+      if (upper_[s[at + j]] != static_cast<unsigned char>(text_[j])) return false;
+  }
   if (at > 0 && !ends_[s[at - 1]]) return false;
   return truncated_ || at + m == n || ends_[s[at + m]];
 }

@@ -40,6 +40,11 @@ class TermFinder {
   unsigned char second_[2] = {0, 0}; // its second (its first when shorter than three)
   unsigned char last_[2] = {0, 0};   // and its last character
   std::array<bool, 256> ends_{};     // the delimiters, CR and LF
+  // The term's first 16 bytes for the comparison of 16 at once: a text byte OR fold_
+  // equals folded_ exactly where its upper case is the term's byte.
+  unsigned char fold_[16] = {};
+  unsigned char folded_[16] = {};
+  bool sixteen_ = false;
   std::array<unsigned char, 256> upper_{};
 };
 

@@ -121,7 +121,7 @@ std::vector<std::string> WordyLines(std::mt19937& random, int count) {
 TEST(TermFinderAgainstLines, FindsAndCountsWhatTheWordsOfTheUpperCasedLinesMeet) {
   const DelimiterSet delims(kSearchDelims);
   const char* typed[] = {"cost", "cost*", "COSTS", "cost-effective", "cd-rom*", "why?", "why", "x", "x*",
-                         "c", "costcost", "cost.x", " cost", "*", "", "price*", "t"};
+                         "c", "costcost", "cost.x", " cost", "*", "", "price*", "t", "costcostcostcostcost*"};
   std::mt19937 random(11);
   for (int round = 0; round < 300; ++round) {
     const std::vector<std::string> lines = WordyLines(random, 1 + static_cast<int>(random() % 6));
