@@ -2,21 +2,15 @@
 #include "analysis/diction.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <limits>
-#include <unistd.h>
 #include <vector>
 
 #include "analysis/analysis_common.h"
+#include "analysis/line_blocks.h"
 #include "analysis/exchange_sort.h"
 #include "analysis/select_record_file.h"
 #include "analysis/word_count.h"
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 #include "core/brindle.h"
 #include "core/error.h"
 #include "core/files.h"
@@ -219,112 +213,6 @@ void forEachLineWord(std::string& line, const DelimiterSet& delims, std::string&
   }
 }
 
-// Reads a text file in large blocks of whole lines, as LineReader splits them.
-class LineBlocks {
- public:
-  explicit LineBlocks(const std::string& path) : path_(path), buf_(kBlock + kSlack) {
-    fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd_ < 0) ThrowSystemError(errno, path);
-#ifdef POSIX_FADV_SEQUENTIAL
-    ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
-#endif
-  }
-  ~LineBlocks() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  LineBlocks(const LineBlocks&) = delete;
-  LineBlocks& operator=(const LineBlocks&) = delete;
-
-  // The next block of whole lines, with 64 bytes to spare after it; empty at the end
-  // of the file. A last line without its end is a line of its own.
-  std::string_view next() {
-    if (used_ > 0) {
-      std::memmove(buf_.data(), buf_.data() + used_, held_ - used_);
-      held_ -= used_;
-      used_ = 0;
-    }
-    for (;;) {
-      while (held_ < capacity() && !eof_) {
-        const ssize_t n = ::read(fd_, buf_.data() + held_, capacity() - held_);
-        if (n < 0) {
-          if (errno == EINTR) continue;
-          ThrowSystemError(errno, path_);
-        }
-        if (n == 0) eof_ = true;
-        held_ += static_cast<std::size_t>(n);
-      }
-      // Up to the last line end; a CR at the very end waits for a possible LF.
-      std::size_t end = held_;
-      if (!eof_) {
-        std::size_t i = held_;
-        if (i > 0 && buf_[i - 1] == '\r') --i;
-        while (i > 0 && buf_[i - 1] != '\n' && buf_[i - 1] != '\r') --i;
-        end = i;
-      }
-      if (end > 0 || held_ == 0) {
-        used_ = end;
-        return std::string_view(buf_.data(), end);
-      }
-      buf_.resize(capacity() * 2 + kSlack);  // one line fills the buffer
-    }
-  }
-  char* data() { return buf_.data(); }
-
- private:
-  static constexpr std::size_t kBlock = std::size_t{4} << 20;
-  static constexpr std::size_t kSlack = 64;
-  std::size_t capacity() const { return buf_.size() - kSlack; }
-
-  int fd_ = -1;
-  std::string path_;
-  std::vector<char> buf_;
-  std::size_t held_ = 0, used_ = 0;
-  bool eof_ = false;
-};
-
-// Lines in `text` (whole lines; a last one without its end counts). When there are
-// more than `most`, `cut` is where the first `most` end, their line ends included.
-std::size_t linesIn(std::string_view text, std::size_t most, std::size_t& cut) {
-  const char* p = text.data();
-  const std::size_t n = text.size();
-  std::size_t ends = 0, i = 0;
-#if defined(__SSE2__)
-  // Each byte lane counts its line ends, a CR LF pair once, and is emptied into the
-  // total before it can pass 255.
-  const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r'), zero = _mm_setzero_si128();
-  __m128i lanes = zero;
-  int rounds = 0;
-  auto empty = [&] {
-    const __m128i sums = _mm_sad_epu8(lanes, zero);
-    ends += static_cast<std::size_t>(_mm_cvtsi128_si64(_mm_add_epi64(sums, _mm_srli_si128(sums, 8))));
-    lanes = zero;
-    rounds = 0;
-  };
-  for (; i + 17 <= n; i += 16) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i));
-    const __m128i after = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + i + 1));
-    const __m128i isCr = _mm_cmpeq_epi8(v, cr);
-    const __m128i all = _mm_or_si128(_mm_cmpeq_epi8(v, lf), isCr);
-    const __m128i pairs = _mm_and_si128(isCr, _mm_cmpeq_epi8(after, lf));
-    lanes = _mm_add_epi8(_mm_sub_epi8(lanes, all), pairs);
-    if (++rounds == 255) empty();
-  }
-  empty();
-#endif
-  for (; i < n; ++i)
-    if (p[i] == '\n' || (p[i] == '\r' && !(i + 1 < n && p[i + 1] == '\n'))) ++ends;
-  const std::size_t lines = ends + (n > 0 && p[n - 1] != '\n' && p[n - 1] != '\r' ? 1 : 0);
-  cut = n;
-  if (lines <= most) return lines;
-  std::size_t count = 0;
-  for (i = 0; i < n && count < most; ++count) {
-    while (i < n && p[i] != '\n' && p[i] != '\r') ++i;
-    if (i < n && p[i++] == '\r' && i < n && p[i] == '\n') ++i;
-  }
-  cut = i;
-  return count;
-}
-
 // The .DIC of a count without limits: the five head lines, then the elements group
 // by group as the writing loop writes them.
 JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& params, const std::string& gsDicFile,
@@ -426,7 +314,7 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
         std::string_view block = in.next();
         if (block.empty()) break;
         std::size_t cut = 0;
-        const std::size_t lines = linesIn(block, static_cast<std::size_t>(glLineCount - n), cut);
+        const std::size_t lines = LinesIn(block, static_cast<std::size_t>(glLineCount - n), cut);
         block = block.substr(0, cut);
         char* text = in.data();
         std::size_t plain = 0;  // the text not yet counted begins here
