@@ -76,18 +76,22 @@ __attribute__((target("avx2"))) std::size_t wideSearch(const unsigned char* s, s
                                                       const unsigned char (&first)[2], const unsigned char (&second)[2],
                                                       const unsigned char (&last)[2], Matches&& matches,
                                                       OnMatch&& onMatch, bool& stop) {
+  // Each byte is compared with the bit 0x20 set on both sides: a capital and its small
+  // letter then look alike, and so do a few pairs of other bytes, which the full test
+  // tells apart; no byte that can stand in the term is missed.
   const std::size_t at2 = m > 2 ? 1 : 0;
-  const __m256i f0 = _mm256_set1_epi8(static_cast<char>(first[0])), f1 = _mm256_set1_epi8(static_cast<char>(first[1]));
-  const __m256i s0 = _mm256_set1_epi8(static_cast<char>(second[0])), s1 = _mm256_set1_epi8(static_cast<char>(second[1]));
-  const __m256i l0 = _mm256_set1_epi8(static_cast<char>(last[0])), l1 = _mm256_set1_epi8(static_cast<char>(last[1]));
+  const __m256i bit = _mm256_set1_epi8(0x20);
+  const __m256i f = _mm256_set1_epi8(static_cast<char>(first[0] | 0x20));
+  const __m256i t = _mm256_set1_epi8(static_cast<char>(second[0] | 0x20));
+  const __m256i l = _mm256_set1_epi8(static_cast<char>(last[0] | 0x20));
   std::size_t i = 0;
   for (; i + m - 1 + 32 <= n; i += 32) {
-    const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i));
-    const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i + at2));
-    const __m256i c = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i + m - 1));
-    const __m256i fa = _mm256_or_si256(_mm256_cmpeq_epi8(a, f0), _mm256_cmpeq_epi8(a, f1));
-    const __m256i sb = _mm256_or_si256(_mm256_cmpeq_epi8(b, s0), _mm256_cmpeq_epi8(b, s1));
-    const __m256i lc = _mm256_or_si256(_mm256_cmpeq_epi8(c, l0), _mm256_cmpeq_epi8(c, l1));
+    const __m256i a = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i)), bit);
+    const __m256i b = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i + at2)), bit);
+    const __m256i c = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(s + i + m - 1)), bit);
+    const __m256i fa = _mm256_cmpeq_epi8(a, f);
+    const __m256i sb = _mm256_cmpeq_epi8(b, t);
+    const __m256i lc = _mm256_cmpeq_epi8(c, l);
     auto mask = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_and_si256(_mm256_and_si256(fa, sb), lc)));
     while (mask != 0) {
       const std::size_t at = i + static_cast<std::size_t>(__builtin_ctz(mask));
