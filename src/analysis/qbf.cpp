@@ -156,15 +156,15 @@ class Query {
   }
 
  private:
-  Job& job_;
-  AnalysisProgress& panels_;
-  DelimiterSet delims_;
   bool nestFound(std::string_view text, std::size_t first) const {
     for (std::size_t i = first; i < first + 3; ++i)
       if (finders_[i].any(text)) return true;
     return false;
   }
 
+  Job& job_;
+  AnalysisProgress& panels_;
+  DelimiterSet delims_;
   std::array<Term, 9> terms_;
   std::array<TermFinder, 9> finders_;
   bool andBlank_ = true;
