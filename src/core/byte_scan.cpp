@@ -76,6 +76,39 @@ std::size_t firstSet(Mask16 mask) {
 #endif
 }
 
+// The top bit of each lane, lane k as bit k.
+uint32_t laneBits(Mask16 mask) {
+#if defined(__SSE2__)
+  return static_cast<uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(mask)));
+#else
+  uint32_t bits = 0;
+  for (std::size_t k = 0; k < kWidth; ++k) bits |= (mask[k] < 0 ? 1u : 0u) << k;
+  return bits;
+#endif
+}
+
+void store8(char* p, uint64_t v) { std::memcpy(p, &v, 8); }
+void store4(char* p, uint32_t v) { std::memcpy(p, &v, 4); }
+
+// The first `t` lanes of `v` (0 < t < 16) stored at p, and nothing past p + t: the
+// mirror of loadTail, with overlapping stores.
+void storeTail(char* p, Bytes16 v, std::size_t t) {
+  using Words2 = uint64_t __attribute__((vector_size(16)));
+  const auto words = reinterpret_cast<Words2>(v);
+  const uint64_t low = words[0], high = words[1];
+  if (t >= 8) {
+    // Lanes t - 8 to t - 1: the 128 bits shifted down by t - 8 bytes.
+    const std::size_t shift = 8 * (t - 8);
+    store8(p + t - 8, shift == 0 ? low : (low >> shift) | (high << (64 - shift)));
+    store8(p, low);
+  } else if (t >= 4) {
+    store4(p + t - 4, static_cast<uint32_t>(low >> (8 * (t - 4))));
+    store4(p, static_cast<uint32_t>(low));
+  } else {
+    for (std::size_t k = 0; k < t; ++k) p[k] = static_cast<char>(low >> (8 * k));
+  }
+}
+
 // Sum of the lanes of a per-lane count whose every half sums to at most 255: a
 // multiplication adds the eight bytes of each half into its top byte.
 uint32_t laneSum(Bytes16 v) {
@@ -172,6 +205,37 @@ int64_t CountLineEnds(std::string_view text) {
   return ends;
 }
 
+void MarkLineEnds(std::string_view text, uint64_t* words) {
+  // Sixty-four bytes to a word, in four blocks; `carry` is a CR in the last byte of
+  // the word before, whose LF in the first byte of this one is no line end.
+  constexpr std::size_t kWord = 64;
+  const char* p = text.data();
+  const std::size_t n = text.size();
+  const Bytes16 crs = splat('\r');
+  const Bytes16 lfs = splat('\n');
+  uint64_t carry = 0;
+  std::size_t k = 0;
+  for (; (k + 1) * kWord <= n; ++k) {
+    uint64_t cr = 0, lf = 0;
+    for (std::size_t b = 0; b < kWord / kWidth; ++b) {
+      const Bytes16 v = load(p + k * kWord + b * kWidth);
+      cr |= static_cast<uint64_t>(laneBits(v == crs)) << (b * kWidth);
+      lf |= static_cast<uint64_t>(laneBits(v == lfs)) << (b * kWidth);
+    }
+    words[k] = cr | (lf & ~((cr << 1) | carry));
+    carry = cr >> 63;
+  }
+  if (k * kWord < n) {
+    uint64_t word = 0;
+    for (std::size_t i = k * kWord; i < n; ++i) {
+      const uint64_t bit = uint64_t{1} << (i - k * kWord);
+      if (p[i] == '\r') word |= bit;
+      if (p[i] == '\n' && !(i > 0 && p[i - 1] == '\r')) word |= bit;
+    }
+    words[k] = word;
+  }
+}
+
 // One block cleaned: high bit off, control characters to 0.
 Bytes16 cleanBlock(Bytes16 v) {
   v &= splat('\x7f');
@@ -184,10 +248,9 @@ void CleanLineInto(std::string& out, std::string_view raw) {
   const char* from = raw.data();
   char* to = out.data();
   if (n < kWidth) {
-    for (std::size_t i = 0; i < n; ++i) {
-      const auto c = static_cast<unsigned char>(from[i] & 0x7f);
-      to[i] = static_cast<char>(c < 32 ? 0 : c);
-    }
+    // Most lines of a capture are short: loaded and stored with a few overlapping
+    // words rather than byte by byte.
+    if (n != 0) storeTail(to, cleanBlock(loadTail(from, n)), n);
     return;
   }
   for (std::size_t i = 0; i + kWidth <= n; i += kWidth) {
@@ -219,6 +282,13 @@ void CleanLine(std::string& text) {
 }
 
 #else
+
+void MarkLineEnds(std::string_view text, uint64_t* words) {
+  const std::size_t n = text.size();
+  for (std::size_t k = 0; k * 64 < n; ++k) words[k] = 0;
+  for (std::size_t i = 0; i < n; ++i)
+    if (text[i] == '\r' || (text[i] == '\n' && !(i > 0 && text[i - 1] == '\r'))) words[i / 64] |= uint64_t{1} << (i % 64);
+}
 
 void CleanLineInto(std::string& out, std::string_view raw) {
   out.assign(raw);

@@ -86,13 +86,9 @@ std::string LimitReason(std::string_view what, int64_t limit, LimitAt where) {
   throw error;
 }
 
-void Inc16(int16_t& counter, std::string_view what, LimitAt where) {
-  constexpr int16_t kMax = std::numeric_limits<int16_t>::max();
-  if (counter == kMax) {
-    if (what.empty()) throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
-    ThrowOverflow(LimitReason(what, kMax, where));
-  }
-  ++counter;
+void Overflow16(std::string_view what, LimitAt where) {
+  if (what.empty()) throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+  ThrowOverflow(LimitReason(what, std::numeric_limits<int16_t>::max(), where));
 }
 
 void Add32(int32_t& counter, int64_t amount, std::string_view what, LimitAt where) {

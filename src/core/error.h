@@ -91,8 +91,16 @@ std::string LimitReason(std::string_view what, int64_t limit, LimitAt where = {}
 // and abandon the job, as the program has always done: these helpers raise error 6
 // instead of wrapping. `what` names the count for the reason line (its variable in
 // brackets), `where` the input line or record the job had reached.
-void Inc16(int16_t& counter, std::string_view what = {}, LimitAt where = {});
 void Add32(int32_t& counter, int64_t amount, std::string_view what = {}, LimitAt where = {});
+// The overflow of a 16-bit counter at its limit (Inc16's way out).
+[[noreturn]] void Overflow16(std::string_view what, LimitAt where);
+// Inline, as it runs on every line of some filters: the reason line is made only at
+// the limit.
+inline void Inc16(int16_t& counter, std::string_view what = {}, LimitAt where = {}) {
+  if (counter == INT16_MAX) [[unlikely]]
+    Overflow16(what, where);
+  ++counter;
+}
 // Add32 with the sum inline, for the counters that move on every line: Add32 itself,
 // which makes the reason line and raises the overflow, is called only past the limits.
 inline void Count32(int32_t& counter, int64_t amount, std::string_view what = {}, LimitAt where = {}) {

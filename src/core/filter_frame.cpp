@@ -51,7 +51,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
     // throws away (a filter that makes no such .PRO leaves it alone).
     if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
-    frame.in_ = std::make_unique<LineReader>(job.gsInFile);
+    frame.in_ = std::make_unique<CleanLineReader>(job.gsInFile);
     if (info.makesPro) {
       frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
     }
@@ -72,13 +72,12 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     if (frameJob.interrupted()) return JobOutcome::Interrupted;
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
-    // Each line is cleaned straight from the reader's buffer into gsLine, whose buffer
-    // held the line before last; at the end of a pass gsPrevLine takes gsLine's.
-    std::string_view raw;
-    while (frame.in_->readLine(raw)) {
-      CleanLineInto(job.gsLine, raw);  // LowAscii, then RemCtrl with character 0
+    // Each line is cleaned straight from the reader's buffer into gsLine (LowAscii,
+    // then RemCtrl with character 0), whose buffer held the line before last; at the
+    // end of a pass gsPrevLine takes gsLine's.
+    while (frame.in_->readLine(job.gsLine)) {
       filter.afterCleaning(frame);
-      Add32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
+      Count32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
       job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine

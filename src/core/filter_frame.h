@@ -9,7 +9,7 @@
 #include "core/input_file.h"
 #include "core/job.h"
 #include "core/job_state.h"
-#include "core/line_reader.h"
+#include "core/clean_line_reader.h"
 #include "core/record_file_writer.h"
 #include "core/text_out.h"
 
@@ -123,7 +123,7 @@ class FilterFrame {
     return static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : job.gsLine.size());
   }
 
-  std::unique_ptr<LineReader> in_;
+  std::unique_ptr<CleanLineReader> in_;
   TextOut fsc_;
 };
 

@@ -24,21 +24,37 @@ void RecordFileWriter::writeBlank() {
 
 void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
   Count32(glOutLine, 1, kLinesLimit, {"record", recNum});
+  // The new record takes the buffer's end line and length, whatever they are: its own
+  // come when the next label or FinishIndex closes it. It is held open in memory.
   IndexRec& rec = gIndexRec;
   rec.recNum = recNum;
   rec.startByte = lOutBytes;
   rec.startLine = glOutLine;
   rec.keepFlag = 0;
   rec.setKeepFile("");
-  putRec(recNum, rec);
+  const Held opened{recNum, rec.startByte, rec.startLine, rec.endLine, rec.byteLen};
   if (recNum > 1) {
-    rec = getRec(recNum - 1);
+    // The record before, closed: its end line is the line before the label, and its
+    // length stops 2 bytes short of it. It goes to the file, encoded once, and the
+    // buffer ends up holding it.
+    if (held_ && held.recNum == recNum - 1) {
+      rec.recNum = held.recNum;  // keepFlag and keepFile as every record begins: 0, blank
+      rec.startByte = held.startByte;
+      rec.startLine = held.startLine;
+    } else {
+      putHeld();
+      rec = ndx_.get(recNum - 1);
+    }
     rec.endLine = glOutLine - 1;
     int32_t len = lOutBytes;
     Add32(len, -static_cast<int64_t>(rec.startByte) - 2);
     rec.byteLen = len;
-    putRec(recNum - 1, rec);
+    ndx_.put(recNum - 1, rec);
+  } else {
+    putHeld();
   }
+  held = opened;
+  held_ = true;
   Count32(lOutBytes, countedLength + 2, kBytesLimit, {"record", recNum});
   lLastIndexed = recNum;
 }
@@ -50,23 +66,29 @@ void RecordFileWriter::FinishIndex(int32_t recNum) {
   int32_t len = lOutBytes;
   Add32(len, -static_cast<int64_t>(rec.startByte));
   rec.byteLen = len;
-  putRec(recNum, rec);
+  if (held_ && held.recNum == recNum) held_ = false;
+  ndx_.put(recNum, rec);
 }
 
-// The record begun last stays in memory until another is put: it is always re-read
-// and put again when the next label closes it, so each record is encoded once.
-void RecordFileWriter::putRec(int32_t k, const IndexRec& rec) {
-  if (held_ && heldAt_ != k) ndx_.put(heldAt_, heldRec_);
-  held_ = true;
-  heldAt_ = k;
-  heldRec_ = rec;
+IndexRec RecordFileWriter::heldRec() const {
+  IndexRec rec;  // keepFlag 0, keepFile blank
+  rec.recNum = held.recNum;
+  rec.startByte = held.startByte;
+  rec.startLine = held.startLine;
+  rec.endLine = held.endLine;
+  rec.byteLen = held.byteLen;
+  return rec;
 }
 
-IndexRec RecordFileWriter::getRec(int32_t k) { return held_ && heldAt_ == k ? heldRec_ : ndx_.get(k); }
+void RecordFileWriter::putHeld() {
+  if (held_) ndx_.put(held.recNum, heldRec());
+  held_ = false;
+}
+
+IndexRec RecordFileWriter::getRec(int32_t k) { return held_ && held.recNum == k ? heldRec() : ndx_.get(k); }
 
 void RecordFileWriter::close() {
-  if (held_) ndx_.put(heldAt_, heldRec_);
-  held_ = false;
+  putHeld();
   pro_.close();
   ndx_.close();
 }

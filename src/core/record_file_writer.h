@@ -90,14 +90,21 @@ class RecordFileWriter {
 
   // UpdateIndex for a label that begins a new record.
   void beginRecord(int32_t recNum, int64_t countedLength);
-  void putRec(int32_t k, const IndexRec& rec);
+  // The record begun last is held in memory until the next label or FinishIndex
+  // closes it, so that each record is encoded once. Its keep flag is 0 and its keep
+  // file blank, as every record begins.
+  struct Held {
+    int32_t recNum = 0, startByte = 0, startLine = 0, endLine = 0, byteLen = 0;
+  };
+  IndexRec heldRec() const;
+  // The held record to the file, if there is one.
+  void putHeld();
   IndexRec getRec(int32_t k);
 
   TextOut pro_;
   IndexFile ndx_;
-  bool held_ = false;  // heldRec_ belongs at heldAt_ and is not yet in ndx_
-  int32_t heldAt_ = 0;
-  IndexRec heldRec_;
+  bool held_ = false;  // `held` is a record not yet in ndx_
+  Held held;
 };
 
 }  // namespace zv

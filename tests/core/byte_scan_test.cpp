@@ -16,7 +16,7 @@ std::vector<std::string> samples() {
   std::mt19937 rng(7);
   const char alphabet[] = {'a', '?', '>', 'L', '/', '\r', '\n', '\0', '\x1f', ' ', '\x80', '\xbf', '\xff'};
   std::vector<std::string> out;
-  for (std::size_t len : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 12, 14, 15, 16, 17, 20, 24, 31, 32, 33, 37, 495, 496, 497, 5000}) {
+  for (std::size_t len : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 12, 14, 15, 16, 17, 20, 24, 31, 32, 33, 37, 63, 64, 65, 128, 495, 496, 497, 5000}) {
     for (int round = 0; round < 8; ++round) {
       std::string s(len, 'a');
       for (char& c : s) c = alphabet[rng() % sizeof alphabet];
@@ -47,6 +47,14 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     for (std::size_t i = 0; i < s.size(); ++i)
       ends += s[i] == '\n' || (s[i] == '\r' && (i + 1 == s.size() || s[i + 1] != '\n'));
     EXPECT_EQ(CountLineEnds(s), ends) << s.size();
+
+    std::vector<uint64_t> words((s.size() + 63) / 64, ~uint64_t{0});
+    MarkLineEnds(s, words.data());
+    for (std::size_t i = 0; i < words.size() * 64; ++i) {
+      const bool marked = (words[i / 64] >> (i % 64)) & 1;
+      const bool isEnd = i < s.size() && (s[i] == '\r' || (s[i] == '\n' && (i == 0 || s[i - 1] != '\r')));
+      EXPECT_EQ(marked, isEnd) << s.size() << " at " << i;
+    }
 
     std::string cleaned = s, reference = s;
     CleanLine(cleaned);

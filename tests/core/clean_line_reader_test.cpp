@@ -1,0 +1,110 @@
+// CleanLineReader: the lines LineReader gives, cleaned, from memory and from files
+// whose line ends and long lines fall across the block's edge.
+#include "core/clean_line_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "core/error.h"
+#include "core/line_reader.h"
+#include "core/text.h"
+#include "support/test_support.h"
+
+namespace zv {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines cleanLinesOf(CleanLineReader& r) {
+  Lines out;
+  std::string line = "an older, longer line than the ones read";
+  while (r.readLine(line)) out.push_back(line);
+  return out;
+}
+
+// What the frame made of the text before: LineReader's lines, then LowAscii and
+// RemCtrl with character 0.
+Lines expectedOf(std::string_view text) {
+  LineReader r(text);
+  Lines out;
+  std::string line;
+  while (r.readLine(line)) {
+    LowAscii(line);
+    RemCtrl(line, std::string(1, '\0'));
+    out.push_back(line);
+  }
+  return out;
+}
+
+Lines cleanLinesOf(std::string_view text) {
+  CleanLineReader r(text);
+  return cleanLinesOf(r);
+}
+
+TEST(CleanLineReaderMemory, EndsAndCleaningAsLineReaderAndTheCleanersGive) {
+  EXPECT_EQ(cleanLinesOf("a\r\nb\nc\rd"), (Lines{"a", "b", "c", "d"}));
+  EXPECT_EQ(cleanLinesOf("a\r\n\r\n"), (Lines{"a", ""}));
+  EXPECT_EQ(cleanLinesOf("\r\r\n"), (Lines{"", ""}));
+  EXPECT_EQ(cleanLinesOf("a\n\rb"), (Lines{"a", "", "b"}));
+  EXPECT_EQ(cleanLinesOf("x\r"), (Lines{"x"}));
+  EXPECT_TRUE(cleanLinesOf("").empty());
+  // A high CR or LF (0x8D, 0x8A) ends no line; cleaned, it is character 0.
+  EXPECT_EQ(cleanLinesOf("a\x8D\x8A" "b\tc\xC1\r\n"), (Lines{std::string("a\0\0b\0cA", 7)}));
+}
+
+TEST(CleanLineReaderMemory, RandomTextOfEveryLengthAroundTheWords) {
+  std::mt19937 rng(11);
+  const char alphabet[] = {'a', ' ', '\r', '\n', '\0', '\x1f', '\x7f', '\x80', '\x8a', '\x8d', '\xff'};
+  for (std::size_t len : {1, 2, 15, 16, 17, 63, 64, 65, 127, 128, 129, 1000, 4099}) {
+    for (int round = 0; round < 20; ++round) {
+      std::string s(len, 'a');
+      for (char& c : s) c = alphabet[rng() % sizeof alphabet];
+      EXPECT_EQ(cleanLinesOf(s), expectedOf(s)) << len << ' ' << round;
+    }
+  }
+}
+
+TEST(CleanLineReaderFile, LinesAcrossTheBlockEdgeReadAsFromMemory) {
+  test::TempDir dir;
+  // A CR LF pair, a lone CR and a long line right across the 256 KiB block edge, and
+  // a line longer than two blocks, which makes the block grow.
+  for (std::size_t pad : {262143u, 262142u, 262144u, 262141u, 100u}) {
+    std::string text(pad, 'x');
+    text += "\r\nnext\rthird\n\x8D\x81";
+    text += std::string(600000, 'y');
+    text += "\r";
+    text += std::string(pad / 3, 'z');
+    test::WriteFile(dir.file("f"), text);
+    CleanLineReader file(dir.file("f"));
+    EXPECT_EQ(cleanLinesOf(file), expectedOf(text)) << pad;
+    EXPECT_EQ(expectedOf(text).size(), 5u);
+  }
+}
+
+TEST(CleanLineReaderFile, ManyShortLinesOverManyBlocks) {
+  test::TempDir dir;
+  std::mt19937 rng(5);
+  std::string text;
+  while (text.size() < 1100000) {
+    text.append(rng() % 90, static_cast<char>('A' + rng() % 26));
+    const unsigned end = rng() % 8;
+    text += end < 5 ? "\r\n" : end < 7 ? "\n" : "\r";
+  }
+  test::WriteFile(dir.file("f"), text);
+  CleanLineReader file(dir.file("f"));
+  EXPECT_EQ(cleanLinesOf(file), expectedOf(text));
+}
+
+TEST(CleanLineReaderFile, AMissingFileIsError53WithItsName) {
+  try {
+    CleanLineReader r(std::string("/no/such/capture.log"));
+    FAIL();
+  } catch (const ZvError& e) {
+    EXPECT_EQ(e.number(), err::kFileNotFound);
+    EXPECT_EQ(e.detail(), "/no/such/capture.log");
+  }
+}
+
+}  // namespace
+}  // namespace zv
