@@ -205,41 +205,51 @@ int64_t CountLineEnds(std::string_view text) {
   return ends;
 }
 
-void MarkLineEnds(std::string_view text, uint64_t* words) {
-  // Sixty-four bytes to a word, in four blocks; `carry` is a CR in the last byte of
-  // the word before, whose LF in the first byte of this one is no line end.
-  constexpr std::size_t kWord = 64;
-  const char* p = text.data();
-  const std::size_t n = text.size();
-  const Bytes16 crs = splat('\r');
-  const Bytes16 lfs = splat('\n');
-  uint64_t carry = 0;
-  std::size_t k = 0;
-  for (; (k + 1) * kWord <= n; ++k) {
-    uint64_t cr = 0, lf = 0;
-    for (std::size_t b = 0; b < kWord / kWidth; ++b) {
-      const Bytes16 v = load(p + k * kWord + b * kWidth);
-      cr |= static_cast<uint64_t>(laneBits(v == crs)) << (b * kWidth);
-      lf |= static_cast<uint64_t>(laneBits(v == lfs)) << (b * kWidth);
-    }
-    words[k] = cr | (lf & ~((cr << 1) | carry));
-    carry = cr >> 63;
-  }
-  if (k * kWord < n) {
-    uint64_t word = 0;
-    for (std::size_t i = k * kWord; i < n; ++i) {
-      const uint64_t bit = uint64_t{1} << (i - k * kWord);
-      if (p[i] == '\r') word |= bit;
-      if (p[i] == '\n' && !(i > 0 && p[i - 1] == '\r')) word |= bit;
-    }
-    words[k] = word;
-  }
-}
-
 // One block cleaned: high bit off, control characters to 0.
 Bytes16 cleanBlock(Bytes16 v) {
   v &= splat('\x7f');
   return v & reinterpret_cast<Bytes16>(v >= splat(' '));
+}
+
+std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends) {
+  // Sixty-four bytes to a word of line-end bits, in four blocks; `carry` is a CR in
+  // the last byte of the word before, whose LF in the first byte of this one ends
+  // nothing. The words' set bits go to `ends` four at a time without a test of how
+  // many there are (a missing one writes a stray entry that the next overwrites);
+  // a word of more than four line ends (a run of empty lines) loops for the rest.
+  constexpr std::size_t kWord = 64;
+  const Bytes16 crs = splat('\r');
+  const Bytes16 lfs = splat('\n');
+  std::size_t count = 0;
+  uint64_t carry = 0;
+  for (std::size_t at = 0; at < n; at += kWord) {
+    uint64_t cr = 0, lf = 0;
+    for (std::size_t b = 0; b < kWord / kWidth; ++b) {
+      char* p = text + at + b * kWidth;
+      const Bytes16 v = load(p);
+      const Mask16 isCr = v == crs;
+      const Mask16 isLf = v == lfs;
+      cr |= static_cast<uint64_t>(laneBits(isCr)) << (b * kWidth);
+      lf |= static_cast<uint64_t>(laneBits(isLf)) << (b * kWidth);
+      const Bytes16 cleaned = cleanBlock(v) | (v & reinterpret_cast<Bytes16>(isCr | isLf));
+      std::memcpy(p, &cleaned, kWidth);
+    }
+    uint64_t bits = cr | (lf & ~((cr << 1) | carry));
+    carry = cr >> 63;
+    const std::size_t from = base + at;
+    const auto found = static_cast<std::size_t>(__builtin_popcountll(bits));
+    std::size_t* out = ends + count;
+    for (int k = 0; k < 4; ++k) {
+      out[k] = from + static_cast<std::size_t>(bits ? __builtin_ctzll(bits) : 0);
+      bits &= bits - 1;
+    }
+    for (std::size_t k = 4; k < found; ++k) {
+      out[k] = from + static_cast<std::size_t>(__builtin_ctzll(bits));
+      bits &= bits - 1;
+    }
+    count += found;
+  }
+  return count;
 }
 
 void CleanLineInto(std::string& out, std::string_view raw) {
@@ -283,11 +293,16 @@ void CleanLine(std::string& text) {
 
 #else
 
-void MarkLineEnds(std::string_view text, uint64_t* words) {
-  const std::size_t n = text.size();
-  for (std::size_t k = 0; k * 64 < n; ++k) words[k] = 0;
-  for (std::size_t i = 0; i < n; ++i)
-    if (text[i] == '\r' || (text[i] == '\n' && !(i > 0 && text[i - 1] == '\r'))) words[i / 64] |= uint64_t{1} << (i % 64);
+std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends) {
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    const char c = text[i];
+    if (c == '\r' || (c == '\n' && !(i > 0 && text[i - 1] == '\r'))) ends[count++] = base + i;
+    if (c == '\r' || c == '\n') continue;
+    const auto low = static_cast<unsigned char>(c & 0x7f);
+    text[i] = static_cast<char>(low < 32 ? 0 : low);
+  }
+  return count;
 }
 
 void CleanLineInto(std::string& out, std::string_view raw) {

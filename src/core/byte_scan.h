@@ -20,12 +20,13 @@ std::array<uint32_t, 4> CountBytes(std::string_view text, std::array<char, 4> by
 // (a pair astride the end of `text` is the caller's to settle).
 int64_t CountLineEnds(std::string_view text);
 
-// Marks the line ends of `text` in `words`, one bit a byte (bit i of words[i / 64]
-// for byte i), for (text.size() + 63) / 64 words; the bits past the text's end are 0.
-// A line end is a CR, or an LF that does not follow a CR: a CR LF pair is marked at
-// its CR. A pair astride the end of `text` is the caller's to settle (its LF would be
-// the first byte of the next text, and marked there).
-void MarkLineEnds(std::string_view text, uint64_t* words);
+// One pass over a block of input: cleans `text[0, n)` in place as CleanLine does, but
+// for the CR and LF bytes, which stay as they are, and lists the line ends in it, in
+// order, as offsets from `text` plus `base`: every CR, and every LF that does not
+// follow a CR. Returns how many it listed. The 64 bytes behind `text + n` must be
+// there and 0 (they are cleaned too, which leaves them 0), and `ends` must have room
+// for n + 4 entries.
+std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends);
 
 // In place: clears the high bit of every byte, then turns every control character
 // (below 32) into character 0. The same as LowAscii followed by RemCtrl with

@@ -1,43 +1,66 @@
-// Line splitting by a bit map of the line ends of each block, and cleaning on the way out.
+// Blocks cleaned in place with their line ends listed; lines shown where they lie.
 #include "core/clean_line_reader.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "core/byte_scan.h"
 #include "core/error.h"
 
 namespace zv {
 
 namespace {
 constexpr std::size_t kChunk = 1 << 18;  // a read
+constexpr std::size_t kPad = 64;         // zeros behind the bytes of a block, for the scan
+
+bool within(std::string_view text, const char* block, std::size_t capacity) {
+  return !text.empty() && text.data() >= block && text.data() < block + capacity + kPad;
+}
 }  // namespace
 
-CleanLineReader::CleanLineReader(const std::string& path) : path_(path), buf_(kChunk), ends_(kChunk / 64 + 1) {
+void CleanLineReader::reserve(std::unique_ptr<char[]>& block, std::size_t& capacity, std::size_t size) {
+  if (capacity >= size && block) return;
+  block.reset(new char[size + kPad]);
+  capacity = size;
+}
+
+CleanLineReader::CleanLineReader(const std::string& path) : path_(path) {
   fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd_ < 0) ThrowSystemError(errno, path);
 #ifdef POSIX_FADV_SEQUENTIAL
   ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
 #endif
+  reserve(block_, capacity_, kChunk);
 }
 
-CleanLineReader::CleanLineReader(std::string_view memory)
-    : buf_(memory.begin(), memory.end()), filled_(memory.size()), eof_(true) {
-  mark();
+CleanLineReader::CleanLineReader(std::string_view memory) : eof_(true) {
+  reserve(block_, capacity_, memory.size());
+  if (!memory.empty()) std::memcpy(block_.get(), memory.data(), memory.size());
+  filled_ = memory.size();
+  scan(0);
 }
 
 CleanLineReader::~CleanLineReader() {
   if (fd_ >= 0) ::close(fd_);
 }
 
-void CleanLineReader::mark() {
-  const std::size_t words = filled_ / 64 + 1;
-  if (ends_.size() < words) ends_.resize(words);
-  MarkLineEnds(std::string_view(buf_.data(), filled_), ends_.data());
-  // The word behind the last one marked (and the rest of a part-filled one) stays 0,
-  // so that a search for the next end stops at filled_.
-  if (filled_ % 64 == 0) ends_[filled_ / 64] = 0;
+void CleanLineReader::setPrevious(std::string_view before) {
+  before_.assign(before);
+  line_ = prev_ = before_;
+}
+
+void CleanLineReader::scan(std::size_t from) {
+  const std::size_t n = filled_ - from;
+  if (endsCapacity_ < n + 4) {
+    endsCapacity_ = std::max(n + 4, kChunk + 4);
+    ends_.reset(new std::size_t[endsCapacity_]);
+  }
+  std::memset(block_.get() + filled_, 0, kPad);
+  count_ = CleanAndListLineEnds(block_.get() + from, n, from, ends_.get());
+  k_ = 0;
 }
 
 void CleanLineReader::refill() {
@@ -45,49 +68,52 @@ void CleanLineReader::refill() {
     eof_ = true;
     return;
   }
-  // The unread part is a line begun and not ended: it goes to the front, and when it
-  // fills more than half the block (a long line), the block doubles.
+  // Every listed end was taken: what follows the last one is a line begun and not
+  // ended, which goes to the front of the other block. A CR that was the last byte
+  // read ended a line, and an LF at the start of the next read belongs to it.
   const std::size_t tail = filled_ - pos_;
-  if (tail != 0 && pos_ != 0) std::memmove(buf_.data(), buf_.data() + pos_, tail);
+  const bool crAtEnd = tail == 0 && filled_ > 0 && block_[filled_ - 1] == '\r';
+  // The line shown lies in this block, which stays as it is; but when no line ended
+  // in the last read, it lies in the other, about to be read over.
+  if (within(line_, other_.get(), otherCapacity_)) {
+    kept_.assign(line_);
+    line_ = kept_;
+  }
+  reserve(other_, otherCapacity_, std::max(kChunk, 2 * tail));
+  if (tail != 0) std::memcpy(other_.get(), block_.get() + pos_, tail);
+  std::swap(block_, other_);
+  std::swap(capacity_, otherCapacity_);
   pos_ = 0;
   filled_ = tail;
-  if (tail > buf_.size() / 2) buf_.resize(buf_.size() * 2);
-  for (;;) {
-    const ssize_t n = ::read(fd_, buf_.data() + filled_, buf_.size() - filled_);
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      ThrowSystemError(errno, path_);
-    }
-    if (n == 0) {
-      ::close(fd_);
-      fd_ = -1;
-      eof_ = true;
-    }
-    filled_ += static_cast<std::size_t>(n);
-    break;
+  ssize_t n = 0;
+  do {
+    n = ::read(fd_, block_.get() + filled_, capacity_ - filled_);
+  } while (n < 0 && errno == EINTR);
+  if (n < 0) ThrowSystemError(errno, path_);
+  if (n == 0) {
+    ::close(fd_);
+    fd_ = -1;
+    eof_ = true;
+    count_ = k_ = 0;
+    return;
   }
-  mark();
+  std::size_t from = filled_;
+  filled_ += static_cast<std::size_t>(n);
+  if (crAtEnd && block_[from] == '\n') pos_ = ++from;
+  scan(from);
 }
 
-bool CleanLineReader::readLineSlow(std::string& line) {
+bool CleanLineReader::nextSlow() {
   for (;;) {
-    // The next marked end at or after pos_, in the bytes there are.
-    std::size_t word = pos_ >> 6;
-    uint64_t bits = ends_[word] & (~uint64_t{0} << (pos_ & 63));
-    const std::size_t lastWord = filled_ >> 6;
-    while (bits == 0 && word < lastWord) bits = ends_[++word];
-    if (bits != 0) {
-      const std::size_t end = (word << 6) + static_cast<std::size_t>(__builtin_ctzll(bits));
-      // A CR as the last byte read waits for the next read, which may begin with its LF.
-      if (buf_[end] == '\n' || end + 1 < filled_ || eof_) {
-        take(line, end);
-        return true;
-      }
+    if (k_ < count_) {
+      take();
+      return true;
     }
     if (eof_) {
-      if (pos_ == filled_) return false;
+      if (pos_ >= filled_) return false;
       // A last line without a line end.
-      CleanLineInto(line, std::string_view(buf_.data() + pos_, filled_ - pos_));
+      prev_ = line_;
+      line_ = std::string_view(block_.get() + pos_, filled_ - pos_);
       pos_ = filled_;
       return true;
     }

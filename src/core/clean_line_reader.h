@@ -1,24 +1,23 @@
-// The lines of a capture as a filter takes them: split, then cleaned.
+// The lines of a capture as a filter takes them: split, then cleaned, shown in place.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
-
-#include "core/byte_scan.h"
 
 namespace zv {
 
 // Splits bytes into lines exactly as LineReader does (CR LF, a lone LF or a lone CR
-// ends a line; a last line without an end is a line), and hands each line out
-// cleaned: the high bit of every byte cleared, then every control character turned
-// into character 0 (LowAscii, then RemCtrl with character 0).
+// ends a line; a last line without an end is a line) and shows each line cleaned: the
+// high bit of every byte cleared, then every control character turned into character
+// 0 (LowAscii, then RemCtrl with character 0).
 //
-// The line ends of each block read are marked in one pass over the block, sixty-four
-// bytes at a time, so that taking a line is finding the next marked bit and copying
-// the line out cleaned; no line is looked at twice for its end.
+// Each block read is cleaned in place and its line ends listed in one pass, sixteen
+// bytes at a time, so that taking a line is reading the next entry of the list: no
+// line is copied, and none is looked at again for its end. Two blocks take turns, so
+// that the line before the current one stays where it is when the next block is read.
 class CleanLineReader {
  public:
   // Reads the file `path`; throws ZvError if it cannot be opened.
@@ -29,42 +28,56 @@ class CleanLineReader {
   CleanLineReader(const CleanLineReader&) = delete;
   CleanLineReader& operator=(const CleanLineReader&) = delete;
 
-  // The next line, cleaned, into `line` (its old text replaced); false at the end of
-  // input. Read errors throw ZvError.
-  bool readLine(std::string& line) {
-    // The usual case, inline: the line's end and the byte behind it are in the block.
-    const std::size_t word = pos_ >> 6;
-    const uint64_t bits = ends_[word] & (~uint64_t{0} << (pos_ & 63));
-    if (bits != 0) {
-      const std::size_t end = (word << 6) + static_cast<std::size_t>(__builtin_ctzll(bits));
-      if (end + 1 < filled_) {
-        take(line, end);
-        return true;
-      }
+  // What previous() shows before the first line is read (copied): empty by default.
+  void setPrevious(std::string_view before);
+
+  // Moves to the next line; false at the end of input. Read errors throw ZvError.
+  bool next() {
+    if (k_ < count_) [[likely]] {
+      take();
+      return true;
     }
-    return readLineSlow(line);
+    return nextSlow();
   }
+  // The line next() moved to, cleaned; valid until the next call of next().
+  std::string_view line() const noexcept { return line_; }
+  // The line before it (after the first next(), setPrevious's text); valid as long.
+  std::string_view previous() const noexcept { return prev_; }
 
  private:
-  // The line from pos_ to `end` into `line`; pos_ moves past its line end.
-  void take(std::string& line, std::size_t end) {
-    const char* b = buf_.data();
-    CleanLineInto(line, std::string_view(b + pos_, end - pos_));
-    pos_ = end + 1 + (b[end] == '\r' && end + 1 < filled_ && b[end + 1] == '\n' ? 1 : 0);
+  // The next listed line: its end is the entry, and it is followed by a CR LF pair's
+  // LF or by the next line.
+  void take() {
+    const char* b = block_.get();
+    const std::size_t end = ends_[k_++];
+    prev_ = line_;
+    line_ = std::string_view(b + pos_, end - pos_);
+    pos_ = end + 1 + (b[end] == '\r' && b[end + 1] == '\n' ? 1 : 0);
   }
-  bool readLineSlow(std::string& line);
-  // The unread bytes moved to the front and more read behind them; eof_ at the end.
+  bool nextSlow();
+  // The line begun and not ended moves to the front of the other block, and more is
+  // read behind it; eof_ at the end of input.
   void refill();
-  // Marks the line ends of buf_[0, filled_) and clears the words behind them.
-  void mark();
+  // Cleans block_[from, filled_) in place and lists its line ends.
+  void scan(std::size_t from);
+  // Makes the block hold at least `size` bytes (and its padding), keeping none of them.
+  static void reserve(std::unique_ptr<char[]>& block, std::size_t& capacity, std::size_t size);
 
   int fd_ = -1;
   std::string path_;
-  std::vector<char> buf_;       // the block; its size is the most it holds
-  std::vector<uint64_t> ends_;  // a bit for each line end in buf_[0, filled_)
-  std::size_t pos_ = 0;         // the start of the next line
-  std::size_t filled_ = 0;      // bytes in buf_
-  bool eof_ = false;            // nothing more to read behind buf_
+  std::unique_ptr<char[]> block_, other_;  // the block read, and the one before it
+  std::size_t capacity_ = 0, otherCapacity_ = 0;
+  std::unique_ptr<std::size_t[]> ends_;  // line ends in block_, in order
+  std::size_t endsCapacity_ = 0;
+  std::size_t count_ = 0;   // entries of ends_
+  std::size_t k_ = 0;       // the next entry to take
+  std::size_t pos_ = 0;     // the start of the next line
+  std::size_t filled_ = 0;  // bytes in block_
+  bool eof_ = false;        // nothing more to read behind block_
+  bool skipLf_ = false;     // the last block ended in a CR: an LF at the start of the next belongs to it
+  std::string_view line_, prev_;
+  std::string before_;  // setPrevious's text
+  std::string kept_;    // a line whose block was read over (behind a line longer than a block)
 };
 
 }  // namespace zv

@@ -23,7 +23,7 @@ void FilterFrame::openRecord(const Opening& opening) {
 bool LineFilter::foundRecords(const FilterFrame& frame) const { return frame.job.glRecNum > 0; }
 
 void LineFilter::atEndOfInput(FilterFrame& frame) {
-  if (frame.iInRecord == -1) frame.writeText(frame.job.gsLine);
+  if (frame.iInRecord == -1) frame.writeText(frame.gsLine);
 }
 
 Message LineFilter::zeroRecordsMessage() const {
@@ -52,6 +52,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     // throws away (a filter that makes no such .PRO leaves it alone).
     if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<CleanLineReader>(job.gsInFile);
+    frame.in_->setPrevious(job.gsPrevLine);
     if (info.makesPro) {
       frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
     }
@@ -72,19 +73,25 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     if (frameJob.interrupted()) return JobOutcome::Interrupted;
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
-    // Each line is cleaned straight from the reader's buffer into gsLine (LowAscii,
-    // then RemCtrl with character 0), whose buffer held the line before last; at the
-    // end of a pass gsPrevLine takes gsLine's.
-    while (frame.in_->readLine(job.gsLine)) {
+    // The reader shows each line cleaned (LowAscii, then RemCtrl with character 0) in
+    // its block, and the line before it where it stood.
+    CleanLineReader& in = *frame.in_;
+    while (in.next()) {
+      frame.gsLine = in.line();
+      frame.gsPrevLine = in.previous();
       filter.afterCleaning(frame);
       Count32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
-      job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine
       if (frameJob.interrupted()) return JobOutcome::Interrupted;
     }
+    // The last line, as what follows the loop expects: in gsPrevLine, as the last
+    // pass left it, and in gsLine.
+    job.gsPrevLine.assign(in.line());
+    job.gsLine = job.gsPrevLine;
+    frame.gsLine = job.gsLine;
+    frame.gsPrevLine = job.gsPrevLine;
     frame.in_.reset();
-    job.gsLine = job.gsPrevLine;  // the last line, as what follows the loop expects
     result.lines = frame.lInLine;
     frameJob.finish(result);
 

@@ -37,7 +37,7 @@ class LineFilter {
   virtual void begin(FilterFrame& /*frame*/) {}
   // Right after the line was read and cleaned, before the odometer moves.
   virtual void afterCleaning(FilterFrame& /*frame*/) {}
-  // The filter's tests on job.gsLine and what it writes for them.
+  // The filter's tests on gsLine and what it writes for them.
   virtual void onLine(FilterFrame& frame) = 0;
   // Whether anything was recognized: by default glRecNum above 0.
   virtual bool foundRecords(const FilterFrame& frame) const;
@@ -66,13 +66,25 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
 class FilterFrame {
  public:
   FilterFrame(Job& runningJob, const FilterInfo& filterInfo)
-      : frame(runningJob), job(runningJob.state), progress(runningJob.progress), info(filterInfo) {}
+      : frame(runningJob),
+        job(runningJob.state),
+        progress(runningJob.progress),
+        info(filterInfo),
+        gsLine(job.gsLine),
+        gsPrevLine(job.gsPrevLine) {}
 
   Job& frame;
   JobState& job;
   JobProgress& progress;
   const FilterInfo& info;
   RecordFileWriter pro;  // gsProFile and gsIndexFile
+
+  // The line being processed and the line before it, cleaned, as views into the
+  // capture's read blocks: valid for the pass. Before the first line they show the
+  // job's gsLine and gsPrevLine; after the last, both show the last line, which the
+  // job's gsLine and gsPrevLine then hold.
+  std::string_view gsLine;
+  std::string_view gsPrevLine;
 
   // The locals every filter has, under their usual names.
   int32_t lInLine = 0;        // input lines read
@@ -120,7 +132,7 @@ class FilterFrame {
   friend JobResult RunLineFilter(JobState&, JobProgress&, const FilterInput&, const FilterInfo&, LineFilter&);
 
   int64_t countedLength() const {
-    return static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : job.gsLine.size());
+    return static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : gsLine.size());
   }
 
   std::unique_ptr<CleanLineReader> in_;

@@ -17,11 +17,11 @@ class AdHoc final : public LineFilter {
   void begin(FilterFrame& f) override {
     // This filter never sets gsPrevLine: what stood there when the job began decides
     // for the whole job whether empty lines are written.
-    prevLineEmpty_ = f.job.gsPrevLine.empty();
+    prevLineEmpty_ = f.gsPrevLine.empty();
   }
 
   void onLine(FilterFrame& f) override {
-    const sv line = f.job.gsLine;
+    const sv line = f.gsLine;
     // The start line equals the marker exactly: same length, same case, no trimming.
     if (line == p_.sBeginMarker)
       f.openRecord({.blanksBefore = f.job.glRecNum > 0 ? 1 : 0, .blankAfter = true, .flagForPass = false});

@@ -56,7 +56,7 @@ class Brs final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
 
     if (isStartLine(line)) {
       f.openRecord({.blanksBefore = job.glRecNum > 0 ? 1 : 0});  // the separator after the first

@@ -80,7 +80,7 @@ class DataStar final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
 
     if (const StartRow* row = startRow(line); row && isStartLine(line, *row)) {
       // The 14-column line keeps the blank that number-to-text puts before a

@@ -36,7 +36,7 @@ class Dialmail final : public LineFilter {
   void afterCleaning(FilterFrame& f) override { f.iJustLabelled = 0; }
 
   void onLine(FilterFrame& f) override {
-    const DialogLine l(f.job.gsLine);
+    const DialogLine l(f.gsLine);
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);

@@ -21,8 +21,7 @@ class DialogAll final : public LineFilter {
   }
 
   void onLine(FilterFrame& f) override {
-    JobState& job = f.job;
-    const DialogLine l(job.gsLine);
+    const DialogLine l(f.gsLine);
     const sv line = l.text;
 
     // Steps 2 to 6: the begin, sets and logoff blocks of the .FSC.
@@ -31,12 +30,12 @@ class DialogAll final : public LineFilter {
     // Steps 7 and 8: a label starts a record under "Record - N".
     if (TestDialogLabel(l).test == LabelTest::Label) {
       iSinceLabel = 0;
-      f.openRecord({.blanksBefore = job.gsPrevLine.empty() ? 0 : (sBeforePrevEmpty ? 1 : 2)});
+      f.openRecord({.blanksBefore = f.gsPrevLine.empty() ? 0 : (sBeforePrevEmpty ? 1 : 2)});
     }
 
     // Step 9: the end of a record.
     if (DialogEndsRecord(line)) {
-      if (f.iInRecord == -1 && job.gsPrevLine.size() > 1) f.writeBlank();
+      if (f.iInRecord == -1 && f.gsPrevLine.size() > 1) f.writeBlank();
       f.iInRecord = 0;
     }
 
@@ -46,7 +45,7 @@ class DialogAll final : public LineFilter {
         f.iJustLabelled = 0;
       } else if (iSinceLabel == 1) {
         if (!line.empty()) f.writeText(line);
-      } else if (!(line.empty() && job.gsPrevLine.empty())) {
+      } else if (!(line.empty() && f.gsPrevLine.empty())) {
         f.writeText(line);
       }
     }
@@ -55,7 +54,7 @@ class DialogAll final : public LineFilter {
     fsc.afterRecord(f, l);
 
     // Step 12: the frame moves gsLine to gsPrevLine after this.
-    sBeforePrevEmpty = job.gsPrevLine.empty();
+    sBeforePrevEmpty = f.gsPrevLine.empty();
   }
 
   int16_t fscLines() const override { return fsc.iFscLines; }

@@ -23,7 +23,7 @@ class DialogPik final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const DialogLine l(job.gsLine);
+    const DialogLine l(f.gsLine);
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);
@@ -50,7 +50,7 @@ class DialogPik final : public LineFilter {
         }
       }
       if (f.iInRecord == -1) {
-        if (!job.gsPrevLine.empty()) {
+        if (!f.gsPrevLine.empty()) {
           f.writeBlank();
           if (!sBeforePrevEmpty) f.writeBlank();
         }
@@ -63,7 +63,7 @@ class DialogPik final : public LineFilter {
     }
 
     if (DialogEndsRecord(line)) {
-      if (f.iInRecord == -1 && job.gsPrevLine.size() > 1) f.writeBlank();
+      if (f.iInRecord == -1 && f.gsPrevLine.size() > 1) f.writeBlank();
       f.iInRecord = 0;
     }
 
@@ -72,19 +72,19 @@ class DialogPik final : public LineFilter {
         f.iJustLabelled = 0;
       } else if (iSinceLabel == 1) {
         if (!line.empty()) write(f, line);
-      } else if (!(line.empty() && job.gsPrevLine.empty())) {
+      } else if (!(line.empty() && f.gsPrevLine.empty())) {
         write(f, line);
       }
     }
 
     fsc.afterRecord(f, l);
-    sBeforePrevEmpty = job.gsPrevLine.empty();
+    sBeforePrevEmpty = f.gsPrevLine.empty();
   }
 
   bool foundRecords(const FilterFrame&) const override { return lKept > 0; }
 
   void atEndOfInput(FilterFrame& f) override {
-    if (f.iInRecord == -1) write(f, f.job.gsLine);
+    if (f.iInRecord == -1) write(f, f.gsLine);
     f.writeBlank();  // this filter's own closing blank line
     // The kept records number the labels and the index: from here on the frame,
     // which closes the index at record glRecNum, and the result count them.
@@ -104,7 +104,7 @@ class DialogPik final : public LineFilter {
   void write(FilterFrame& f, sv text) {
     const bool labelled = f.iJustLabelled == -1;
     f.pro.writeText(text, lKept, labelled,
-                    static_cast<int64_t>(labelled ? f.sLabel.size() : f.job.gsLine.size()));
+                    static_cast<int64_t>(labelled ? f.sLabel.size() : f.gsLine.size()));
   }
 
   const std::array<std::string, kMaxTypes>& sType;

@@ -50,7 +50,7 @@ class DialogSep final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const DialogLine l(job.gsLine);
+    const DialogLine l(f.gsLine);
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);
@@ -74,7 +74,7 @@ class DialogSep final : public LineFilter {
       }
       if (iCurType != 0) {
         SepFile& out = current();
-        if (!job.gsPrevLine.empty()) {
+        if (!f.gsPrevLine.empty()) {
           out.writer.writeBlank();
           if (!sBeforePrevEmpty) out.writer.writeBlank();
         }
@@ -88,7 +88,7 @@ class DialogSep final : public LineFilter {
     }
 
     if (DialogEndsRecord(line)) {
-      if (f.iInRecord == -1 && job.gsPrevLine.size() > 1 && iCurType != 0) current().writer.writeBlank();
+      if (f.iInRecord == -1 && f.gsPrevLine.size() > 1 && iCurType != 0) current().writer.writeBlank();
       f.iInRecord = 0;
       iCurType = 0;
     }
@@ -99,14 +99,14 @@ class DialogSep final : public LineFilter {
       } else if (iCurType != 0) {
         if (iSinceLabel == 1) {
           if (!line.empty()) write(f, line);
-        } else if (!(line.empty() && job.gsPrevLine.empty())) {
+        } else if (!(line.empty() && f.gsPrevLine.empty())) {
           write(f, line);
         }
       }
     }
 
     fsc.afterRecord(f, l);
-    sBeforePrevEmpty = job.gsPrevLine.empty();
+    sBeforePrevEmpty = f.gsPrevLine.empty();
   }
 
   bool foundRecords(const FilterFrame&) const override { return lKeptAll > 0; }
@@ -121,7 +121,7 @@ class DialogSep final : public LineFilter {
         KillIfExists(name);
       }
     }
-    if (f.iInRecord == -1 && iCurType != 0) write(f, f.job.gsLine);
+    if (f.iInRecord == -1 && iCurType != 0) write(f, f.gsLine);
     // Only a file of more than one record is closed by FinishIndex: the single record
     // of a file keeps the end line and length its index entry got when it was made.
     int32_t written = 0;
@@ -159,7 +159,7 @@ class DialogSep final : public LineFilter {
   // A text line of the current record, counted at gsLine's length.
   void write(FilterFrame& f, sv text) {
     SepFile& out = current();
-    out.writer.writeText(text, out.lSepCount, false, static_cast<int64_t>(f.job.gsLine.size()));
+    out.writer.writeText(text, out.lSepCount, false, static_cast<int64_t>(f.gsLine.size()));
   }
 
   const std::vector<SepOutput>& outputs_;

@@ -42,8 +42,7 @@ bool holdsMarker(sv line) {
 class Djnr final : public LineFilter {
  public:
   void onLine(FilterFrame& f) override {
-    JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
     // Which searches can find anything: both markers and every notice that is searched
     // for hold an "E", and most body lines hold no "*" and no capital P.
     const auto [capitalEs, stars, capitalPs, dots] = CountBytes(line, {'E', '*', 'P', '.'});

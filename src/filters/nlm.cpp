@@ -53,8 +53,7 @@ bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capital
 class Nlm final : public LineFilter {
  public:
   void onLine(FilterFrame& f) override {
-    JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
     // Cleared at the top of every pass, and so still set after the loop when the last
     // line was a number line: the end-of-input copy of that line is then counted in
     // lOutBytes with the label's length.

@@ -31,7 +31,7 @@ class Ovid final : public LineFilter {
  public:
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
     f.iJustLabelled = 0;
     const sv trimmed = TrimBlanks(line);
 
@@ -60,7 +60,7 @@ class Ovid final : public LineFilter {
   // and counted 9 bytes short like every body line.
   void atEndOfInput(FilterFrame& f) override {
     if (f.iInRecord == -1) {
-      const sv line = f.job.gsLine;
+      const sv line = f.gsLine;
       f.writeText(line, static_cast<int64_t>(line.size()) - static_cast<int64_t>(kMargin));
     }
   }

@@ -64,8 +64,7 @@ class StnFamily final : public LineFilter {
   explicit StnFamily(bool answerAndReferenceLines) : answerAndReference_(answerAndReferenceLines) {}
 
   void onLine(FilterFrame& f) override {
-    JobState& job = f.job;
-    const sv line = job.gsLine;
+    const sv line = f.gsLine;
     // Every text the tests look for inside a line holds an "O", but for " ANSWER ",
     // which holds a "W"; most lines hold neither, and one scan each rules them out.
     const bool mayHoldO = line.find('O') != sv::npos;
@@ -88,7 +87,7 @@ class StnFamily final : public LineFilter {
     if (f.iInRecord == -1) {
       if (f.iJustLabelled == -1)
         f.iJustLabelled = 0;  // the start line itself is not copied
-      else if (iSkipLine == 0 && !(isBlankLine(line) && isBlankLine(job.gsPrevLine)))
+      else if (iSkipLine == 0 && !(isBlankLine(line) && isBlankLine(f.gsPrevLine)))
         f.writeText(line);  // a blank line too: one of each run of them is kept
     }
     prevBiblio_ = biblio;

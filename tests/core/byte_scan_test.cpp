@@ -48,13 +48,21 @@ TEST(ByteScan, AgreesWithPlainLoops) {
       ends += s[i] == '\n' || (s[i] == '\r' && (i + 1 == s.size() || s[i + 1] != '\n'));
     EXPECT_EQ(CountLineEnds(s), ends) << s.size();
 
-    std::vector<uint64_t> words((s.size() + 63) / 64, ~uint64_t{0});
-    MarkLineEnds(s, words.data());
-    for (std::size_t i = 0; i < words.size() * 64; ++i) {
-      const bool marked = (words[i / 64] >> (i % 64)) & 1;
-      const bool isEnd = i < s.size() && (s[i] == '\r' || (s[i] == '\n' && (i == 0 || s[i - 1] != '\r')));
-      EXPECT_EQ(marked, isEnd) << s.size() << " at " << i;
+    // Cleaned in place with CR and LF kept, and the line ends listed.
+    std::string block = s + std::string(64, '\0');
+    std::vector<std::size_t> listed(s.size() + 4);
+    listed.resize(CleanAndListLineEnds(block.data(), s.size(), 100, listed.data()));
+    std::vector<std::size_t> lineEnds;
+    std::string kept = s;
+    for (std::size_t i = 0; i < s.size(); ++i) {
+      if (s[i] == '\r' || (s[i] == '\n' && (i == 0 || s[i - 1] != '\r'))) lineEnds.push_back(100 + i);
+      if (s[i] != '\r' && s[i] != '\n') {
+        const auto c = static_cast<unsigned char>(s[i] & 0x7f);
+        kept[i] = static_cast<char>(c < 32 ? 0 : c);
+      }
     }
+    EXPECT_EQ(listed, lineEnds) << s.size();
+    EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();
 
     std::string cleaned = s, reference = s;
     CleanLine(cleaned);

@@ -16,10 +16,15 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+// The lines read, each checked against the line before it, which stays in view.
 Lines cleanLinesOf(CleanLineReader& r) {
   Lines out;
-  std::string line = "an older, longer line than the ones read";
-  while (r.readLine(line)) out.push_back(line);
+  r.setPrevious("before the first");
+  while (r.next()) {
+    EXPECT_EQ(r.previous(), out.empty() ? std::string("before the first") : out.back()) << out.size();
+    out.emplace_back(r.line());
+  }
+  EXPECT_EQ(r.line(), out.empty() ? std::string("before the first") : out.back());
   return out;
 }
 

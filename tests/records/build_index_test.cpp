@@ -25,12 +25,12 @@ using test::WriteFile;
 class CopyFilter : public LineFilter {
  public:
   void onLine(FilterFrame& f) override {
-    if (f.job.gsLine.starts_with("Record - ")) {
+    if (f.gsLine.starts_with("Record - ")) {
       f.openRecord({.blankAfter = false, .flagForPass = false});
-    } else if (f.job.gsLine.empty()) {
+    } else if (f.gsLine.empty()) {
       f.writeBlank();
     } else {
-      f.writeText(f.job.gsLine);
+      f.writeText(f.gsLine);
     }
   }
   // A copy has no record left open at the end: nothing is repeated.
