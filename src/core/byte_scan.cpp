@@ -109,6 +109,15 @@ void storeTail(char* p, Bytes16 v, std::size_t t) {
   }
 }
 
+// Set bits of a word, without the library call the compiler makes for it when the
+// processor may lack an instruction of its own.
+std::size_t popCount(uint64_t v) {
+  v = v - ((v >> 1) & 0x5555555555555555ULL);
+  v = (v & 0x3333333333333333ULL) + ((v >> 2) & 0x3333333333333333ULL);
+  v = (v + (v >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+  return static_cast<std::size_t>((v * 0x0101010101010101ULL) >> 56);
+}
+
 // Sum of the lanes of a per-lane count whose every half sums to at most 255: a
 // multiplication adds the eight bytes of each half into its top byte.
 uint32_t laneSum(Bytes16 v) {
@@ -237,7 +246,7 @@ std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, st
     uint64_t bits = cr | (lf & ~((cr << 1) | carry));
     carry = cr >> 63;
     const std::size_t from = base + at;
-    const auto found = static_cast<std::size_t>(__builtin_popcountll(bits));
+    const std::size_t found = popCount(bits);
     std::size_t* out = ends + count;
     for (int k = 0; k < 4; ++k) {
       out[k] = from + static_cast<std::size_t>(bits ? __builtin_ctzll(bits) : 0);

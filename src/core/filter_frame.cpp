@@ -32,6 +32,11 @@ Message LineFilter::zeroRecordsMessage() const {
 
 JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
                            LineFilter& filter) {
+  return RunLineFilter(job, progress, input, info, filter, &RunLines<LineFilter>);
+}
+
+JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
+                           LineFilter& filter, LineLoop loop) {
   job.outDir = input.outDir;
   auto body = [&](Job& frameJob, JobResult& result) -> JobOutcome {
     Message refusal;
@@ -75,19 +80,10 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
 
     // The reader shows each line cleaned (LowAscii, then RemCtrl with character 0) in
     // its block, and the line before it where it stood.
-    CleanLineReader& in = *frame.in_;
-    while (in.next()) {
-      frame.gsLine = in.line();
-      frame.gsPrevLine = in.previous();
-      filter.afterCleaning(frame);
-      Count32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
-      progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
-      filter.onLine(frame);
-      if (frameJob.interrupted()) return JobOutcome::Interrupted;
-    }
+    if (!loop(frame, filter)) return JobOutcome::Interrupted;
     // The last line, as what follows the loop expects: in gsPrevLine, as the last
     // pass left it, and in gsLine.
-    job.gsPrevLine.assign(in.line());
+    job.gsPrevLine.assign(frame.in_->line());
     job.gsLine = job.gsPrevLine;
     frame.gsLine = job.gsLine;
     frame.gsPrevLine = job.gsPrevLine;

@@ -1,6 +1,7 @@
 // The frame every line filter runs in: the capture, the outputs, the loop, the ways out.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -61,6 +62,14 @@ class LineFilter {
 // anything) the .FSC, as the job named them.
 JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
                            LineFilter& filter);
+
+class FilterFrame;
+// The line loop: false when the user interrupted. The frame runs the one made for the
+// filter's own class (see RunLineFilter below), whose calls of afterCleaning and
+// onLine are then direct, and inline where the class is final.
+using LineLoop = bool (*)(FilterFrame& frame, LineFilter& filter);
+JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
+                           LineFilter& filter, LineLoop loop);
 
 // What the filters see of the frame while their loop runs.
 class FilterFrame {
@@ -129,7 +138,10 @@ class FilterFrame {
   void fscBlank() { fsc_.blank(); }
 
  private:
-  friend JobResult RunLineFilter(JobState&, JobProgress&, const FilterInput&, const FilterInfo&, LineFilter&);
+  friend JobResult RunLineFilter(JobState&, JobProgress&, const FilterInput&, const FilterInfo&, LineFilter&,
+                                 LineLoop);
+  template <class Filter>
+  friend bool RunLines(FilterFrame& frame, LineFilter& filter);
 
   int64_t countedLength() const {
     return static_cast<int64_t>(iJustLabelled == -1 ? sLabel.size() : gsLine.size());
@@ -138,5 +150,32 @@ class FilterFrame {
   std::unique_ptr<CleanLineReader> in_;
   TextOut fsc_;
 };
+
+// Each line: shown to the filter after its cleaning, counted, reported to the
+// observer (the yield), handed to the filter, and then the interrupt looked at.
+template <class Filter>
+bool RunLines(FilterFrame& frame, LineFilter& base) {
+  Filter& filter = static_cast<Filter&>(base);
+  CleanLineReader& in = *frame.in_;
+  const int32_t& total = frame.job.glLineCount;
+  while (in.next()) {
+    frame.gsLine = in.line();
+    frame.gsPrevLine = in.previous();
+    filter.afterCleaning(frame);
+    Count32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
+    frame.progress.lineDone(frame.lInLine, total);
+    filter.onLine(frame);
+    if (frame.frame.interrupted()) return false;
+  }
+  return true;
+}
+
+// The same as the first RunLineFilter, with the loop made for the filter's class.
+template <class Filter>
+  requires std::derived_from<Filter, LineFilter>
+JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput& input, const FilterInfo& info,
+                           Filter& filter) {
+  return RunLineFilter(job, progress, input, info, filter, &RunLines<Filter>);
+}
 
 }  // namespace zv
