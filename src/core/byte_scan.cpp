@@ -220,19 +220,42 @@ Bytes16 cleanBlock(Bytes16 v) {
   return v & reinterpret_cast<Bytes16>(v >= splat(' '));
 }
 
-std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends) {
-  // Sixty-four bytes to a word of line-end bits, in four blocks; `carry` is a CR in
-  // the last byte of the word before, whose LF in the first byte of this one ends
-  // nothing. The words' set bits go to `ends` four at a time without a test of how
-  // many there are (a missing one writes a stray entry that the next overwrites);
-  // a word of more than four line ends (a run of empty lines) loops for the rest.
+namespace {
+
+// The offsets of the set bits of `bits` to `out` (the word's first byte at `from`):
+// `fixed` entries written whether there are so many set bits or not (a missing one
+// writes a stray entry that the next word overwrites), a loop for the rest. Returns
+// how many there were.
+template <int fixed>
+std::size_t listBits(uint64_t bits, std::size_t from, std::size_t* out) {
+  const std::size_t found = popCount(bits);
+  for (int k = 0; k < fixed; ++k) {
+    out[k] = from + static_cast<std::size_t>(bits ? __builtin_ctzll(bits) : 0);
+    bits &= bits - 1;
+  }
+  for (std::size_t k = fixed; k < found; ++k) {
+    out[k] = from + static_cast<std::size_t>(__builtin_ctzll(bits));
+    bits &= bits - 1;
+  }
+  return found;
+}
+
+// Sixty-four bytes to a word of line-end bits, in four blocks; `carry` is a CR in the
+// last byte of the word before, whose LF in the first byte of this one ends nothing.
+// A word holds a line end or two, more in a run of empty lines; a marked byte is rarer.
+template <bool withMarks>
+ScanCounts cleanAndList(char* text, std::size_t n, std::size_t base, std::size_t* ends, std::string_view marked,
+                        std::size_t* marks) {
   constexpr std::size_t kWord = 64;
   const Bytes16 crs = splat('\r');
   const Bytes16 lfs = splat('\n');
-  std::size_t count = 0;
+  Bytes16 m[4] = {};
+  if constexpr (withMarks)
+    for (std::size_t k = 0; k < 4; ++k) m[k] = splat(marked[k < marked.size() ? k : 0]);
+  ScanCounts counts;
   uint64_t carry = 0;
   for (std::size_t at = 0; at < n; at += kWord) {
-    uint64_t cr = 0, lf = 0;
+    uint64_t cr = 0, lf = 0, hits = 0;
     for (std::size_t b = 0; b < kWord / kWidth; ++b) {
       char* p = text + at + b * kWidth;
       const Bytes16 v = load(p);
@@ -242,23 +265,64 @@ std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, st
       lf |= static_cast<uint64_t>(laneBits(isLf)) << (b * kWidth);
       const Bytes16 cleaned = cleanBlock(v) | (v & reinterpret_cast<Bytes16>(isCr | isLf));
       std::memcpy(p, &cleaned, kWidth);
+      if constexpr (withMarks) {
+        const Mask16 hit = (cleaned == m[0]) | (cleaned == m[1]) | (cleaned == m[2]) | (cleaned == m[3]);
+        hits |= static_cast<uint64_t>(laneBits(hit)) << (b * kWidth);
+      }
     }
-    uint64_t bits = cr | (lf & ~((cr << 1) | carry));
+    const uint64_t bits = cr | (lf & ~((cr << 1) | carry));
     carry = cr >> 63;
-    const std::size_t from = base + at;
-    const std::size_t found = popCount(bits);
-    std::size_t* out = ends + count;
-    for (int k = 0; k < 4; ++k) {
-      out[k] = from + static_cast<std::size_t>(bits ? __builtin_ctzll(bits) : 0);
-      bits &= bits - 1;
-    }
-    for (std::size_t k = 4; k < found; ++k) {
-      out[k] = from + static_cast<std::size_t>(__builtin_ctzll(bits));
-      bits &= bits - 1;
-    }
-    count += found;
+    counts.ends += listBits<4>(bits, base + at, ends + counts.ends);
+    if constexpr (withMarks)
+      if (hits) counts.marks += listBits<1>(hits, base + at, marks + counts.marks);
   }
-  return count;
+  return counts;
+}
+
+}  // namespace
+
+ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
+                                std::string_view marked, std::size_t* marks) {
+  return marked.empty() ? cleanAndList<false>(text, n, base, ends, marked, marks)
+                        : cleanAndList<true>(text, n, base, ends, marked, marks);
+}
+
+bool HoldsText(std::string_view text, std::string_view part) {
+  const std::size_t n = text.size();
+  const std::size_t m = part.size();
+  if (m == 0) return true;
+  if (m > n) return false;
+  const char* p = text.data();
+  if (m == 1) return std::memchr(p, part[0], n) != nullptr;
+  const Bytes16 first = splat(part[0]);
+  const Bytes16 last = splat(part[m - 1]);
+  // The places a match may begin: 0 to n - m.
+  const std::size_t places = n - m + 1;
+  const auto matchesAt = [&](std::size_t at, uint32_t candidates) {
+    for (; candidates != 0; candidates &= candidates - 1) {
+      const std::size_t k = at + static_cast<std::size_t>(__builtin_ctz(candidates));
+      if (std::memcmp(p + k + 1, part.data() + 1, m - 2) == 0) return true;
+    }
+    return false;
+  };
+  if (places < kWidth) {
+    // Fewer places than a block: the first and last characters of each, loaded
+    // without reading past the text, and only the lanes that are places.
+    const Bytes16 heads = loadTail(p, places);
+    const Bytes16 tails = loadTail(p + m - 1, places);
+    const uint32_t candidates = laneBits((heads == first) & (tails == last)) & ((1u << places) - 1);
+    return matchesAt(0, candidates);
+  }
+  std::size_t at = 0;
+  for (; at + kWidth <= places; at += kWidth) {
+    const uint32_t candidates = laneBits((load(p + at) == first) & (load(p + at + m - 1) == last));
+    if (candidates != 0 && matchesAt(at, candidates)) return true;
+  }
+  if (at == places) return false;
+  // The last places, as a block that ends with the last place (it overlaps places
+  // already tried, which cannot have matched).
+  at = places - kWidth;
+  return matchesAt(at, laneBits((load(p + at) == first) & (load(p + at + m - 1) == last)));
 }
 
 void CleanLineInto(std::string& out, std::string_view raw) {
@@ -302,17 +366,21 @@ void CleanLine(std::string& text) {
 
 #else
 
-std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends) {
-  std::size_t count = 0;
+ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
+                                std::string_view marked, std::size_t* marks) {
+  ScanCounts counts;
   for (std::size_t i = 0; i < n; ++i) {
     const char c = text[i];
-    if (c == '\r' || (c == '\n' && !(i > 0 && text[i - 1] == '\r'))) ends[count++] = base + i;
+    if (c == '\r' || (c == '\n' && !(i > 0 && text[i - 1] == '\r'))) ends[counts.ends++] = base + i;
     if (c == '\r' || c == '\n') continue;
     const auto low = static_cast<unsigned char>(c & 0x7f);
     text[i] = static_cast<char>(low < 32 ? 0 : low);
+    if (!marked.empty() && marked.find(text[i]) != std::string_view::npos) marks[counts.marks++] = base + i;
   }
-  return count;
+  return counts;
 }
+
+bool HoldsText(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
 void CleanLineInto(std::string& out, std::string_view raw) {
   out.assign(raw);

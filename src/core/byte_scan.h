@@ -23,10 +23,23 @@ int64_t CountLineEnds(std::string_view text);
 // One pass over a block of input: cleans `text[0, n)` in place as CleanLine does, but
 // for the CR and LF bytes, which stay as they are, and lists the line ends in it, in
 // order, as offsets from `text` plus `base`: every CR, and every LF that does not
-// follow a CR. Returns how many it listed. The 64 bytes behind `text + n` must be
-// there and 0 (they are cleaned too, which leaves them 0), and `ends` must have room
-// for n + 4 entries.
-std::size_t CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends);
+// follow a CR. The 64 bytes behind `text + n` must be there and 0 (they are cleaned
+// too, which leaves them 0), and `ends` must have room for n + 4 entries.
+//
+// With `marked` (one to four bytes, none of them CR, LF or NUL) it also lists in `marks`,
+// the same way, where the cleaned text holds any of them (room for n + 4 entries).
+struct ScanCounts {
+  std::size_t ends = 0;
+  std::size_t marks = 0;
+};
+ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
+                                std::string_view marked = {}, std::size_t* marks = nullptr);
+
+// Whether `part` occurs in `text`, as text.find(part) != npos: sixteen places at a
+// time are tried by their first and last character, and only a place where both match
+// is compared in full. (A library search stops at every occurrence of the first
+// character, which in a line of capitals is most of them.)
+bool HoldsText(std::string_view text, std::string_view part);
 
 // In place: clears the high bit of every byte, then turns every control character
 // (below 32) into character 0. The same as LowAscii followed by RemCtrl with

@@ -36,11 +36,10 @@ CleanLineReader::CleanLineReader(const std::string& path) : path_(path) {
   reserve(block_, capacity_, kChunk);
 }
 
-CleanLineReader::CleanLineReader(std::string_view memory) : eof_(true) {
+CleanLineReader::CleanLineReader(std::string_view memory) : unscanned_(true) {
   reserve(block_, capacity_, memory.size());
   if (!memory.empty()) std::memcpy(block_.get(), memory.data(), memory.size());
   filled_ = memory.size();
-  scan(0);
 }
 
 CleanLineReader::~CleanLineReader() {
@@ -52,15 +51,29 @@ void CleanLineReader::setPrevious(std::string_view before) {
   line_ = prev_ = before_;
 }
 
+void CleanLineReader::setMarked(std::string_view bytes) { marked_.assign(bytes.substr(0, 4)); }
+
 void CleanLineReader::scan(std::size_t from) {
   const std::size_t n = filled_ - from;
   if (endsCapacity_ < n + 4) {
     endsCapacity_ = std::max(n + 4, kChunk + 4);
     ends_.reset(new std::size_t[endsCapacity_]);
+    if (!marked_.empty()) marks_.reset(new std::size_t[endsCapacity_]);
   }
+  if (!marked_.empty() && !marks_) marks_.reset(new std::size_t[endsCapacity_]);
   std::memset(block_.get() + filled_, 0, kPad);
-  count_ = CleanAndListLineEnds(block_.get() + from, n, from, ends_.get());
-  k_ = 0;
+  const ScanCounts counts =
+      CleanAndListLineEnds(block_.get() + from, n, from, ends_.get(), marked_, marks_.get());
+  count_ = counts.ends;
+  markCount_ = counts.marks;
+  k_ = m_ = 0;
+}
+
+bool CleanLineReader::holdsMarkedSlow() const {
+  if (marked_.empty()) return true;
+  for (const char c : marked_)
+    if (line_.find(c) != std::string_view::npos) return true;
+  return false;
 }
 
 void CleanLineReader::refill() {
@@ -78,6 +91,7 @@ void CleanLineReader::refill() {
   if (within(line_, other_.get(), otherCapacity_)) {
     kept_.assign(line_);
     line_ = kept_;
+    inBlock_ = false;
   }
   reserve(other_, otherCapacity_, std::max(kChunk, 2 * tail));
   if (tail != 0) std::memcpy(other_.get(), block_.get() + pos_, tail);
@@ -94,13 +108,12 @@ void CleanLineReader::refill() {
     ::close(fd_);
     fd_ = -1;
     eof_ = true;
-    count_ = k_ = 0;
-    return;
   }
-  std::size_t from = filled_;
   filled_ += static_cast<std::size_t>(n);
-  if (crAtEnd && block_[from] == '\n') pos_ = ++from;
-  scan(from);
+  if (crAtEnd && filled_ != 0 && block_[0] == '\n') pos_ = 1;
+  // The line begun in the last block is scanned again with the new bytes: it holds
+  // no line end, and cleaning it twice changes nothing, but its marks are listed anew.
+  scan(pos_);
 }
 
 bool CleanLineReader::nextSlow() {
@@ -109,11 +122,18 @@ bool CleanLineReader::nextSlow() {
       take();
       return true;
     }
+    if (unscanned_) {  // a text given in memory, all of it in the block
+      unscanned_ = false;
+      eof_ = true;
+      scan(0);
+      continue;
+    }
     if (eof_) {
       if (pos_ >= filled_) return false;
       // A last line without a line end.
       prev_ = line_;
       line_ = std::string_view(block_.get() + pos_, filled_ - pos_);
+      inBlock_ = true;
       pos_ = filled_;
       return true;
     }

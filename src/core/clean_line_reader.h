@@ -30,6 +30,9 @@ class CleanLineReader {
 
   // What previous() shows before the first line is read (copied): empty by default.
   void setPrevious(std::string_view before);
+  // The bytes (up to four; no CR, LF or NUL) whose presence holdsMarked() tells, noted as
+  // each block is read; set before the first line is read.
+  void setMarked(std::string_view bytes);
 
   // Moves to the next line; false at the end of input. Read errors throw ZvError.
   bool next() {
@@ -43,6 +46,14 @@ class CleanLineReader {
   std::string_view line() const noexcept { return line_; }
   // The line before it (after the first next(), setPrevious's text); valid as long.
   std::string_view previous() const noexcept { return prev_; }
+  // Whether line() holds any of the marked bytes; true when none were set.
+  bool holdsMarked() {
+    if (marked_.empty() || !inBlock_) return holdsMarkedSlow();
+    // The marks of lines passed over are skipped; the next one must lie in this line.
+    const auto start = static_cast<std::size_t>(line_.data() - block_.get());
+    while (m_ < markCount_ && marks_[m_] < start) ++m_;
+    return m_ < markCount_ && marks_[m_] < start + line_.size();
+  }
 
  private:
   // The next listed line: its end is the entry, and it is followed by a CR LF pair's
@@ -52,13 +63,15 @@ class CleanLineReader {
     const std::size_t end = ends_[k_++];
     prev_ = line_;
     line_ = std::string_view(b + pos_, end - pos_);
+    inBlock_ = true;
     pos_ = end + 1 + (b[end] == '\r' && b[end + 1] == '\n' ? 1 : 0);
   }
   bool nextSlow();
+  bool holdsMarkedSlow() const;
   // The line begun and not ended moves to the front of the other block, and more is
   // read behind it; eof_ at the end of input.
   void refill();
-  // Cleans block_[from, filled_) in place and lists its line ends.
+  // Cleans block_[from, filled_) in place and lists its line ends and marks.
   void scan(std::size_t from);
   // Makes the block hold at least `size` bytes (and its padding), keeping none of them.
   static void reserve(std::unique_ptr<char[]>& block, std::size_t& capacity, std::size_t size);
@@ -69,11 +82,17 @@ class CleanLineReader {
   std::size_t capacity_ = 0, otherCapacity_ = 0;
   std::unique_ptr<std::size_t[]> ends_;  // line ends in block_, in order
   std::size_t endsCapacity_ = 0;
+  std::unique_ptr<std::size_t[]> marks_;  // where block_ holds a marked byte, in order
+  std::size_t markCount_ = 0;
+  std::size_t m_ = 0;       // the first mark not yet passed
+  std::string marked_;
+  bool inBlock_ = false;    // line_ lies in block_, whose marks are listed
   std::size_t count_ = 0;   // entries of ends_
   std::size_t k_ = 0;       // the next entry to take
   std::size_t pos_ = 0;     // the start of the next line
   std::size_t filled_ = 0;  // bytes in block_
   bool eof_ = false;        // nothing more to read behind block_
+  bool unscanned_ = false;  // a text given in memory, not yet scanned
   bool skipLf_ = false;     // the last block ended in a CR: an LF at the start of the next belongs to it
   std::string_view line_, prev_;
   std::string before_;  // setPrevious's text

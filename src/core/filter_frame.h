@@ -24,6 +24,10 @@ struct FilterInfo {
   bool makesPro = true;
   // The title while the capture's lines are counted, when it differs (DIALMAIL's).
   std::string_view countingTitle = {};
+  // Up to four bytes, one of which every text the filter searches a line for holds:
+  // the frame notes, as it reads, which lines hold any of them (holdsMarked), and a
+  // line that holds none needs none of those searches.
+  std::string_view markedBytes = {};
 };
 
 
@@ -116,6 +120,9 @@ class FilterFrame {
   // labelled, gsLine's otherwise.
   void UpdateIndex() { pro.UpdateIndex(job.glRecNum, iJustLabelled == -1, countedLength()); }
   void FinishIndex() { pro.FinishIndex(job.glRecNum); }
+
+  // Whether gsLine holds any of the filter's markedBytes (true when it named none).
+  bool holdsMarked() const { return in_->holdsMarked(); }
 
   // How a record is opened: blank lines before the label, the label text, and what
   // follows it.

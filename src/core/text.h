@@ -9,6 +9,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/byte_scan.h"
+
 namespace zv {
 
 // Count of the text's leading blanks; an all-blank text gives its length.
@@ -57,7 +59,7 @@ std::string Num2Time(int32_t seconds);
 std::string UCase(std::string_view text);
 
 // Whether `part` occurs in `text` (a case-sensitive search).
-inline bool Holds(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+inline bool Holds(std::string_view text, std::string_view part) { return HoldsText(text, part); }
 
 // `text` without the blanks (0x20 only) at either end, as a view of it.
 inline std::string_view TrimBlanks(std::string_view text) {

@@ -32,9 +32,11 @@ bool isStartLine(sv line) {
 }
 
 // The service's prompts, answer counts, cost and sign-off lines: ten independent
-// tests, any one of which ends a document. Each text holds a "D", a ">" or a "*",
-// and one pass counts them, so that most lines of a document make no search at all
-// and the rest make only the searches their characters allow.
+// tests, any one of which ends a document. Each text holds a "D", a ">" or a "*"
+// (the filter's marked bytes: a line without any needs no test), and one pass counts
+// them, so that a line makes only the searches its characters allow.
+constexpr std::string_view kMarkedBytes = "D>*";
+
 bool isEndLine(sv line) {
   const auto [ds, arrows, stars, colons] = CountBytes(line, {'D', '>', '*', ':'});
   if (ds + arrows + stars == 0) return false;
@@ -63,7 +65,7 @@ class Brs final : public LineFilter {
     }
 
     // The tests are independent; a start line never passes one of them.
-    if (isEndLine(line)) f.iInRecord = 0;
+    if (f.holdsMarked() && isEndLine(line)) f.iInRecord = 0;
 
     // Blank lines of the capture are dropped; a line of blanks is not blank.
     if (f.iInRecord == -1) {
@@ -77,7 +79,7 @@ class Brs final : public LineFilter {
 
 JobResult FilterBRS(JobState& job, JobProgress& progress, const FilterInput& input) {
   Brs filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kBrsTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kBrsTitle, .markedBytes = kMarkedBytes}, filter);
 }
 
 }  // namespace zv

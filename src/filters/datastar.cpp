@@ -54,6 +54,8 @@ bool isStartLine(sv line, const StartRow& row) {
 }
 
 // "END OF DOCUMENTS IN LIST" holds "END OF DOCUMENT": the second test adds nothing.
+// Each text holds a "D" or an "H", the filter's marked bytes.
+constexpr std::string_view kMarkedBytes = "DH";
 bool isEndLine(sv line) {
   return Holds(line, "END OF DOCUMENT") || Holds(line, "D-S - SEARCH MODE - ") ||
          Holds(line, "HAPPY HOUR on database ");
@@ -90,7 +92,7 @@ class DataStar final : public LineFilter {
                     .label = row == &kRow14 ? "Record -  " + std::to_string(next) : RecordLabel(next)});
     }
 
-    if (isEndLine(line)) f.iInRecord = 0;
+    if (f.holdsMarked() && isEndLine(line)) f.iInRecord = 0;
 
     // Page lines need a "." at the end: most lines stop at that test.
     if (!line.empty() && line.back() == '.') {
@@ -116,7 +118,7 @@ class DataStar final : public LineFilter {
 
 JobResult FilterDataStar(JobState& job, JobProgress& progress, const FilterInput& input) {
   DataStar filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kDataStarTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kDataStarTitle, .markedBytes = kMarkedBytes}, filter);
 }
 
 }  // namespace zv

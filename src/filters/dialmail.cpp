@@ -36,7 +36,7 @@ class Dialmail final : public LineFilter {
   void afterCleaning(FilterFrame& f) override { f.iJustLabelled = 0; }
 
   void onLine(FilterFrame& f) override {
-    const DialogLine l(f.gsLine);
+    const DialogLine l(f.gsLine, f.holdsMarked());
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);
@@ -68,7 +68,10 @@ class Dialmail final : public LineFilter {
 
 JobResult FilterDialmail(JobState& job, JobProgress& progress, const FilterInput& input) {
   Dialmail filter;
-  return RunLineFilter(job, progress, input, FilterInfo{.title = kDialmailTitle, .makesFsc = true, .countingTitle = kDialmailCountingTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kDialmailTitle,
+                                                           .makesFsc = true,
+                                                           .countingTitle = kDialmailCountingTitle,
+                                                           .markedBytes = kDialogMarkedBytes}, filter);
 }
 
 }  // namespace zv

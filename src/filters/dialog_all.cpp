@@ -21,7 +21,7 @@ class DialogAll final : public LineFilter {
   }
 
   void onLine(FilterFrame& f) override {
-    const DialogLine l(f.gsLine);
+    const DialogLine l(f.gsLine, f.holdsMarked());
     const sv line = l.text;
 
     // Steps 2 to 6: the begin, sets and logoff blocks of the .FSC.
@@ -71,7 +71,8 @@ class DialogAll final : public LineFilter {
 
 JobResult FilterDialogAll(JobState& job, JobProgress& progress, const FilterInput& input) {
   DialogAll filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kDialogAllTitle, true}, filter);
+  return RunLineFilter(job, progress, input,
+                       FilterInfo{.title = kDialogAllTitle, .makesFsc = true, .markedBytes = kDialogMarkedBytes}, filter);
 }
 
 }  // namespace zv

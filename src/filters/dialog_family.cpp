@@ -11,7 +11,8 @@ namespace {
 using sv = std::string_view;
 }  // namespace
 
-DialogLine::DialogLine(sv line) : text(line) {
+DialogLine::DialogLine(sv line, bool mayHoldMarks) : text(line) {
+  if (!mayHoldMarks) return;
   const auto [q, angles, capitalLs, s] = CountBytes(line, {'?', '>', 'L', '/'});
   queries = q;
   slashes = s;

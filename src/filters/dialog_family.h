@@ -14,7 +14,9 @@ namespace zv {
 // The searches one line needs, made once: most lines hold none of these bytes, and
 // then the tests that look for them are skipped.
 struct DialogLine {
-  explicit DialogLine(std::string_view line);
+  // `mayHoldMarks`: false when the frame found none of kDialogMarkedBytes in the line,
+  // which then needs no count.
+  explicit DialogLine(std::string_view line, bool mayHoldMarks = true);
 
   std::string_view text;
   uint32_t queries = 0;                      // "?"
@@ -23,6 +25,9 @@ struct DialogLine {
   bool capitalL = false;                     // an "L": "Logoff:" is possible
   bool errorLine = false;                    // holds ">>>"
 };
+
+// The bytes DialogLine counts: the DIALOG filters' markedBytes.
+inline constexpr std::string_view kDialogMarkedBytes = "?>L/";
 
 // How far a line got in the eleven label tests.
 enum class LabelTest {

@@ -23,7 +23,7 @@ class DialogPik final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const DialogLine l(f.gsLine);
+    const DialogLine l(f.gsLine, f.holdsMarked());
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);
@@ -120,7 +120,8 @@ class DialogPik final : public LineFilter {
 
 JobResult FilterDialogPik(JobState& job, JobProgress& progress, const PikTypesParams& params) {
   DialogPik filter(params.types);
-  return RunLineFilter(job, progress, params.input, FilterInfo{kDialogPikTitle, true}, filter);
+  return RunLineFilter(job, progress, params.input,
+                       FilterInfo{.title = kDialogPikTitle, .makesFsc = true, .markedBytes = kDialogMarkedBytes}, filter);
 }
 
 }  // namespace zv

@@ -50,7 +50,7 @@ class DialogSep final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const DialogLine l(f.gsLine);
+    const DialogLine l(f.gsLine, f.holdsMarked());
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);
@@ -226,7 +226,9 @@ JobResult FilterDialogSep(JobState& job, JobProgress& progress, const SepTypesPa
     return result;
   }
   DialogSep filter(params.outputs);
-  return RunLineFilter(job, progress, params.input, FilterInfo{kDialogSepTitle, true, false}, filter);
+  return RunLineFilter(job, progress, params.input,
+                       FilterInfo{.title = kDialogSepTitle, .makesFsc = true, .makesPro = false, .markedBytes = kDialogMarkedBytes},
+                       filter);
 }
 
 }  // namespace zv

@@ -44,8 +44,10 @@ class Djnr final : public LineFilter {
   void onLine(FilterFrame& f) override {
     const sv line = f.gsLine;
     // Which searches can find anything: both markers and every notice that is searched
-    // for hold an "E", and most body lines hold no "*" and no capital P.
-    const auto [capitalEs, stars, capitalPs, dots] = CountBytes(line, {'E', '*', 'P', '.'});
+    // for hold an "E" but one, which holds a "*" (the filter's marked bytes: a line
+    // without either is not counted), and most body lines hold no capital P.
+    const auto [capitalEs, stars, capitalPs, dots] =
+        f.holdsMarked() ? CountBytes(line, {'E', '*', 'P', '.'}) : std::array<uint32_t, 4>{};
     const bool marker = capitalEs && holdsMarker(line);
 
     if (marker) {
@@ -81,7 +83,7 @@ class Djnr final : public LineFilter {
 
 JobResult FilterDJ(JobState& job, JobProgress& progress, const FilterInput& input) {
   Djnr filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kDjnrTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kDjnrTitle, .markedBytes = "E*"}, filter);
 }
 
 }  // namespace zv

@@ -64,7 +64,9 @@ class Nlm final : public LineFilter {
     }
 
     if (f.iInRecord == -1) {
-      const auto [capitalRs, colons, capitalPs, capitalYs] = CountBytes(line, {'R', ':', 'P', 'Y'});
+      // A line without an "R" (the filter's marked byte) needs no count.
+      const auto [capitalRs, colons, capitalPs, capitalYs] =
+          f.holdsMarked() ? CountBytes(line, {'R', ':', 'P', 'Y'}) : std::array<uint32_t, 4>{};
       if (endsCitation(line, capitalRs, colons, capitalPs, capitalYs)) f.iInRecord = 0;
     }
 
@@ -84,7 +86,7 @@ class Nlm final : public LineFilter {
 
 JobResult FilterNLM(JobState& job, JobProgress& progress, const FilterInput& input) {
   Nlm filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kNlmTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kNlmTitle, .markedBytes = "R"}, filter);
 }
 
 }  // namespace zv

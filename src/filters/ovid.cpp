@@ -39,15 +39,16 @@ class Ovid final : public LineFilter {
       f.openRecord({.blanksBefore = job.glRecNum > 0 ? 1 : 0});
     }
 
-    // The end tests: library searches, which skip to the literal's first character.
+    // The end tests. Each text searched for holds a "T" or a "P", the filter's marked
+    // bytes: most lines hold neither, which the frame found as it read them.
+    const bool marked = f.holdsMarked();
     if (line.starts_with("Database: ")) f.iInRecord = 0;
-    if (line.find("Transmission complete ...") != sv::npos) f.iInRecord = 0;
-    if (line.find("Turn off screen capture.") != sv::npos) f.iInRecord = 0;
-    if (line.find("Press Enter once screen") != sv::npos) f.iInRecord = 0;
+    if (marked && (Holds(line, "Transmission complete ...") || Holds(line, "Turn off screen capture.") ||
+                   Holds(line, "Press Enter once screen")))
+      f.iInRecord = 0;
 
     if (f.iInRecord == -1) {
-      if (f.iJustLabelled == 0 && !trimmed.empty() &&
-          line.find("Page Number : ") == sv::npos) {
+      if (f.iJustLabelled == 0 && !trimmed.empty() && !(marked && Holds(line, "Page Number : "))) {
         // Counted 9 bytes short, also when the line was too short to lose its margin.
         const int64_t counted = static_cast<int64_t>(line.size()) - static_cast<int64_t>(kMargin);
         f.writeText(line.size() > kMargin ? line.substr(kMargin) : line, counted);
@@ -70,7 +71,7 @@ class Ovid final : public LineFilter {
 
 JobResult FilterOvid(JobState& job, JobProgress& progress, const FilterInput& input) {
   Ovid filter;
-  return RunLineFilter(job, progress, input, FilterInfo{kOvidTitle}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = kOvidTitle, .markedBytes = "TP"}, filter);
 }
 
 }  // namespace zv

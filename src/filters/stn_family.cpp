@@ -66,12 +66,14 @@ class StnFamily final : public LineFilter {
   void onLine(FilterFrame& f) override {
     const sv line = f.gsLine;
     // Every text the tests look for inside a line holds an "O", but for " ANSWER ",
-    // which holds a "W"; most lines hold neither, and one scan each rules them out.
-    const bool mayHoldO = line.find('O') != sv::npos;
+    // which holds a "W": the filter's marked bytes. Most lines hold neither, which the
+    // frame found as it read them.
+    const bool marked = f.holdsMarked();
+    const bool mayHoldO = marked && line.find('O') != sv::npos;
     const bool biblio = mayHoldO && Holds(line, kBiblioGroup);
     const bool hyphenPattern = hasHyphenPattern(line);
 
-    if (isStartLine(line, biblio, hyphenPattern)) {
+    if (isStartLine(line, marked, biblio, hyphenPattern)) {
       // No blank line goes before the label, and none behind a reference's.
       f.openRecord({.blankAfter = !line.starts_with(kReference)});
     }
@@ -95,11 +97,12 @@ class StnFamily final : public LineFilter {
 
  private:
   // The start tests in their order; the first that takes the line ends the series.
-  bool isStartLine(sv line, bool biblio, bool hyphenPattern) const {
+  bool isStartLine(sv line, bool marked, bool biblio, bool hyphenPattern) const {
     if (answerAndReference_) {
       // An answer line without its " OF " is nothing, and goes no further. The scan
       // for a "W" comes first: the search for " ANSWER " stops at every blank.
-      if (line.find('W') != sv::npos && Holds(line, " ANSWER ")) return Holds(line, " OF ") || Holds(line, " of ");
+      if (marked && line.find('W') != sv::npos && Holds(line, " ANSWER "))
+        return Holds(line, " OF ") || Holds(line, " of ");
       if (line.starts_with(kReference)) return true;
     }
     if (biblio) return true;
@@ -120,7 +123,7 @@ class StnFamily final : public LineFilter {
 JobResult RunStnFamilyFilter(JobState& job, JobProgress& progress, const FilterInput& input,
                              const StnFamilyOptions& options) {
   StnFamily filter(options.answerAndReferenceLines);
-  return RunLineFilter(job, progress, input, FilterInfo{options.title}, filter);
+  return RunLineFilter(job, progress, input, FilterInfo{.title = options.title, .markedBytes = "OW"}, filter);
 }
 
 }  // namespace zv

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <memory>
 #include <random>
 
 #include "core/text.h"
@@ -49,9 +51,6 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     EXPECT_EQ(CountLineEnds(s), ends) << s.size();
 
     // Cleaned in place with CR and LF kept, and the line ends listed.
-    std::string block = s + std::string(64, '\0');
-    std::vector<std::size_t> listed(s.size() + 4);
-    listed.resize(CleanAndListLineEnds(block.data(), s.size(), 100, listed.data()));
     std::vector<std::size_t> lineEnds;
     std::string kept = s;
     for (std::size_t i = 0; i < s.size(); ++i) {
@@ -61,8 +60,23 @@ TEST(ByteScan, AgreesWithPlainLoops) {
         kept[i] = static_cast<char>(c < 32 ? 0 : c);
       }
     }
-    EXPECT_EQ(listed, lineEnds) << s.size();
-    EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();
+    // Without marked bytes, and with one to four of them: the marks are looked for in
+    // the cleaned text ("?" also stands for a high "\xbf" there).
+    for (const std::string_view marked : {std::string_view(), std::string_view("?"), std::string_view("L/"),
+                                          std::string_view("?>L/"), std::string_view("a?")}) {
+      std::string block = s + std::string(64, '\0');
+      std::vector<std::size_t> listed(s.size() + 4), marks(s.size() + 4);
+      const ScanCounts counts = CleanAndListLineEnds(block.data(), s.size(), 100, listed.data(), marked,
+                                                     marked.empty() ? nullptr : marks.data());
+      listed.resize(counts.ends);
+      marks.resize(counts.marks);
+      std::vector<std::size_t> expectedMarks;
+      for (std::size_t i = 0; i < s.size() && !marked.empty(); ++i)
+        if (marked.find(kept[i]) != std::string_view::npos) expectedMarks.push_back(100 + i);
+      EXPECT_EQ(listed, lineEnds) << s.size();
+      EXPECT_EQ(marks, expectedMarks) << s.size() << ' ' << marked;
+      EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();
+    }
 
     std::string cleaned = s, reference = s;
     CleanLine(cleaned);
@@ -73,6 +87,47 @@ TEST(ByteScan, AgreesWithPlainLoops) {
     CleanLineInto(into, s);
     EXPECT_EQ(into, reference) << s.size();
   }
+}
+
+// The block search against the library's, on texts of every length around a block
+// and parts as long as the text, longer, empty, cut from it and near misses of it.
+TEST(ByteScan, HoldsTextAgreesWithFind) {
+  std::mt19937 rng(11);
+  const char alphabet[] = {'A', 'B', ' ', 'E', '\0', '\xff'};
+  std::size_t tried = 0, found = 0;
+  for (std::size_t len = 0; len <= 70; ++len) {
+    for (int round = 0; round < 40; ++round) {
+      std::string text(len, 'A');
+      for (char& c : text) c = alphabet[rng() % 3];  // mostly A, B and blanks: many near misses
+      if (round % 5 == 0 && len > 0) text[rng() % len] = alphabet[3 + rng() % 3];
+      std::vector<std::string> parts = {"", "A", "AB", "ABA", "A B", "E", std::string(len, 'A'), text + "A"};
+      for (int k = 0; k < 6 && len > 0; ++k) {
+        const std::size_t from = rng() % len;
+        std::string part = text.substr(from, 1 + rng() % (len - from));
+        parts.push_back(part);
+        // The same with its last or middle character changed: found only by chance.
+        part.back() = part.back() == 'A' ? 'B' : 'A';
+        parts.push_back(part);
+        if (part.size() > 2) {
+          part[part.size() / 2] = 'E';
+          parts.push_back(part);
+        }
+      }
+      for (const std::string& part : parts) {
+        // The text in a buffer that ends where it does, so that a read past it shows.
+        const std::unique_ptr<char[]> exact(new char[len + 1]);
+        std::memcpy(exact.get(), text.data(), len);
+        const std::string_view view(exact.get(), len);
+        const bool expected = text.find(part) != std::string::npos;
+        EXPECT_EQ(HoldsText(view, part), expected) << '"' << text << "\" / \"" << part << '"';
+        ++tried;
+        found += expected;
+      }
+    }
+  }
+  // Both answers were tried often.
+  EXPECT_GT(found, tried / 4);
+  EXPECT_LT(found, tried * 3 / 4);
 }
 
 }  // namespace

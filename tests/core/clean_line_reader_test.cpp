@@ -16,13 +16,21 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// The lines read, each checked against the line before it, which stays in view.
-Lines cleanLinesOf(CleanLineReader& r) {
+// The lines read, each checked against the line before it, which stays in view, and
+// for whether it holds any of the marked bytes (asked of every line but each third,
+// so that the marks of lines not asked about are passed over too).
+Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f") {
   Lines out;
   r.setPrevious("before the first");
+  r.setMarked(marked);
   while (r.next()) {
     EXPECT_EQ(r.previous(), out.empty() ? std::string("before the first") : out.back()) << out.size();
     out.emplace_back(r.line());
+    if (out.size() % 3 != 0) {
+      const bool holds = out.back().find_first_of(marked) != std::string::npos;
+      EXPECT_EQ(r.holdsMarked(), holds) << out.size();
+      EXPECT_EQ(r.holdsMarked(), holds) << out.size() << " asked again";
+    }
   }
   EXPECT_EQ(r.line(), out.empty() ? std::string("before the first") : out.back());
   return out;
@@ -56,6 +64,16 @@ TEST(CleanLineReaderMemory, EndsAndCleaningAsLineReaderAndTheCleanersGive) {
   EXPECT_TRUE(cleanLinesOf("").empty());
   // A high CR or LF (0x8D, 0x8A) ends no line; cleaned, it is character 0.
   EXPECT_EQ(cleanLinesOf("a\x8D\x8A" "b\tc\xC1\r\n"), (Lines{std::string("a\0\0b\0cA", 7)}));
+}
+
+TEST(CleanLineReaderMemory, WithoutMarkedBytesEveryLineMayHoldThem) {
+  CleanLineReader r(std::string_view("one\r\n\r\nthree"));
+  int lines = 0;
+  while (r.next()) {
+    EXPECT_TRUE(r.holdsMarked()) << lines;
+    ++lines;
+  }
+  EXPECT_EQ(lines, 3);
 }
 
 TEST(CleanLineReaderMemory, RandomTextOfEveryLengthAroundTheWords) {
