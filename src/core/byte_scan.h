@@ -35,6 +35,11 @@ struct ScanCounts {
 ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
                                 std::string_view marked = {}, std::size_t* marks = nullptr);
 
+// Whether the scans use the processor's 32-byte instructions where it has them (the
+// default): false makes them take the 16-byte way, so that a test can try both.
+// Returns the setting before.
+bool UseWideScans(bool use);
+
 // Whether `part` occurs in `text`, as text.find(part) != npos: sixteen places at a
 // time are tried by their first and last character, and only a place where both match
 // is compared in full. (A library search stops at every occurrence of the first

@@ -34,58 +34,64 @@ std::vector<std::string> samples() {
 }
 
 TEST(ByteScan, AgreesWithPlainLoops) {
-  for (const std::string& s : samples()) {
-    const auto at = s.find_first_of(std::string_view("\r\n", 2));
-    EXPECT_EQ(FindCrOrLf(s), at == std::string::npos ? s.size() : at) << s.size();
+  // Both ways where the processor has the wider one (on others both runs take the narrow).
+  for (const bool wide : {false, true}) {
+    SCOPED_TRACE(wide ? "32-byte scans" : "16-byte scans");
+    const bool before = UseWideScans(wide);
+    for (const std::string& s : samples()) {
+      const auto at = s.find_first_of(std::string_view("\r\n", 2));
+      EXPECT_EQ(FindCrOrLf(s), at == std::string::npos ? s.size() : at) << s.size();
 
-    for (const std::array<char, 4> sought : {std::array<char, 4>{'?', '>', 'L', '/'},
-                                             std::array<char, 4>{'\0', '\xff', '\r', 'a'}}) {
-      const auto counts = CountBytes(s, sought);
-      for (std::size_t k = 0; k < 4; ++k)
-        EXPECT_EQ(counts[k], static_cast<uint32_t>(std::count(s.begin(), s.end(), sought[k]))) << s.size() << ' ' << k;
-    }
-
-    int64_t ends = 0;
-    for (std::size_t i = 0; i < s.size(); ++i)
-      ends += s[i] == '\n' || (s[i] == '\r' && (i + 1 == s.size() || s[i + 1] != '\n'));
-    EXPECT_EQ(CountLineEnds(s), ends) << s.size();
-
-    // Cleaned in place with CR and LF kept, and the line ends listed.
-    std::vector<std::size_t> lineEnds;
-    std::string kept = s;
-    for (std::size_t i = 0; i < s.size(); ++i) {
-      if (s[i] == '\r' || (s[i] == '\n' && (i == 0 || s[i - 1] != '\r'))) lineEnds.push_back(100 + i);
-      if (s[i] != '\r' && s[i] != '\n') {
-        const auto c = static_cast<unsigned char>(s[i] & 0x7f);
-        kept[i] = static_cast<char>(c < 32 ? 0 : c);
+      for (const std::array<char, 4> sought : {std::array<char, 4>{'?', '>', 'L', '/'},
+                                               std::array<char, 4>{'\0', '\xff', '\r', 'a'}}) {
+        const auto counts = CountBytes(s, sought);
+        for (std::size_t k = 0; k < 4; ++k)
+          EXPECT_EQ(counts[k], static_cast<uint32_t>(std::count(s.begin(), s.end(), sought[k]))) << s.size() << ' ' << k;
       }
-    }
-    // Without marked bytes, and with one to four of them: the marks are looked for in
-    // the cleaned text ("?" also stands for a high "\xbf" there).
-    for (const std::string_view marked : {std::string_view(), std::string_view("?"), std::string_view("L/"),
-                                          std::string_view("?>L/"), std::string_view("a?")}) {
-      std::string block = s + std::string(64, '\0');
-      std::vector<std::size_t> listed(s.size() + 4), marks(s.size() + 4);
-      const ScanCounts counts = CleanAndListLineEnds(block.data(), s.size(), 100, listed.data(), marked,
-                                                     marked.empty() ? nullptr : marks.data());
-      listed.resize(counts.ends);
-      marks.resize(counts.marks);
-      std::vector<std::size_t> expectedMarks;
-      for (std::size_t i = 0; i < s.size() && !marked.empty(); ++i)
-        if (marked.find(kept[i]) != std::string_view::npos) expectedMarks.push_back(100 + i);
-      EXPECT_EQ(listed, lineEnds) << s.size();
-      EXPECT_EQ(marks, expectedMarks) << s.size() << ' ' << marked;
-      EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();
-    }
 
-    std::string cleaned = s, reference = s;
-    CleanLine(cleaned);
-    LowAscii(reference);
-    RemCtrl(reference, std::string(1, '\0'));
-    EXPECT_EQ(cleaned, reference) << s.size();
-    std::string into = "an older, longer line than some of the samples";
-    CleanLineInto(into, s);
-    EXPECT_EQ(into, reference) << s.size();
+      int64_t ends = 0;
+      for (std::size_t i = 0; i < s.size(); ++i)
+        ends += s[i] == '\n' || (s[i] == '\r' && (i + 1 == s.size() || s[i + 1] != '\n'));
+      EXPECT_EQ(CountLineEnds(s), ends) << s.size();
+
+      // Cleaned in place with CR and LF kept, and the line ends listed.
+      std::vector<std::size_t> lineEnds;
+      std::string kept = s;
+      for (std::size_t i = 0; i < s.size(); ++i) {
+        if (s[i] == '\r' || (s[i] == '\n' && (i == 0 || s[i - 1] != '\r'))) lineEnds.push_back(100 + i);
+        if (s[i] != '\r' && s[i] != '\n') {
+          const auto c = static_cast<unsigned char>(s[i] & 0x7f);
+          kept[i] = static_cast<char>(c < 32 ? 0 : c);
+        }
+      }
+      // Without marked bytes, and with one to four of them: the marks are looked for in
+      // the cleaned text ("?" also stands for a high "\xbf" there).
+      for (const std::string_view marked : {std::string_view(), std::string_view("?"), std::string_view("L/"),
+                                            std::string_view("?>L/"), std::string_view("a?")}) {
+        std::string block = s + std::string(64, '\0');
+        std::vector<std::size_t> listed(s.size() + 4), marks(s.size() + 4);
+        const ScanCounts counts = CleanAndListLineEnds(block.data(), s.size(), 100, listed.data(), marked,
+                                                       marked.empty() ? nullptr : marks.data());
+        listed.resize(counts.ends);
+        marks.resize(counts.marks);
+        std::vector<std::size_t> expectedMarks;
+        for (std::size_t i = 0; i < s.size() && !marked.empty(); ++i)
+          if (marked.find(kept[i]) != std::string_view::npos) expectedMarks.push_back(100 + i);
+        EXPECT_EQ(listed, lineEnds) << s.size();
+        EXPECT_EQ(marks, expectedMarks) << s.size() << ' ' << marked;
+        EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();
+      }
+
+      std::string cleaned = s, reference = s;
+      CleanLine(cleaned);
+      LowAscii(reference);
+      RemCtrl(reference, std::string(1, '\0'));
+      EXPECT_EQ(cleaned, reference) << s.size();
+      std::string into = "an older, longer line than some of the samples";
+      CleanLineInto(into, s);
+      EXPECT_EQ(into, reference) << s.size();
+    }
+    UseWideScans(before);
   }
 }
 
