@@ -149,6 +149,24 @@ std::size_t FindCrOrLf(std::string_view text) {
   return n;
 }
 
+std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also) {
+  const char* p = text.data();
+  const std::size_t n = text.size();
+  const Bytes16 low = splat(lo);
+  const Bytes16 span = splat(static_cast<char>(hi - lo));
+  const Bytes16 other = splat(also);
+  // In the range when the distance above `lo` is no more than the range's width.
+  const auto hits = [&](Bytes16 v) { return laneBits(((v - low) <= span) | (v == other)); };
+  std::size_t i = from;
+  for (; i + kWidth <= n; i += kWidth)
+    if (const uint32_t bits = hits(load(p + i)); bits != 0) return i + static_cast<std::size_t>(__builtin_ctz(bits));
+  if (i < n) {
+    const uint32_t bits = hits(loadTail(p + i, n - i)) & ((1u << (n - i)) - 1);
+    if (bits != 0) return i + static_cast<std::size_t>(__builtin_ctz(bits));
+  }
+  return n;
+}
+
 std::array<uint32_t, 4> CountBytes(std::string_view text, std::array<char, 4> bytes) {
   // Lane counts go up by one per block, and are summed and emptied every 31 blocks,
   // before the eight lanes of a half could sum past 255. (Written out, without
@@ -522,6 +540,14 @@ ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std
 }
 
 bool HoldsText(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
+
+std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also) {
+  for (std::size_t i = from; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if ((c >= static_cast<unsigned char>(lo) && c <= static_cast<unsigned char>(hi)) || text[i] == also) return i;
+  }
+  return text.size();
+}
 
 bool UseWideScans(bool) { return false; }
 

@@ -12,6 +12,11 @@ namespace zv {
 // Offset of the first CR or LF in `text`, or text.size() when there is none.
 std::size_t FindCrOrLf(std::string_view text);
 
+// Offset of the first byte of `text` at or after `from` (no more than text.size())
+// that lies in [lo, hi] (as unsigned bytes, lo <= hi) or is `also`; text.size() when
+// there is none.
+std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also);
+
 // How often each of four bytes occurs in `text`, in one pass. A filter learns from it
 // which of its searches can find anything at all.
 std::array<uint32_t, 4> CountBytes(std::string_view text, std::array<char, 4> bytes);

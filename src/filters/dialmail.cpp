@@ -2,7 +2,9 @@
 #include "filters/dialmail.h"
 
 #include <array>
+#include <cstdint>
 
+#include "core/byte_scan.h"
 #include "core/filter_frame.h"
 #include "core/text.h"
 #include "filters/dialog_family.h"
@@ -13,19 +15,39 @@ namespace {
 
 using sv = std::string_view;
 
+// The texts searched for anywhere in a line, each a bit of what findTexts returns.
+enum : uint32_t {
+  kRecordDash = 1u << 0,        // "Record -": opens a record
+  kPrintsRequested = 1u << 1,   // "Prints requested", which ends one beside its second text
+  kEndTexts = ((1u << 13) - 1) & ~3u,  // the other eleven, any of which ends a record
+};
+
+// Which of the texts the line holds, in one pass: each begins with a capital or a
+// "*", so only where the line holds one of those can a text begin, and there only
+// the texts of that first character are compared.
+uint32_t findTexts(sv line) {
+  static constexpr std::array<sv, 13> kTexts = {
+      "Record -",          "Prints requested", "*** Item ",  "VIA DIALMAIL", "Files(s) searched:",
+      "Sets selected:",    "Set     Items   Description",  "Dialmail defaults:",   "Scan     ",
+      "Read     ",         "CLear    ",        "EXit     ",  "** For more commands, "};
+  uint32_t found = 0;
+  for (std::size_t at = FindByteInRange(line, 0, 'A', 'Z', '*'); at < line.size();
+       at = FindByteInRange(line, at + 1, 'A', 'Z', '*')) {
+    const sv rest = line.substr(at);
+    for (std::size_t k = 0; k < kTexts.size(); ++k)
+      if (kTexts[k].front() == rest.front() && rest.starts_with(kTexts[k])) found |= 1u << k;
+  }
+  return found;
+}
+
 // The end tests: prompts, item headers, the mail's summary and its menu.
-bool endsRecord(sv line) {
+bool endsRecord(sv line, uint32_t found) {
   static constexpr std::array<sv, 4> kBegins = {"?", " ?", ">>>", "From: File "};
   static constexpr std::array<sv, 4> kMenuBegins = {"Create   ", "Answer   ", "Delete   ", "Help     "};
-  static constexpr std::array<sv, 11> kHolds = {
-      "*** Item ",          "VIA DIALMAIL", "Files(s) searched:", "Sets selected:",
-      "Set     Items   Description", "Dialmail defaults:", "Scan     ",   "Read     ",
-      "CLear    ",          "EXit     ",    "** For more commands, "};
   for (sv s : kBegins)
     if (line.starts_with(s)) return true;
-  for (sv s : kHolds)
-    if (Holds(line, s)) return true;
-  if (Holds(line, "Prints requested") && Holds(line, "indicates user print cancellation")) return true;
+  if (found & kEndTexts) return true;
+  if ((found & kPrintsRequested) && Holds(line, "indicates user print cancellation")) return true;
   for (sv s : kMenuBegins)
     if (line.starts_with(s)) return true;
   return false;
@@ -43,9 +65,10 @@ class Dialmail final : public LineFilter {
 
     // Any line holding "Record -" opens a record: the label takes its place, with no
     // blank line before or after it.
-    if (Holds(line, "Record -")) f.openRecord({.blanksBefore = 0, .blankAfter = false});
+    const uint32_t found = findTexts(line);
+    if (found & kRecordDash) f.openRecord({.blanksBefore = 0, .blankAfter = false});
 
-    if (endsRecord(line)) f.iInRecord = 0;
+    if (endsRecord(line, found)) f.iInRecord = 0;
 
     // The print's lines as they stand, blank ones too.
     if (f.iInRecord == -1) {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <random>
+#include <tuple>
 
 #include "core/text.h"
 
@@ -92,6 +93,26 @@ TEST(ByteScan, AgreesWithPlainLoops) {
       EXPECT_EQ(into, reference) << s.size();
     }
     UseWideScans(before);
+  }
+}
+
+// The range find against a plain loop, from every starting place, both ways.
+TEST(ByteScan, FindByteInRangeAgreesWithAPlainLoop) {
+  for (const std::string& s : samples()) {
+    if (s.size() > 600) continue;
+    for (const auto& [lo, hi, also] : {std::tuple<char, char, char>{'>', 'L', '/'}, {'\0', '\x1f', '?'},
+                                       {'\x80', '\xff', 'a'}, {'a', 'a', 'a'}}) {
+      for (std::size_t from = 0; from <= s.size(); ++from) {
+        std::size_t expected = from;
+        while (expected < s.size()) {
+          const auto c = static_cast<unsigned char>(s[expected]);
+          if ((c >= static_cast<unsigned char>(lo) && c <= static_cast<unsigned char>(hi)) || s[expected] == also)
+            break;
+          ++expected;
+        }
+        ASSERT_EQ(FindByteInRange(s, from, lo, hi, also), expected) << s.size() << ' ' << from << ' ' << int(lo);
+      }
+    }
   }
 }
 

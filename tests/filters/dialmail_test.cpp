@@ -27,8 +27,11 @@ TEST(DialmailRecords, APrintStandsAsItCameUnderItsLabel) {
 
 TEST(DialmailRecords, AnyLineHoldingTheLabelTextStartsARecordAndIsLost) {
   TempDir dir;
-  const auto run = Filter(dir, {"Record - 1", "A", "see Record - 7 above", "B", "?"});
-  EXPECT_EQ(run.pro, CrLf({"Record - 1", "A", "Record - 2", "B"}));
+  const auto run = Filter(dir, {"Record - 1", "A", "see Record - 7 above", "B", "RRRecord - 3", "C",
+                                "lower case words past the first blocks of the line: Record - 4", "D",
+                                "Record 5, Record-6, record - 7", "E", "?"});
+  EXPECT_EQ(run.pro, CrLf({"Record - 1", "A", "Record - 2", "B", "Record - 3", "C", "Record - 4", "D",
+                           "Record 5, Record-6, record - 7", "E"}));
 }
 
 struct EndCase {
@@ -59,6 +62,15 @@ INSTANTIATE_TEST_SUITE_P(
                     EndCase{"x Read     y", true}, EndCase{"Create   x", true}, EndCase{"Answer   x", true},
                     EndCase{"Delete   x", true}, EndCase{"Help     x", true}, EndCase{"x CLear    y", true},
                     EndCase{"x EXit     y", true}, EndCase{"** For more commands, enter HELP", true},
+                    // Behind capitals and stars that begin no text, or begin one that fails;
+                    // far into a long line; at its very end.
+                    EndCase{"******* Item 9", true}, EndCase{"SSSets selected: S2", true},
+                    EndCase{"DDialmail Dialmail defaults: x", true},
+                    EndCase{"words in lower case for more than two blocks of sixteen, then VIA DIALMAIL", true},
+                    EndCase{"lower case words, Prints requested, and later on: indicates user print cancellation", true},
+                    EndCase{"ends with EXit     ", true},
+                    EndCase{"via dialmail", false}, EndCase{"** For more commands,", false},
+                    EndCase{"Set     Items   Descriptio", false},
                     // Not ends: the menu words that must begin the line, in the middle of one;
                     // half of a two-part test; a prompt in column 3; the case of a word.
                     EndCase{"x Create   y", false}, EndCase{"x Help     y", false},
