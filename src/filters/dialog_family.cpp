@@ -11,8 +11,8 @@ namespace {
 using sv = std::string_view;
 }  // namespace
 
-DialogLine::DialogLine(sv line, bool mayHoldMarks) : text(line) {
-  if (!mayHoldMarks) return;
+void DialogLine::count() {
+  const sv line = text;
   const auto [q, angles, capitalLs, s] = CountBytes(line, {'?', '>', 'L', '/'});
   queries = q;
   slashes = s;
@@ -22,7 +22,7 @@ DialogLine::DialogLine(sv line, bool mayHoldMarks) : text(line) {
 }
 
 // The eleven tests in their order; the first that fails decides.
-DialogLabel TestDialogLabel(const DialogLine& l) {
+DialogLabel TestDialogLabelOfTwoSlashes(const DialogLine& l) {
   DialogLabel r;
   if (l.slashes != 2) return r;
   const sv line = l.text;
@@ -52,13 +52,13 @@ DialogLabel TestDialogLabel(const DialogLine& l) {
   return r;
 }
 
-bool DialogEndsRecord(sv line) {
+bool DialogEndsRecordTested(sv line) {
   if (line.starts_with("?") || line.starts_with(" ?")) return true;
   const sv t = TrimBlanks(line);
   return t == "off" || t == "logoff" || t == "LOGOFF" || t == "logoff hold" || t == "LOGOFF HOLD" || t == ">>>";
 }
 
-void DialogFsc::beforeRecord(FilterFrame& f, const DialogLine& l) {
+void DialogFsc::beforeRecordTested(FilterFrame& f, const DialogLine& l) {
   const sv line = l.text;
   // A prompt closes the begin and sets blocks, each with a blank line.
   if (line.starts_with("?")) {
@@ -112,11 +112,9 @@ void DialogFsc::beforeRecord(FilterFrame& f, const DialogLine& l) {
   }
 }
 
-void DialogFsc::afterRecord(FilterFrame& f, const DialogLine& l) {
-  if (iLogoffBlock == -1 && !l.errorLine) {
-    Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
-    f.fscLine(l.text);
-  }
+void DialogFsc::copyLogoffLine(FilterFrame& f, const DialogLine& l) {
+  Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
+  f.fscLine(l.text);
 }
 
 bool CheckTypes(const std::vector<std::string>& types, Message& message) {

@@ -16,7 +16,9 @@ namespace zv {
 struct DialogLine {
   // `mayHoldMarks`: false when the frame found none of kDialogMarkedBytes in the line,
   // which then needs no count.
-  explicit DialogLine(std::string_view line, bool mayHoldMarks = true);
+  explicit DialogLine(std::string_view line, bool mayHoldMarks = true) : text(line) {
+    if (mayHoldMarks) count();
+  }
 
   std::string_view text;
   uint32_t queries = 0;                      // "?"
@@ -24,6 +26,9 @@ struct DialogLine {
   std::size_t firstQuery = std::string_view::npos;  // column - 1 of the first "?"
   bool capitalL = false;                     // an "L": "Logoff:" is possible
   bool errorLine = false;                    // holds ">>>"
+
+ private:
+  void count();
 };
 
 // The bytes DialogLine counts: the DIALOG filters' markedBytes.
@@ -43,11 +48,24 @@ struct DialogLabel {
 
 // The label test: a line of the form blank, set, "/", format, "/", item, optionally
 // five blanks and a tail.
-DialogLabel TestDialogLabel(const DialogLine& line);
+DialogLabel TestDialogLabelOfTwoSlashes(const DialogLine& line);
+inline DialogLabel TestDialogLabel(const DialogLine& line) {
+  // Most lines fail here, and make no call.
+  return line.slashes == 2 ? TestDialogLabelOfTwoSlashes(line) : DialogLabel{};
+}
 
 // A prompt, or a line that is nothing but a logoff word or ">>>". "OFF" is not among
 // them: its comparison never succeeded, and a line of OFF ends nothing.
-bool DialogEndsRecord(std::string_view line);
+bool DialogEndsRecordTested(std::string_view line);
+inline bool DialogEndsRecord(std::string_view line) {
+  // Each of them begins, behind its blanks, with "?", ">", "o", "l" or "L": the other
+  // lines make no call.
+  std::size_t i = 0;
+  while (i < line.size() && line[i] == ' ') ++i;
+  if (i == line.size()) return false;
+  const char c = line[i];
+  return (c == '?' || c == '>' || c == 'o' || c == 'l' || c == 'L') && DialogEndsRecordTested(line);
+}
 
 // The 16-bit counts of the DIALOG filters, as the reason line of their overflow names them.
 inline constexpr std::string_view kSinceLabelLimit = "the lines of one record (iSinceLabel)";
@@ -69,14 +87,24 @@ class DialogFsc {
   // Before the record tests: a prompt closes the begin and sets blocks, the command
   // opens them again, an open block copies the line, and the logoff block opens or
   // ends (its "Logoff:" line is written with a blank line after it).
-  void beforeRecord(FilterFrame& f, const DialogLine& line);
+  void beforeRecord(FilterFrame& f, const DialogLine& line) {
+    // A line without a "?", an "L" or ">>>" changes no block, and only an open begin
+    // or sets block copies it.
+    if (line.queries == 0 && !line.capitalL && !line.errorLine && iBeginBlock != -1 && iSetsBlock != -1) return;
+    beforeRecordTested(f, line);
+  }
   // After the record tests: an open logoff block copies the line, but never ">>>".
-  void afterRecord(FilterFrame& f, const DialogLine& line);
+  void afterRecord(FilterFrame& f, const DialogLine& line) {
+    if (iLogoffBlock == -1 && !line.errorLine) copyLogoffLine(f, line);
+  }
 
   // Text lines written; the .FSC is deleted at the end when there are none.
   int16_t iFscLines = 0;
 
  private:
+  void beforeRecordTested(FilterFrame& f, const DialogLine& line);
+  void copyLogoffLine(FilterFrame& f, const DialogLine& line);
+
   LogoffWords where_;
   int16_t iBeginBlock = 0;
   int16_t iSetsBlock = 0;

@@ -132,7 +132,8 @@ TEST(DialogAllCopyRules, OffAloneDoesNotEndARecordButOtherLogoffWordsDo) {
   TempDir dir;
   auto run = Filter(dir, {"?t 1/5/1", " 1/5/1", "A", "  OFF  ", "BB", "?"});
   EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "A", "  OFF  ", "BB", ""}));
-  for (const char* line : {" off ", "logoff", "  LOGOFF", "logoff hold ", "LOGOFF HOLD", ">>>", " ?x", "?x"}) {
+  for (const char* line : {" off ", "logoff", "  LOGOFF", "logoff hold ", "LOGOFF HOLD", ">>>", " ?x", "?x",
+                           "      >>>   ", "        logoff hold", "     off"}) {
     TempDir d;
     run = Filter(d, {"?t 1/5/1", " 1/5/1", "AA", line, "not copied"});
     EXPECT_EQ(run.pro, CrLf({"", "Record - 1", "", "AA", ""})) << line;
