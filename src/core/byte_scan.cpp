@@ -149,22 +149,18 @@ std::size_t FindCrOrLf(std::string_view text) {
   return n;
 }
 
-std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also) {
-  const char* p = text.data();
-  const std::size_t n = text.size();
+uint64_t BytesInRange64(const char* p, std::size_t n, char lo, char hi, char also) {
   const Bytes16 low = splat(lo);
   const Bytes16 span = splat(static_cast<char>(hi - lo));
   const Bytes16 other = splat(also);
   // In the range when the distance above `lo` is no more than the range's width.
-  const auto hits = [&](Bytes16 v) { return laneBits(((v - low) <= span) | (v == other)); };
-  std::size_t i = from;
-  for (; i + kWidth <= n; i += kWidth)
-    if (const uint32_t bits = hits(load(p + i)); bits != 0) return i + static_cast<std::size_t>(__builtin_ctz(bits));
-  if (i < n) {
-    const uint32_t bits = hits(loadTail(p + i, n - i)) & ((1u << (n - i)) - 1);
-    if (bits != 0) return i + static_cast<std::size_t>(__builtin_ctz(bits));
-  }
-  return n;
+  const auto hits = [&](Bytes16 v) { return static_cast<uint64_t>(laneBits(((v - low) <= span) | (v == other))); };
+  n = std::min<std::size_t>(n, 64);
+  uint64_t bits = 0;
+  std::size_t i = 0;
+  for (; i + kWidth <= n; i += kWidth) bits |= hits(load(p + i)) << i;
+  if (i < n) bits |= (hits(loadTail(p + i, n - i)) & ((uint64_t{1} << (n - i)) - 1)) << i;
+  return bits;
 }
 
 std::array<uint32_t, 4> CountBytes(std::string_view text, std::array<char, 4> bytes) {
@@ -541,35 +537,14 @@ ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std
 
 bool HoldsText(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
-std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also) {
-  for (std::size_t i = from; i < text.size(); ++i) {
-    const auto c = static_cast<unsigned char>(text[i]);
-    if ((c >= static_cast<unsigned char>(lo) && c <= static_cast<unsigned char>(hi)) || text[i] == also) return i;
+uint64_t BytesInRange64(const char* p, std::size_t n, char lo, char hi, char also) {
+  uint64_t bits = 0;
+  for (std::size_t i = 0; i < n && i < 64; ++i) {
+    const auto c = static_cast<unsigned char>(p[i]);
+    if ((c >= static_cast<unsigned char>(lo) && c <= static_cast<unsigned char>(hi)) || p[i] == also)
+      bits |= uint64_t{1} << i;
   }
-  return text.size();
-}
-
-bool UseWideScans(bool) { return false; }
-
-void CleanLineInto(std::string& out, std::string_view raw) {
-  out.assign(raw);
-  CleanLine(out);
-}
-
-int64_t CountLineEnds(std::string_view text) {
-  int64_t ends = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '\n') ++ends;
-    if (text[i] == '\r') ends += i + 1 < text.size() && text[i + 1] == '\n' ? 0 : 1;
-  }
-  return ends;
-}
-
-void CleanLine(std::string& text) {
-  for (char& ch : text) {
-    const auto c = static_cast<unsigned char>(ch & 0x7f);
-    ch = static_cast<char>(c < 32 ? 0 : c);
-  }
+  return bits;
 }
 
 std::size_t FindCrOrLf(std::string_view text) {

@@ -12,10 +12,19 @@ namespace zv {
 // Offset of the first CR or LF in `text`, or text.size() when there is none.
 std::size_t FindCrOrLf(std::string_view text);
 
-// Offset of the first byte of `text` at or after `from` (no more than text.size())
-// that lies in [lo, hi] (as unsigned bytes, lo <= hi) or is `also`; text.size() when
-// there is none.
-std::size_t FindByteInRange(std::string_view text, std::size_t from, char lo, char hi, char also);
+// The bytes of p[0, min(n, 64)) that lie in [lo, hi] (as unsigned bytes, lo <= hi) or
+// are `also`, byte k as bit k.
+uint64_t BytesInRange64(const char* p, std::size_t n, char lo, char hi, char also);
+
+// Calls `visit(offset)` for each byte of `text` that lies in [lo, hi] or is `also`, in
+// order, until it returns false.
+template <class Visit>
+void ForEachByteInRange(std::string_view text, char lo, char hi, char also, Visit&& visit) {
+  for (std::size_t at = 0; at < text.size(); at += 64)
+    for (uint64_t bits = BytesInRange64(text.data() + at, text.size() - at, lo, hi, also); bits != 0;
+         bits &= bits - 1)
+      if (!visit(at + static_cast<std::size_t>(__builtin_ctzll(bits)))) return;
+}
 
 // How often each of four bytes occurs in `text`, in one pass. A filter learns from it
 // which of its searches can find anything at all.

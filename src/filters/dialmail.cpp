@@ -15,28 +15,47 @@ namespace {
 
 using sv = std::string_view;
 
-// The texts searched for anywhere in a line, each a bit of what findTexts returns.
+// The texts searched for anywhere in a line, as bits of what findTexts returns.
 enum : uint32_t {
-  kRecordDash = 1u << 0,        // "Record -": opens a record
-  kPrintsRequested = 1u << 1,   // "Prints requested", which ends one beside its second text
-  kEndTexts = ((1u << 13) - 1) & ~3u,  // the other eleven, any of which ends a record
+  kRecordDash = 1u << 0,       // "Record -": opens a record
+  kPrintsRequested = 1u << 1,  // "Prints requested", which ends one beside its second text
+  kEndText = 1u << 2,          // any of the other eleven, which end one
 };
 
 // Which of the texts the line holds, in one pass: each begins with a capital or a
 // "*", so only where the line holds one of those can a text begin, and there only
 // the texts of that first character are compared.
 uint32_t findTexts(sv line) {
-  static constexpr std::array<sv, 13> kTexts = {
-      "Record -",          "Prints requested", "*** Item ",  "VIA DIALMAIL", "Files(s) searched:",
-      "Sets selected:",    "Set     Items   Description",  "Dialmail defaults:",   "Scan     ",
-      "Read     ",         "CLear    ",        "EXit     ",  "** For more commands, "};
   uint32_t found = 0;
-  for (std::size_t at = FindByteInRange(line, 0, 'A', 'Z', '*'); at < line.size();
-       at = FindByteInRange(line, at + 1, 'A', 'Z', '*')) {
-    const sv rest = line.substr(at);
-    for (std::size_t k = 0; k < kTexts.size(); ++k)
-      if (kTexts[k].front() == rest.front() && rest.starts_with(kTexts[k])) found |= 1u << k;
-  }
+  const auto at = [&](sv rest, sv text, uint32_t bit) {
+    if (rest.starts_with(text)) found |= bit;
+  };
+  ForEachByteInRange(line, 'A', 'Z', '*', [&](std::size_t k) {
+    const sv rest = line.substr(k);
+    switch (rest.front()) {
+      case 'R':
+        at(rest, "Record -", kRecordDash);
+        at(rest, "Read     ", kEndText);
+        break;
+      case 'P': at(rest, "Prints requested", kPrintsRequested); break;
+      case '*':
+        at(rest, "*** Item ", kEndText);
+        at(rest, "** For more commands, ", kEndText);
+        break;
+      case 'V': at(rest, "VIA DIALMAIL", kEndText); break;
+      case 'F': at(rest, "Files(s) searched:", kEndText); break;
+      case 'S':
+        at(rest, "Sets selected:", kEndText);
+        at(rest, "Set     Items   Description", kEndText);
+        at(rest, "Scan     ", kEndText);
+        break;
+      case 'D': at(rest, "Dialmail defaults:", kEndText); break;
+      case 'C': at(rest, "CLear    ", kEndText); break;
+      case 'E': at(rest, "EXit     ", kEndText); break;
+      default: break;
+    }
+    return true;
+  });
   return found;
 }
 
@@ -46,7 +65,7 @@ bool endsRecord(sv line, uint32_t found) {
   static constexpr std::array<sv, 4> kMenuBegins = {"Create   ", "Answer   ", "Delete   ", "Help     "};
   for (sv s : kBegins)
     if (line.starts_with(s)) return true;
-  if (found & kEndTexts) return true;
+  if (found & kEndText) return true;
   if ((found & kPrintsRequested) && Holds(line, "indicates user print cancellation")) return true;
   for (sv s : kMenuBegins)
     if (line.starts_with(s)) return true;
