@@ -38,9 +38,25 @@ bool isStart(sv line) {
 // The prompts, echoes and status lines that end a citation, tested only while one is
 // open: clearing the flag is all they do.
 bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capitalPs, uint32_t capitalYs) {
-  if (line == "OK" || line == "Y" || line == "N" || line == "n") return true;
-  for (const sv word : {"print", "PRINT", "all", "CNT", "PROG:", "SS", "stop", "TIME", "...", "GOOD", "THE", "***"})
-    if (line.starts_with(word)) return true;
+  // The whole lines and the words a line begins with, by its first character.
+  if (line.empty()) return false;  // it holds nothing either
+  switch (line.front()) {
+    case 'O': if (line == "OK") return true; break;
+    case 'Y': if (line == "Y") return true; break;
+    case 'N': if (line == "N") return true; break;
+    case 'n': if (line == "n") return true; break;
+    case 'p': if (line.starts_with("print")) return true; break;
+    case 'P': if (line.starts_with("PRINT") || line.starts_with("PROG:")) return true; break;
+    case 'a': if (line.starts_with("all")) return true; break;
+    case 'C': if (line.starts_with("CNT")) return true; break;
+    case 'S': if (line.starts_with("SS")) return true; break;
+    case 's': if (line.starts_with("stop")) return true; break;
+    case 'T': if (line.starts_with("TIME") || line.starts_with("THE")) return true; break;
+    case '.': if (line.starts_with("...")) return true; break;
+    case 'G': if (line.starts_with("GOOD")) return true; break;
+    case '*': if (line.starts_with("***")) return true; break;
+    default: break;
+  }
   // Every text looked for inside a line holds an "R"; all but two hold "PRINT".
   if (!capitalRs) return false;
   if (colons && Holds(line, "USER:")) return true;

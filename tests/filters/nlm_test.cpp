@@ -57,7 +57,10 @@ INSTANTIATE_TEST_SUITE_P(
                     EndCase{"   READY TO PRINT FROM SS 1", true}, EndCase{"x YOUR LAST SEARCH", true},
                     EndCase{"REPRINT PRIOR SEARCH? ", true}, EndCase{"SEE 'PRINTSPECS' FOR FORMATS", true},
                     EndCase{"SEE PRINTSPECS", false}, EndCase{"  SUPERPRINT COMPLETED.", true},
-                    EndCase{"  SUPERPRINT COMPLETED", false}),
+                    EndCase{"  SUPERPRINT COMPLETED", false},
+                    // One character short of a word, or a word of another first character.
+                    EndCase{"OKAY", false}, EndCase{"TIM", false}, EndCase{"..", false}, EndCase{"GOO", false},
+                    EndCase{"TH", false}, EndCase{"PROG", false}, EndCase{"al", false}, EndCase{"stoP", false}),
     test::LineCaseName());
 
 TEST(NlmWritingRules, TheSeparatorComesOnlyAfterAWrittenBodyLine) {
