@@ -55,8 +55,10 @@ std::string IndexRec::keepFileName() const {
   return s;
 }
 
-std::array<unsigned char, kIndexRecLen> EncodeIndexRec(const IndexRec& rec) {
-  std::array<unsigned char, kIndexRecLen> b{};
+namespace {
+
+// The 277 bytes of `rec` to `b`, every one of them.
+void encodeInto(const IndexRec& rec, unsigned char* b) {
   put32(&b[0], rec.recNum);
   put32(&b[4], rec.startByte);
   put32(&b[8], rec.byteLen);
@@ -66,6 +68,13 @@ std::array<unsigned char, kIndexRecLen> EncodeIndexRec(const IndexRec& rec) {
   b[20] = static_cast<unsigned char>(flag);
   b[21] = static_cast<unsigned char>(flag >> 8);
   std::memcpy(&b[22], rec.keepFile.data(), kKeepFileLen);
+}
+
+}  // namespace
+
+std::array<unsigned char, kIndexRecLen> EncodeIndexRec(const IndexRec& rec) {
+  std::array<unsigned char, kIndexRecLen> b;
+  encodeInto(rec, b.data());
   return b;
 }
 
@@ -135,10 +144,10 @@ IndexRec IndexFile::get(int32_t k) {
 void IndexFile::put(int32_t k, const IndexRec& rec) {
   if (fd_ < 0) throw ZvError(err::kBadFileNumber, ErrorText(err::kBadFileNumber), path_);
   if (k < 1) throw ZvError(err::kBadFileNumber, "Bad record number", path_);
-  const auto bytes = EncodeIndexRec(rec);
+  // The records of a run in memory are encoded where they lie, with no copy between.
   const int32_t pendingCount = static_cast<int32_t>(pending_.size() / kIndexRecLen);
   if (pendingFirst_ && k >= pendingFirst_ && k < pendingFirst_ + pendingCount) {
-    std::memcpy(&pending_[static_cast<std::size_t>(k - pendingFirst_) * kIndexRecLen], bytes.data(), kIndexRecLen);
+    encodeInto(rec, &pending_[static_cast<std::size_t>(k - pendingFirst_) * kIndexRecLen]);
     return;
   }
   if (pendingFirst_ && k == pendingFirst_ + pendingCount) {
@@ -153,9 +162,12 @@ void IndexFile::put(int32_t k, const IndexRec& rec) {
       pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(out));
       pendingFirst_ += pendingCount - 1;
     }
-    pending_.insert(pending_.end(), bytes.begin(), bytes.end());
+    const std::size_t at = pending_.size();
+    pending_.resize(at + kIndexRecLen);
+    encodeInto(rec, &pending_[at]);
     return;
   }
+  const auto bytes = EncodeIndexRec(rec);
   flushPending();
   if (k == diskRecords_ + 1) {  // a record appended at the tail starts a new run
     pendingFirst_ = k;
