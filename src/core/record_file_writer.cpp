@@ -26,7 +26,7 @@ void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
   Count32(glOutLine, 1, kLinesLimit, {"record", recNum});
   // The new record takes the buffer's end line and length, whatever they are: its own
   // come when the next label or FinishIndex closes it. It is held open in memory.
-  IndexRec& rec = gIndexRec;
+  IndexRec& rec = *rec_;
   rec.recNum = recNum;
   rec.startByte = lOutBytes;
   rec.startLine = glOutLine;
@@ -60,7 +60,7 @@ void RecordFileWriter::beginRecord(int32_t recNum, int64_t countedLength) {
 }
 
 void RecordFileWriter::FinishIndex(int32_t recNum) {
-  IndexRec& rec = gIndexRec;
+  IndexRec& rec = *rec_;
   rec = getRec(recNum);
   rec.endLine = glOutLine;
   int32_t len = lOutBytes;

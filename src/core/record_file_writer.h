@@ -42,6 +42,10 @@ class RecordFileWriter {
   int32_t lLastIndexed = 0;  // the record number at the last UpdateIndex
   IndexRec gIndexRec;        // this file's record buffer
 
+  // Makes the writer keep its index record in `buffer` (which must outlive it) in
+  // place of gIndexRec: for writers that share one buffer among their files.
+  void shareIndexRec(IndexRec& buffer) noexcept { rec_ = &buffer; }
+
   // A blank line, accounted as 2 bytes and one line.
   void writeBlank();
   // A text line, then UpdateIndex counting the line's own length.
@@ -101,6 +105,7 @@ class RecordFileWriter {
   void putHeld();
   IndexRec getRec(int32_t k);
 
+  IndexRec* rec_ = &gIndexRec;  // the record buffer in use
   TextOut pro_;
   IndexFile ndx_;
   bool held_ = false;  // `held` is a record not yet in ndx_

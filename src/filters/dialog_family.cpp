@@ -135,8 +135,4 @@ bool CheckTypes(const std::vector<std::string>& types, Message& message) {
   return true;
 }
 
-void ShowTypeCount(JobProgress& progress, int type, int32_t count) {
-  if (auto* types = dynamic_cast<TypeProgress*>(&progress)) types->typeRecordDone(type, count);
-}
-
 }  // namespace zv

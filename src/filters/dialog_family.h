@@ -144,7 +144,4 @@ class TypeProgress : public JobProgress {
   virtual void typeRecordDone(int /*type*/, int32_t /*count*/) {}
 };
 
-// Tells `progress` of a type's count when it is a TypeProgress.
-void ShowTypeCount(JobProgress& progress, int type, int32_t count);
-
 }  // namespace zv

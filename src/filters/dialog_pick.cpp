@@ -15,6 +15,8 @@ class DialogPik final : public LineFilter {
  public:
   explicit DialogPik(const std::array<std::string, kMaxTypes>& types) : sType(types) {}
 
+  void begin(FilterFrame& f) override { types_ = dynamic_cast<TypeProgress*>(&f.progress); }
+
   void afterCleaning(FilterFrame& f) override {
     f.iJustLabelled = 0;
     // The odometer moves after this, so the line in hand is one further.
@@ -58,7 +60,7 @@ class DialogPik final : public LineFilter {
         write(f, f.sLabel);
         f.writeBlank();
         Add32(lTypeCount[iCurType - 1], 1);
-        ShowTypeCount(f.progress, iCurType, lTypeCount[iCurType - 1]);
+        if (types_) types_->typeRecordDone(iCurType, lTypeCount[iCurType - 1]);
       }
     }
 
@@ -109,6 +111,7 @@ class DialogPik final : public LineFilter {
 
   const std::array<std::string, kMaxTypes>& sType;
   DialogFsc fsc{DialogFsc::LogoffWords::Anywhere};
+  TypeProgress* types_ = nullptr;  // the observer, when it shows the types' counts
   int16_t iSinceLabel = 0;
   int16_t iCurType = 0;
   int32_t lKept = 0;

@@ -33,12 +33,14 @@ class DialogSep final : public LineFilter {
   explicit DialogSep(const std::vector<SepOutput>& outputs) : outputs_(outputs) {}
 
   void begin(FilterFrame& f) override {
+    types_ = dynamic_cast<TypeProgress*>(&f.progress);
     for (std::size_t k = 0; k < outputs_.size(); ++k) {
       auto file = std::make_unique<SepFile>();
       file->twoBlanks = k == 2 || k == 3;
       file->proFile = f.job.outputPath(outputs_[k].file + ".PRO");
       file->indexFile = f.job.outputPath(outputs_[k].file + ".NDX");
       file->writer.open(f.frame.outputs, file->proFile, file->indexFile);
+      file->writer.shareIndexRec(gIndexRec);
       files_.push_back(std::move(file));
     }
   }
@@ -79,11 +81,10 @@ class DialogSep final : public LineFilter {
           if (!sBeforePrevEmpty) out.writer.writeBlank();
         }
         Add32(out.lSepCount, 1);
-        const std::string number = " " + std::to_string(out.lSepCount);
-        out.label = "Record - " + (out.twoBlanks ? number : number.substr(1));
+        out.label = out.twoBlanks ? "Record -  " + std::to_string(out.lSepCount) : RecordLabel(out.lSepCount);
         labelTo(out);
         out.writer.writeBlank();
-        ShowTypeCount(f.progress, iCurType, out.lSepCount);
+        if (types_) types_->typeRecordDone(iCurType, out.lSepCount);
       }
     }
 
@@ -148,12 +149,11 @@ class DialogSep final : public LineFilter {
   SepFile& current() { return *files_[static_cast<std::size_t>(iCurType - 1)]; }
 
   // The label of a new record. The files share one index record buffer, as they
-  // always have: a new entry takes its end line and length from whatever entry of
-  // any file was handled last, until FinishIndex or the next label puts them right.
+  // always have (each writer keeps its record in gIndexRec): a new entry takes its end
+  // line and length from whatever entry of any file was handled last, until
+  // FinishIndex or the next label puts them right.
   void labelTo(SepFile& out) {
-    out.writer.gIndexRec = gIndexRec;
     out.writer.writeText(out.label, out.lSepCount, true, static_cast<int64_t>(out.label.size()));
-    gIndexRec = out.writer.gIndexRec;
   }
 
   // A text line of the current record, counted at gsLine's length.
@@ -166,6 +166,7 @@ class DialogSep final : public LineFilter {
   std::vector<std::unique_ptr<SepFile>> files_;
   DialogFsc fsc{DialogFsc::LogoffWords::Anywhere};
   IndexRec gIndexRec;  // the one record buffer of all the files' index traffic
+  TypeProgress* types_ = nullptr;  // the observer, when it shows the types' counts
   int16_t iSinceLabel = 0;
   int16_t iCurType = 0;
   int32_t lKeptAll = 0;
