@@ -49,13 +49,29 @@ class CleanLineReader {
   // Whether line() holds any of the marked bytes; true when none were set.
   bool holdsMarked() {
     if (marked_.empty() || !inBlock_) return holdsMarkedSlow();
-    // The marks of lines passed over are skipped; the next one must lie in this line.
-    const auto start = static_cast<std::size_t>(line_.data() - block_.get());
-    while (m_ < markCount_ && marks_[m_] < start) ++m_;
+    const auto start = skipMarks();
     return m_ < markCount_ && marks_[m_] < start + line_.size();
+  }
+  // The places of the marked bytes in line(), in order: [first, last) as offsets into
+  // the block, `base` being the line's own. False when they were not listed (no marked
+  // bytes set, or a line kept aside from the blocks): the caller then looks for itself.
+  bool markPlaces(const std::size_t*& first, const std::size_t*& last, std::size_t& base) {
+    if (marked_.empty() || !inBlock_) return false;
+    base = skipMarks();
+    std::size_t end = m_;
+    while (end < markCount_ && marks_[end] < base + line_.size()) ++end;
+    first = marks_.get() + m_;
+    last = marks_.get() + end;
+    return true;
   }
 
  private:
+  // Passes over the marks of the lines before line(); returns where line() starts.
+  std::size_t skipMarks() {
+    const auto start = static_cast<std::size_t>(line_.data() - block_.get());
+    while (m_ < markCount_ && marks_[m_] < start) ++m_;
+    return start;
+  }
   // The next listed line: its end is the entry, and it is followed by a CR LF pair's
   // LF or by the next line.
   void take() {

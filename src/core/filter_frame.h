@@ -123,6 +123,10 @@ class FilterFrame {
 
   // Whether gsLine holds any of the filter's markedBytes (true when it named none).
   bool holdsMarked() const { return in_->holdsMarked(); }
+  // Where gsLine holds them, as CleanLineReader::markPlaces tells.
+  bool markPlaces(const std::size_t*& first, const std::size_t*& last, std::size_t& base) const {
+    return in_->markPlaces(first, last, base);
+  }
 
   // How a record is opened: blank lines before the label, the label text, and what
   // follows it.

@@ -77,7 +77,7 @@ class Dialmail final : public LineFilter {
   void afterCleaning(FilterFrame& f) override { f.iJustLabelled = 0; }
 
   void onLine(FilterFrame& f) override {
-    const DialogLine l(f.gsLine, f.holdsMarked());
+    const DialogLine l(f);
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);

@@ -21,7 +21,7 @@ class DialogAll final : public LineFilter {
   }
 
   void onLine(FilterFrame& f) override {
-    const DialogLine l(f.gsLine, f.holdsMarked());
+    const DialogLine l(f);
     const sv line = l.text;
 
     // Steps 2 to 6: the begin, sets and logoff blocks of the .FSC.

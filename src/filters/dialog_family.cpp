@@ -21,6 +21,23 @@ void DialogLine::count() {
   errorLine = angles >= 3 && Holds(line, ">>>");
 }
 
+void DialogLine::countPlaces(const std::size_t* first, const std::size_t* last, std::size_t base) {
+  uint32_t angles = 0;
+  for (; first != last; ++first) {
+    const std::size_t at = *first - base;
+    switch (text[at]) {
+      case '?':
+        if (queries++ == 0) firstQuery = at;
+        break;
+      case '>': ++angles; break;
+      case 'L': capitalL = true; break;
+      case '/': ++slashes; break;
+      default: break;
+    }
+  }
+  errorLine = angles >= 3 && Holds(text, ">>>");
+}
+
 // The eleven tests in their order; the first that fails decides.
 DialogLabel TestDialogLabelOfTwoSlashes(const DialogLine& l) {
   DialogLabel r;

@@ -19,6 +19,17 @@ struct DialogLine {
   explicit DialogLine(std::string_view line, bool mayHoldMarks = true) : text(line) {
     if (mayHoldMarks) count();
   }
+  // The frame's gsLine, counted at the places where the frame found the filter's
+  // marked bytes as it read (they must be kDialogMarkedBytes), with no pass over the
+  // line of its own where it has them.
+  explicit DialogLine(const FilterFrame& f) : text(f.gsLine) {
+    const std::size_t *first = nullptr, *last = nullptr;
+    std::size_t base = 0;
+    if (!f.markPlaces(first, last, base))
+      count();
+    else if (first != last)
+      countPlaces(first, last, base);
+  }
 
   std::string_view text;
   uint32_t queries = 0;                      // "?"
@@ -29,6 +40,7 @@ struct DialogLine {
 
  private:
   void count();
+  void countPlaces(const std::size_t* first, const std::size_t* last, std::size_t base);
 };
 
 // The bytes DialogLine counts: the DIALOG filters' markedBytes.

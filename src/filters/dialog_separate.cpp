@@ -52,7 +52,7 @@ class DialogSep final : public LineFilter {
 
   void onLine(FilterFrame& f) override {
     JobState& job = f.job;
-    const DialogLine l(f.gsLine, f.holdsMarked());
+    const DialogLine l(f);
     const sv line = l.text;
 
     fsc.beforeRecord(f, l);

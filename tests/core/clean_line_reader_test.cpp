@@ -21,6 +21,7 @@ using Lines = std::vector<std::string>;
 // so that the marks of lines not asked about are passed over too).
 Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f") {
   Lines out;
+  std::size_t listed = 0;  // lines whose marks the reader listed
   r.setPrevious("before the first");
   r.setMarked(marked);
   while (r.next()) {
@@ -30,9 +31,22 @@ Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f") {
       const bool holds = out.back().find_first_of(marked) != std::string::npos;
       EXPECT_EQ(r.holdsMarked(), holds) << out.size();
       EXPECT_EQ(r.holdsMarked(), holds) << out.size() << " asked again";
+      // Where they stand, when the reader listed them.
+      const std::size_t *first = nullptr, *last = nullptr;
+      std::size_t base = 0;
+      if (r.markPlaces(first, last, base)) {
+        std::vector<std::size_t> places, expected;
+        for (; first != last; ++first) places.push_back(*first - base);
+        for (std::size_t i = 0; i < out.back().size(); ++i)
+          if (marked.find(out.back()[i]) != std::string_view::npos) expected.push_back(i);
+        EXPECT_EQ(places, expected) << out.size();
+        ++listed;
+      }
     }
   }
   EXPECT_EQ(r.line(), out.empty() ? std::string("before the first") : out.back());
+  // Only a line kept aside from the blocks (longer than a block) goes unlisted.
+  EXPECT_GE(listed + 2, out.size() - out.size() / 3) << "lines asked about whose marks were listed";
   return out;
 }
 
