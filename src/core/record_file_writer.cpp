@@ -1,11 +1,21 @@
 // The .PRO/.NDX bookkeeping shared by every tool that writes records.
 #include "core/record_file_writer.h"
 
+#include <charconv>
+#include <cstring>
+
 #include "core/error.h"
 
 namespace zv {
 
-std::string RecordLabel(int32_t recNum) { return "Record - " + std::to_string(recNum); }
+std::string RecordLabel(int32_t recNum) {
+  // Made in place: a label is made for every record a filter finds.
+  constexpr std::string_view kText = "Record - ";
+  char label[kText.size() + 12];
+  std::memcpy(label, kText.data(), kText.size());
+  const auto end = std::to_chars(label + kText.size(), label + sizeof label, recNum).ptr;
+  return std::string(label, end);
+}
 
 void RecordFileWriter::open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile) {
   held_ = false;

@@ -17,7 +17,7 @@ void DialogLine::count() {
   queries = q;
   slashes = s;
   if (queries) firstQuery = line.find('?');
-  capitalL = capitalLs != 0;
+  logoffLine = capitalLs != 0 && Holds(line, "Logoff:");
   errorLine = angles >= 3 && Holds(line, ">>>");
 }
 
@@ -30,7 +30,9 @@ void DialogLine::countPlaces(const std::size_t* first, const std::size_t* last, 
         if (queries++ == 0) firstQuery = at;
         break;
       case '>': ++angles; break;
-      case 'L': capitalL = true; break;
+      case 'L':  // where "Logoff:" may begin
+        logoffLine = logoffLine || text.substr(at).starts_with("Logoff:");
+        break;
       case '/': ++slashes; break;
       default: break;
     }
@@ -119,7 +121,7 @@ void DialogFsc::beforeRecordTested(FilterFrame& f, const DialogLine& l) {
   }
 
   // "Logoff:" or ">>>" ends the logoff block; only "Logoff:" is written.
-  if ((l.capitalL && Holds(line, "Logoff:")) || l.errorLine) {
+  if (l.logoffLine || l.errorLine) {
     if (iLogoffBlock == -1 && !l.errorLine) {
       Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
       f.fscLine(line);

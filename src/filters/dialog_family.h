@@ -35,7 +35,7 @@ struct DialogLine {
   uint32_t queries = 0;                      // "?"
   uint32_t slashes = 0;                      // "/"
   std::size_t firstQuery = std::string_view::npos;  // column - 1 of the first "?"
-  bool capitalL = false;                     // an "L": "Logoff:" is possible
+  bool logoffLine = false;                   // holds "Logoff:"
   bool errorLine = false;                    // holds ">>>"
 
  private:
@@ -100,9 +100,9 @@ class DialogFsc {
   // opens them again, an open block copies the line, and the logoff block opens or
   // ends (its "Logoff:" line is written with a blank line after it).
   void beforeRecord(FilterFrame& f, const DialogLine& line) {
-    // A line without a "?", an "L" or ">>>" changes no block, and only an open begin
+    // A line without a "?", "Logoff:" or ">>>" changes no block, and only an open begin
     // or sets block copies it.
-    if (line.queries == 0 && !line.capitalL && !line.errorLine && iBeginBlock != -1 && iSetsBlock != -1) return;
+    if (line.queries == 0 && !line.logoffLine && !line.errorLine && iBeginBlock != -1 && iSetsBlock != -1) return;
     beforeRecordTested(f, line);
   }
   // After the record tests: an open logoff block copies the line, but never ">>>".
