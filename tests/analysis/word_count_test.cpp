@@ -1,11 +1,15 @@
 // Diction without limits counts with a hashed table in large blocks of text; within
 // the limits its list must be the same bytes as the list the table searched in order
-// makes. And the byte-set masks the counter cuts words with.
+// makes. And the byte-set masks the counter cuts words with, and its sort of words.
 #include "analysis/word_count.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <random>
+
+#include "analysis/word_list.h"
 
 #include "analysis/analysis_common.h"
 #include "analysis/diction.h"
@@ -80,6 +84,128 @@ TEST(DictionWithoutLimits, ALongWordSeenFirstCarriesTheCountOfItsStem) {
     EXPECT_EQ(list.substr(list.find("\r\n\r\n", list.find("Unique")) + 4), c.body + "|lines 1|words 3");
     EXPECT_EQ(ListOf(dir, c.text + "\r\n", false), list);
   }
+}
+
+// A larger text: thousands of distinct words (the table grows, words held in their
+// slots and longer ones side by side), lines past the 64 KB pieces the counter cuts
+// the text into and one line longer than a piece, hyphen runs and label words across
+// the 64-byte steps of its scan, bytes above 127, NUL and tab inside words.
+std::string LargerText(std::mt19937& random) {
+  const std::string stem35(35, 'q');
+  std::vector<std::string> pool;
+  for (int i = 0; i < 2500; ++i) {
+    std::string w;
+    const int len = 1 + static_cast<int>(random() % 16);
+    for (int k = 0; k < len; ++k) {
+      const auto r = static_cast<unsigned>(random() % 40);
+      w += r < 26 ? static_cast<char>((random() % 3 ? 'a' : 'A') + r) : r < 36 ? static_cast<char>('0' + r - 26)
+           : r == 36 ? '\xE9' : r == 37 ? '-' : r == 38 ? '\t' : '\0';
+    }
+    pool.push_back(w);
+  }
+  const std::string odd[] = {"cost--benefit", "a---b", "----", "-----", "x-", "-y", "Record - 7", "Record -- 7",
+                             "Record--- 7",   "x -- Record y", "record - 5", "RECORD - 5", "why?", ",", ".",
+                             stem35,          stem35 + "x",    stem35 + "yz", std::string(11, 'k'), std::string(12, 'k'),
+                             " - ",           "--Print"};
+  static const char* ends[] = {"\r\n", "\n", "\r"};
+  std::string text;
+  for (int line = 0; line < 2600; ++line) {
+    const int words = line == 1300 ? 9000 : static_cast<int>(random() % 14);
+    for (int j = 0; j < words; ++j) {
+      const auto r = static_cast<unsigned>(random() % 100);
+      if (r < 40)
+        text += pool[random() % 60];  // a few common words
+      else if (r < 80)
+        text += pool[random() % pool.size()];
+      else if (r < 90)
+        text += odd[random() % std::size(odd)];
+      else
+        text += std::to_string(random() % 3000);
+      text += random() % 7 ? " " : random() % 2 ? "--" : ", ";
+    }
+    text += ends[random() % 3];
+  }
+  return text + pool[0];  // the last line without its end
+}
+
+TEST(DictionWithoutLimits, ListsWhatTheTableSearchedInOrderListsOnLargerTexts) {
+  std::mt19937 random(41);
+  const std::string omits[] = {"", "cost\r\n" + std::string(12, 'k') + "\r\n" + std::string(35, 'q') + "x\r\n"};
+  for (int round = 0; round < 4; ++round) {
+    TempDir dir;
+    const std::string& omit = omits[round % std::size(omits)];
+    if (!omit.empty()) WriteFile(dir.file("OMIT.LST"), omit);
+    const std::string text = LargerText(random);
+    ASSERT_GT(text.size(), std::size_t{3} << 16);
+    const std::string exact = ListOf(dir, text, false);
+    ASSERT_NE(exact.find("Unique Words:  "), std::string::npos);
+    EXPECT_EQ(ListOf(dir, text, true), exact) << "round " << round;
+  }
+}
+
+TEST(DictionWithoutLimits, ATextEndingAtA64ByteStepOrHeldByASeparatePieceCountsTheSame) {
+  // Texts of 63 to 129 bytes ending in a word, a hyphen or a line end, fed to the
+  // counter with exactly the 64 bytes it may read after them.
+  std::mt19937 random(5);
+  for (std::size_t size = 63; size <= 129; ++size) {
+    for (const char* tail : {"w", "-", "--", "\r"}) {
+      std::string text;
+      while (text.size() + std::strlen(tail) < size) text += random() % 5 ? static_cast<char>('a' + random() % 3) : ' ';
+      text += tail;
+      auto listOf = [&](std::size_t cut) {
+        WordCounter counter({});
+        std::string whole = text.substr(0, cut) + std::string(64, '-');
+        counter.countLines(whole.data(), cut);
+        if (cut < text.size()) {
+          std::string rest = text.substr(cut) + std::string(64, '-');
+          counter.countLines(rest.data(), text.size() - cut);
+        }
+        std::string list = std::to_string(counter.unique()) + "|";
+        counter.writeList([&list](std::string_view part) { list += part; });
+        return list;
+      };
+      TempDir dir;
+      const std::string exact = ListOf(dir, text, false);
+      const std::string whole = listOf(text.size());
+      EXPECT_EQ(exact.substr(exact.find("\r\n\r\n", exact.find("Unique")) + 4),
+                whole.substr(whole.find('|') + 1) + "|lines 1|words " + whole.substr(0, whole.find('|')))
+          << size << " " << tail;
+      // Cut after a blank: the same words in two calls.
+      const std::size_t blank = text.find(' ', 20);
+      if (blank != std::string::npos) {
+        EXPECT_EQ(listOf(blank + 1), whole) << size << " " << tail;
+      }
+    }
+  }
+}
+
+TEST(WordKeys, SortAsTheirWordsDo) {
+  std::mt19937 random(8);
+  const unsigned char alphabets[][4] = {{'0', '1', '9', '-'}, {0, 1, 0xFF, 'a'}};
+  for (std::size_t n : {0, 1, 47, 48, 49, 300, 5000, 60000}) {
+    for (const auto& alphabet : alphabets) {
+      std::vector<std::string> words;
+      std::vector<WordKey> keys, scratch(n);
+      for (std::size_t i = 0; i < n; ++i) {
+        std::string w;
+        for (auto len = static_cast<unsigned>(1 + random() % 11), k = 0u; k < len; ++k) w += static_cast<char>(alphabet[random() % 4]);
+        words.push_back(w);
+        keys.push_back(WordKey::of(w.data(), w.size()));
+      }
+      SortWordKeys(keys.data(), scratch.data(), n);
+      std::sort(words.begin(), words.end());
+      std::vector<std::string> spelled;
+      for (const WordKey& k : keys) {
+        char out[16];
+        spelled.emplace_back(out, k.spell(out));
+      }
+      EXPECT_EQ(spelled, words) << n;
+    }
+  }
+  // A word longer than eleven bytes sorts after the words it begins with.
+  const std::string longer = "abcdefghijkl";
+  EXPECT_LT(WordKey::of("abcdefghijk", 11), WordKey::of(longer.data(), longer.size()));
+  EXPECT_LT(WordKey::of(longer.data(), longer.size()), WordKey::of("abcdefghijl", 11));
 }
 
 TEST(ByteSetMasks, MarkTheBytesOfTheSetSixtyFourAtATime) {
