@@ -285,10 +285,7 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
       while (n < glLineCount) {
         std::string_view block = in.next();
         if (block.empty()) break;
-        std::size_t cut = 0;
-        const std::size_t lines = LinesIn(block, static_cast<std::size_t>(glLineCount - n), cut);
-        counter.countLines(block.data(), cut);
-        n += static_cast<int32_t>(lines);
+        n += static_cast<int32_t>(counter.countLines(block.data(), block.size(), static_cast<std::size_t>(glLineCount - n)));
         if (counter.unique() != shown) {
           shown = counter.unique();
           panels.uniqueWords(static_cast<int32_t>(std::min<int64_t>(shown, INT32_MAX)));

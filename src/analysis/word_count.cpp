@@ -10,6 +10,7 @@
 #include <new>
 
 #include "analysis/analysis_common.h"
+#include "analysis/line_blocks.h"
 #include "analysis/word_list.h"
 #include "core/brindle.h"
 #include "core/text.h"
@@ -225,24 +226,37 @@ void WordCounter::countWord(const char* word, std::size_t len) {
   }
 }
 
-void WordCounter::countLines(const char* text, std::size_t n) {
-  for (std::size_t at = 0; at < n;) {
+std::size_t WordCounter::countLines(const char* text, std::size_t n, std::size_t most) {
+  std::size_t lines = 0;
+  for (std::size_t at = 0; at < n && lines < most;) {
     std::size_t end = n;
     if (n - at > kPiece) {
       end = at + kPiece;
       while (end > at && text[end - 1] != '\n' && text[end - 1] != '\r') --end;
-      if (end == at) {  // one line longer than a piece
+      if (end == at) {  // one line longer than a piece, with its end
         end = at + kPiece;
         while (end < n && text[end] != '\n' && text[end] != '\r') ++end;
+        if (end < n) ++end;
       }
+      if (end < n && text[end - 1] == '\r' && text[end] == '\n') ++end;  // a CR LF pair stays whole
     }
-    countPiece(text + at, end - at);
+    ScanText(text + at, end - at, scan_);
+    std::size_t got = scan_.lines;
+    if (lines + got > most) {
+      // The lines past the last to be read are left out.
+      std::size_t cut = 0;
+      got = LinesIn(std::string_view(text + at, end - at), most - lines, cut);
+      end = at + cut;
+      ScanText(text + at, cut, scan_);
+    }
+    countScanned(text + at, end - at);
+    lines += got;
     at = end;
   }
+  return lines;
 }
 
-void WordCounter::countPiece(const char* text, std::size_t n) {
-  ScanText(text, n, scan_);
+void WordCounter::countScanned(const char* text, std::size_t n) {
   exactLines_.clear();
   if (!scan_.hyphens.empty()) markLines(text, n);
   // The words in order; a line that needs the exact steps comes in its place.
@@ -305,30 +319,36 @@ void WordCounter::markLines(const char* text, std::size_t n) {
 
 void WordCounter::cutWords(std::size_t from, std::size_t to) {
   if (from >= to) return;
+  // Locals: the compiler cannot tell that the stores to the batch leave the members be.
   const uint64_t* ends = scan_.ends.data();
   const char* lower = scan_.lower.data();
+  Pending* const batch = batch_;
+  int pending = pending_;
+  const Slot* slots = slots_;
+  int shift = shift_;
   std::size_t c = from / 64;
   const std::size_t last = (to - 1) / 64;
   uint64_t m = ends[c] | ((uint64_t{1} << (from % 64)) - 1);
   uint64_t before = 1;  // the byte before `from` ends a word
   for (;;) {
+    const uint64_t next = ends[c + 1];
     uint64_t starts = ~m & ((m << 1) | before);
     if (c == last && to - 64 * c < 64) starts &= (uint64_t{1} << (to - 64 * c)) - 1;
     while (starts != 0) {
       const auto s = static_cast<unsigned>(__builtin_ctzll(starts));
       starts &= starts - 1;
       const std::size_t at = 64 * c + s;
-      const uint64_t rest = m >> s;
+      // The word's end: the first end from s on, in this mask or the next.
+      const auto rest = static_cast<uint64_t>(((static_cast<unsigned __int128>(next) << 64) | m) >> s);
       std::size_t len;
-      if (rest != 0) {
+      if (rest != 0) [[likely]] {
         len = static_cast<std::size_t>(__builtin_ctzll(rest));
       } else {
-        std::size_t k = c + 1;
+        std::size_t k = c + 2;
         while (ends[k] == 0) ++k;
         len = 64 * k + static_cast<std::size_t>(__builtin_ctzll(ends[k])) - at;
       }
       const char* word = lower + at;
-      Pending& w = batch_[pending_++];
       if (len <= kInline) {
         uint64_t a;
         uint32_t b;
@@ -337,26 +357,63 @@ void WordCounter::cutWords(std::size_t from, std::size_t to) {
         a &= kInlineMasks.a[len];
         b = (b & kInlineMasks.b[len]) | static_cast<uint32_t>(len) << 24;
         const uint64_t h = hashInline(a, b);
-        __builtin_prefetch(slots_ + (h >> shift_));
-        w = {a, h, b};
+        __builtin_prefetch(slots + (h >> shift));
+        batch[pending] = {a, h, b};
       } else {
-        w = {reinterpret_cast<std::uintptr_t>(word), len, 0};
+        batch[pending] = {reinterpret_cast<std::uintptr_t>(word), len, 0};
       }
-      if (pending_ == kBatch) settle();
+      if (++pending == kBatch) {
+        pending_ = pending;
+        settle();
+        pending = 0;
+        slots = slots_;
+        shift = shift_;
+      }
     }
     if (c == last) break;
     before = m >> 63;
-    m = ends[++c];
+    m = next;
+    ++c;
   }
+  pending_ = pending;
 }
 
 void WordCounter::settle() {
-  for (int i = 0; i < pending_; ++i) {
-    const Pending& w = batch_[i];
-    if (w.b != 0)
-      countInline(w.a, w.b, w.h);
-    else
+  Slot* slots = slots_;
+  std::size_t mask = mask_;
+  int shift = shift_;
+  const int pending = pending_;
+  for (int i = 0; i < pending; ++i) {
+    const Pending w = batch_[i];
+    if (w.b == 0) {
       countWord(reinterpret_cast<const char*>(w.a), w.h);
+      slots = slots_;
+      mask = mask_;
+      shift = shift_;
+      continue;
+    }
+    for (std::size_t j = w.h >> shift;; j = (j + 1) & mask) {
+      Slot& s = slots[j];
+      if (s.a == w.a && s.b == w.b) {
+        if (s.count >= kMaxCount) [[unlikely]] {
+          if (s.count == kOmitted) break;
+          ThrowOverflow();
+        }
+        ++s.count;
+        break;
+      }
+      if (s.b == 0) {
+        s = {w.a, w.b, 1};
+        ++unique_;
+        if (++used_ > growAt_) {
+          grow();
+          slots = slots_;
+          mask = mask_;
+          shift = shift_;
+        }
+        break;
+      }
+    }
   }
   pending_ = 0;
 }

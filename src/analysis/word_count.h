@@ -58,9 +58,10 @@ class WordCounter {
 
   // Counts the words of `n` bytes of whole lines as Diction's loop takes them, line by
   // line: "--" made a blank, a line holding "Record - " passed over, the rest cut at
-  // the delimiters, CR and LF, and lowered. `text` must have 64 readable bytes after
-  // the lines; it is not changed.
-  void countLines(const char* text, std::size_t n);
+  // the delimiters, CR and LF, and lowered; at most `most` lines (a CR LF pair ends
+  // one, and a last line without its end counts). Returns the lines counted. `text`
+  // must have 64 readable bytes after the lines; it is not changed.
+  std::size_t countLines(const char* text, std::size_t n, std::size_t most);
 
   // The elements so far, as the table in order of first sight would hold them.
   int64_t unique() const { return unique_; }
@@ -101,12 +102,10 @@ class WordCounter {
   static constexpr uint32_t kMaxCount = 0x7FFFFFFF;  // counts are 32-bit signed numbers
   static constexpr uint32_t kOmitted = 0xFFFFFFFFu;
   static constexpr uint8_t kOmittedFlag = 1, kSeen = 2, kFirstLong = 4;
-  static constexpr int kBatch = 32;
+  static constexpr int kBatch = 256;
 
-  static uint64_t hashInline(uint64_t a, uint32_t b) {
-    const uint64_t h = (a ^ (uint64_t{b} * 0x9E3779B97F4A7C15ull)) * 0xD6E8FEB86659FD93ull;
-    return h ^ (h >> 32);
-  }
+  // The top bits place the word.
+  static uint64_t hashInline(uint64_t a, uint32_t b) { return a * 0xD6E8FEB86659FD93ull + uint64_t{b} * 0x9E3779B97F4A7C15ull; }
   static uint64_t hashBytes(const char* word, std::size_t len);
 
   void countInline(uint64_t a, uint32_t b, uint64_t h);
@@ -118,7 +117,7 @@ class WordCounter {
   void takeSlot();
   void grow();
 
-  void countPiece(const char* text, std::size_t n);
+  void countScanned(const char* text, std::size_t n);
   void markLines(const char* text, std::size_t n);
   void cutWords(std::size_t from, std::size_t to);
   void settle();

@@ -37,7 +37,7 @@ __attribute__((target("avx2"))) uint64_t nibbleMask64(const char* p, const unsig
 
 // The masks of 32 bytes at p, and their lowered copy at `lower`.
 struct Masks32 {
-  uint32_t ends, lineEnds, hyphens, hyphenThen;
+  uint32_t ends, lineEnds, hyphens, hyphenThen, crLf;
 };
 
 __attribute__((target("avx2"), always_inline)) inline Masks32 scan32(const char* p, char* lower, __m256i lo, __m256i hi) {
@@ -59,6 +59,8 @@ __attribute__((target("avx2"), always_inline)) inline Masks32 scan32(const char*
   m.hyphens = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(v, hyphen)));
   m.hyphenThen = static_cast<uint32_t>(_mm256_movemask_epi8(
       _mm256_or_si256(_mm256_cmpeq_epi8(next, hyphen), _mm256_cmpeq_epi8(next, _mm256_set1_epi8(' ')))));
+  m.crLf = static_cast<uint32_t>(_mm256_movemask_epi8(
+      _mm256_and_si256(_mm256_cmpeq_epi8(v, _mm256_set1_epi8('\r')), _mm256_cmpeq_epi8(next, _mm256_set1_epi8('\n')))));
   return m;
 }
 
@@ -66,28 +68,40 @@ __attribute__((target("avx2"))) void scanAvx2(const char* text, std::size_t n, c
   const __m256i lo = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(set.lowTable())));
   const __m256i hi = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(set.highTable())));
   const std::size_t chunks = (n + 63) / 64;
+  std::size_t lineEnds = 0;
   for (std::size_t c = 0; c < chunks; ++c) {
     const Masks32 a = scan32(text + 64 * c, out.lower.data() + 64 * c, lo, hi);
     const Masks32 b = scan32(text + 64 * c + 32, out.lower.data() + 64 * c + 32, lo, hi);
     out.ends[c] = a.ends | static_cast<uint64_t>(b.ends) << 32;
-    out.lineEnds[c] = a.lineEnds | static_cast<uint64_t>(b.lineEnds) << 32;
+    uint64_t ends = a.lineEnds | static_cast<uint64_t>(b.lineEnds) << 32;
+    uint64_t crLf = a.crLf | static_cast<uint64_t>(b.crLf) << 32;
     uint64_t pairs = (a.hyphens & a.hyphenThen) | static_cast<uint64_t>(b.hyphens & b.hyphenThen) << 32;
     if (c + 1 == chunks) {
-      // The last byte's follower is not in the piece.
+      // Nothing past the piece, and the last byte's follower is not in it.
       const std::size_t left = n - 64 * c;
-      pairs &= (uint64_t{1} << (left - 1)) - 1;
+      const uint64_t in = left == 64 ? ~uint64_t{0} : (uint64_t{1} << left) - 1;
+      ends &= in;
+      crLf &= in >> 1;
+      pairs &= in >> 1;
     }
+    out.lineEnds[c] = ends;
+    lineEnds += static_cast<std::size_t>(__builtin_popcountll(ends) - __builtin_popcountll(crLf));
     for (; pairs != 0; pairs &= pairs - 1) out.hyphens.push_back(64 * c + static_cast<std::size_t>(__builtin_ctzll(pairs)));
   }
+  out.lines = lineEnds;
 }
 #endif
 
 void scanBytes(const char* text, std::size_t n, const ByteSetMasks& set, TextScan& out) {
+  out.lines = 0;
   for (std::size_t i = 0; i < n; ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
     const uint64_t bit = uint64_t{1} << (i % 64);
     if (set.has(c)) out.ends[i / 64] |= bit;
-    if (c == '\r' || c == '\n') out.lineEnds[i / 64] |= bit;
+    if (c == '\r' || c == '\n') {
+      out.lineEnds[i / 64] |= bit;
+      if (!(c == '\r' && i + 1 < n && text[i + 1] == '\n')) ++out.lines;
+    }
     if (c == '-' && i + 1 < n && (text[i + 1] == '-' || text[i + 1] == ' ')) out.hyphens.push_back(i);
     out.lower[i] = static_cast<char>(static_cast<unsigned>(c - 'A') < 26u ? c + 32 : c);
   }
@@ -160,10 +174,8 @@ void ScanText(const char* text, std::size_t n, TextScan& out) {
     scanBytes(text, n, set, out);
   }
   // The bytes after the piece end words; so does the mask after the last.
-  if (n % 64 != 0) {
-    out.ends[chunks - 1] |= ~uint64_t{0} << (n % 64);
-    out.lineEnds[chunks - 1] &= (uint64_t{1} << (n % 64)) - 1;
-  }
+  if (n % 64 != 0) out.ends[chunks - 1] |= ~uint64_t{0} << (n % 64);
+  if (n > 0 && text[n - 1] != '\n' && text[n - 1] != '\r') ++out.lines;
   out.ends[chunks] = ~uint64_t{0};
   out.lineEnds[chunks] = 0;
 }

@@ -40,6 +40,7 @@ struct TextScan {
   std::vector<std::size_t> hyphens;  // each hyphen followed, within the piece, by a hyphen or a blank
   std::vector<char> lower;         // the piece with A to Z made small, and 64 bytes more
   std::size_t size = 0;
+  std::size_t lines = 0;  // a CR LF pair one line end, and a last line without its end a line
 };
 
 // Diction's delimiters with CR and LF: the bytes that end a word.

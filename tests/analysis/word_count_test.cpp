@@ -155,10 +155,10 @@ TEST(DictionWithoutLimits, ATextEndingAtA64ByteStepOrHeldByASeparatePieceCountsT
       auto listOf = [&](std::size_t cut) {
         WordCounter counter({});
         std::string whole = text.substr(0, cut) + std::string(64, '-');
-        counter.countLines(whole.data(), cut);
+        counter.countLines(whole.data(), cut, 10);
         if (cut < text.size()) {
           std::string rest = text.substr(cut) + std::string(64, '-');
-          counter.countLines(rest.data(), text.size() - cut);
+          counter.countLines(rest.data(), text.size() - cut, 10);
         }
         std::string list = std::to_string(counter.unique()) + "|";
         counter.writeList([&list](std::string_view part) { list += part; });
@@ -175,6 +175,41 @@ TEST(DictionWithoutLimits, ATextEndingAtA64ByteStepOrHeldByASeparatePieceCountsT
       if (blank != std::string::npos) {
         EXPECT_EQ(listOf(blank + 1), whole) << size << " " << tail;
       }
+    }
+  }
+}
+
+TEST(DictionWithoutLimits, CountsNoMoreLinesThanAsked) {
+  // The lines after the last one asked for are not read, however their ends and the
+  // 64 KB pieces fall.
+  std::mt19937 random(12);
+  static const char* ends[] = {"\r\n", "\n", "\r"};
+  for (const std::size_t width : {std::size_t{9}, std::size_t{70000}}) {
+    std::vector<std::string> lines;
+    for (int i = 0; i < 7; ++i) {
+      std::string line;
+      while (line.size() < width) line += "w" + std::to_string(random() % 50) + (random() % 4 ? " " : "--");
+      lines.push_back(line + ends[random() % 3]);
+    }
+    lines.back().resize(lines.back().find_last_not_of("\r\n") + 1);  // the last without its end
+    auto listOf = [](const std::string& text, std::size_t most, std::size_t& counted) {
+      WordCounter counter({});
+      const std::string padded = text + std::string(64, 'x');
+      counted = counter.countLines(padded.data(), text.size(), most);
+      std::string list;
+      counter.writeList([&list](std::string_view part) { list += part; });
+      return std::to_string(counter.unique()) + "|" + list;
+    };
+    std::string all;
+    for (const std::string& line : lines) all += line;
+    for (std::size_t most = 0; most <= lines.size() + 1; ++most) {
+      std::string first;
+      for (std::size_t i = 0; i < std::min(most, lines.size()); ++i) first += lines[i];
+      std::size_t counted = 0, whole = 0;
+      const std::string got = listOf(all, most, counted);
+      EXPECT_EQ(got, listOf(first, lines.size(), whole)) << width << " " << most;
+      EXPECT_EQ(counted, std::min(most, lines.size())) << width << " " << most;
+      EXPECT_EQ(whole, std::min(most, lines.size())) << width << " " << most;
     }
   }
 }
