@@ -76,7 +76,7 @@ WordCounter::WordCounter(const std::vector<std::string>& omit) : table_(kFirstSl
   for (const std::string& entry : omit) {
     if (entry.empty()) continue;  // no word is empty
     if (entry.size() > kWordLen) {
-      longOmit_.push_back(entry);
+      longOmit_.insert(entry);
     } else if (entry.size() > kInline) {
       specials_[specialOf(entry.data(), entry.size(), hashBytes(entry.data(), entry.size()))].flags |= kOmittedFlag;
     } else {
@@ -200,8 +200,7 @@ void WordCounter::countSpecial(const char* word, std::size_t len) {
 }
 
 void WordCounter::countLong(const char* word, std::size_t len) {
-  for (const std::string& omitted : longOmit_)
-    if (omitted == std::string_view(word, len)) return;
+  if (!longOmit_.empty() && longOmit_.contains(std::string_view(word, len))) return;
   // Stored as its first 35 characters; found again only by a word of exactly those.
   Special& e = specials_[specialOf(word, kWordLen, hashBytes(word, kWordLen))];
   if (!(e.flags & kSeen)) e.flags |= kSeen | kFirstLong;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -130,7 +131,12 @@ class WordCounter {
   std::size_t used_ = 0, growAt_ = 0;
   std::vector<Special> specials_;
   std::string bytes_;
-  std::vector<std::string> longOmit_;  // omit entries of more than 35 characters
+  struct ViewHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
+  // Omit entries of more than 35 characters, found by the whole of a longer word.
+  std::unordered_set<std::string, ViewHash, std::equal_to<>> longOmit_;
   int64_t unique_ = 0;
 
   TextScan scan_;

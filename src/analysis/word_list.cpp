@@ -24,35 +24,41 @@ void insertionSort(WordKey* keys, std::size_t n) {
   }
 }
 
-// Keys that agree on their digits before `d`: by bucket of digit d into `scratch`, back,
-// and each bucket by the digits after.
-void sortFrom(WordKey* keys, WordKey* scratch, std::size_t n, int d) {
+// Keys that agree on their digits before `d`, at `keys`, or at `scratch` when `inScratch`:
+// by bucket of digit d into the other of the two, and each bucket by the digits after;
+// they end in `keys`.
+void sortFrom(WordKey* keys, WordKey* scratch, std::size_t n, int d, bool inScratch) {
+  WordKey* from = inScratch ? scratch : keys;
   for (;;) {
-    if (n <= kSmall) {
-      insertionSort(keys, n);
+    if (n <= kSmall || d == kDigits) {
+      insertionSort(from, n);
+      if (inScratch) std::copy(scratch, scratch + n, keys);
       return;
     }
-    if (d == kDigits) return;
     std::array<std::size_t, 256> count{};
-    for (std::size_t i = 0; i < n; ++i) ++count[digitOf(keys[i], d)];
+    for (std::size_t i = 0; i < n; ++i) ++count[digitOf(from[i], d)];
     // One bucket for all: nothing to move, on to the next digit.
-    if (count[digitOf(keys[0], d)] == n) {
+    if (count[digitOf(from[0], d)] == n) {
       ++d;
       continue;
     }
     std::array<std::size_t, 256> next{};
     for (std::size_t b = 1; b < 256; ++b) next[b] = next[b - 1] + count[b - 1];
     const std::array<std::size_t, 256> start = next;
-    for (std::size_t i = 0; i < n; ++i) scratch[next[digitOf(keys[i], d)]++] = keys[i];
-    std::copy(scratch, scratch + n, keys);
-    for (std::size_t b = 0; b < 256; ++b)
-      if (count[b] > 1) sortFrom(keys + start[b], scratch + start[b], count[b], d + 1);
+    WordKey* to = inScratch ? keys : scratch;
+    for (std::size_t i = 0; i < n; ++i) to[next[digitOf(from[i], d)]++] = from[i];
+    for (std::size_t b = 0; b < 256; ++b) {
+      if (count[b] > 1)
+        sortFrom(keys + start[b], scratch + start[b], count[b], d + 1, !inScratch);
+      else if (count[b] == 1 && !inScratch)
+        keys[start[b]] = scratch[start[b]];
+    }
     return;
   }
 }
 
 }  // namespace
 
-void SortWordKeys(WordKey* keys, WordKey* scratch, std::size_t n) { sortFrom(keys, scratch, n, 0); }
+void SortWordKeys(WordKey* keys, WordKey* scratch, std::size_t n) { sortFrom(keys, scratch, n, 0, false); }
 
 }  // namespace zv

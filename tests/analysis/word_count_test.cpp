@@ -9,6 +9,7 @@
 #include <cstring>
 #include <random>
 
+#include "analysis/line_blocks.h"
 #include "analysis/word_list.h"
 
 #include "analysis/analysis_common.h"
@@ -212,6 +213,67 @@ TEST(DictionWithoutLimits, CountsNoMoreLinesThanAsked) {
       EXPECT_EQ(whole, std::min(most, lines.size())) << width << " " << most;
     }
   }
+}
+
+// A text of known counts, longer than a read block: counts far past 16 bits (of a word
+// held in its slot and of a longer one), omitted words of both kinds, label lines,
+// words cut by "--" and by the delimiters, in any case, shuffled over lines of every
+// end. The list is made from the counts, not from the counter.
+TEST(DictionWithoutLimits, CountsPastSixteenBitsOverManyReadBlocks) {
+  struct Word {
+    std::string spelled;  // as the text has it, before its case is mixed
+    int count;
+  };
+  std::vector<Word> words = {{"the", 700'000}, {"big", 70'000}, {"abcdefghijklmnop", 65'537},
+                             {"of", 400'000},  {"omittedwords", 5}, {"x", 65'535}};
+  for (int i = 0; i < 3000; ++i) words.push_back({"w" + std::to_string(i), 2 + i % 50});
+  for (int i = 0; i < 100; ++i) words.push_back({"s" + std::to_string(i) + "-" + std::to_string(i * 7), 1});
+  std::vector<const Word*> tokens;
+  for (const Word& w : words) tokens.insert(tokens.end(), static_cast<std::size_t>(w.count), &w);
+  std::mt19937 random(77);
+  std::shuffle(tokens.begin(), tokens.end(), random);
+
+  static const char* seps[] = {" ", "--", ", ", ".", " -- ", "; "};
+  static const char* ends[] = {"\r\n", "\n", "\r"};
+  std::string text;
+  std::size_t lines = 0;
+  for (std::size_t t = 0; t < tokens.size(); ++lines) {
+    if (random() % 500 == 0) {
+      text += "Record - " + std::to_string(t) + " the big w1\r\n";  // no words
+      ++lines;
+    }
+    for (auto n = 1 + random() % 20; n > 0 && t < tokens.size(); --n, ++t) {
+      std::string w = tokens[t]->spelled;
+      if (random() % 4 == 0) w[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(w[0])));
+      text += w + seps[random() % std::size(seps)];
+    }
+    text += ends[random() % std::size(ends)];
+  }
+  ASSERT_GT(text.size(), LineBlocks::kBlock);
+
+  // Falling count, then the word's bytes; every group is written, as the last one's
+  // count is 1.
+  std::vector<const Word*> listed;
+  for (const Word& w : words)
+    if (w.spelled != "of" && w.spelled != "omittedwords") listed.push_back(&w);
+  std::sort(listed.begin(), listed.end(), [](const Word* a, const Word* b) {
+    return a->count != b->count ? a->count > b->count : a->spelled < b->spelled;
+  });
+  std::string body;
+  for (const Word* w : listed) {
+    std::string count = " " + std::to_string(w->count) + " ";
+    count.resize(std::max<std::size_t>(count.size(), 8), ' ');
+    body += count + w->spelled + "\r\n";
+  }
+
+  TempDir dir;
+  WriteFile(dir.file("OMIT.LST"), "of\r\nomittedwords\r\nOf\r\n");
+  const std::string list = ListOf(dir, text, true);
+  const std::string unique = "Unique Words:  " + std::to_string(listed.size()) + "\r\n\r\n";
+  ASSERT_NE(list.find(unique), std::string::npos) << list.substr(0, 200);
+  const std::string got = list.substr(list.find(unique) + unique.size());
+  EXPECT_EQ(got.substr(0, 60), body.substr(0, 60));
+  EXPECT_EQ(got, body + "|lines " + std::to_string(lines) + "|words " + std::to_string(listed.size()));
 }
 
 TEST(WordKeys, SortAsTheirWordsDo) {
