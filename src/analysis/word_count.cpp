@@ -152,7 +152,7 @@ inline void WordCounter::countInline(uint64_t a, uint32_t b, uint64_t h) {
     if (s.a == a && s.b == b) {
       if (s.count >= kMaxCount) [[unlikely]] {
         if (s.count == kOmitted) return;
-        ThrowOverflow();
+        ThrowOverflow(LimitReason("the count of a word", kMaxCount));
       }
       ++s.count;
       return;
@@ -195,7 +195,7 @@ void WordCounter::countSpecial(const char* word, std::size_t len) {
     e.flags |= kSeen;
     ++unique_;
   }
-  if (e.shortCount >= kMaxCount) ThrowOverflow();
+  if (e.shortCount >= kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
   ++e.shortCount;
 }
 
@@ -396,7 +396,7 @@ void WordCounter::settle() {
       if (s.a == w.a && s.b == w.b) {
         if (s.count >= kMaxCount) [[unlikely]] {
           if (s.count == kOmitted) break;
-          ThrowOverflow();
+          ThrowOverflow(LimitReason("the count of a word", kMaxCount));
         }
         ++s.count;
         break;
@@ -522,7 +522,8 @@ void WordCounter::writeList(const std::function<void(std::string_view)>& out) {
     if (e.shortCount > 0) {
       // A long word seen first made the element that the short ones then counted on.
       const uint64_t count = uint64_t{e.shortCount} + ((e.flags & kFirstLong) ? 1 : 0);
-      if (count > static_cast<uint64_t>(std::numeric_limits<int32_t>::max())) ThrowOverflow();
+      if (count > static_cast<uint64_t>(std::numeric_limits<int32_t>::max()))
+        ThrowOverflow(LimitReason("the count of a word", std::numeric_limits<int32_t>::max()));
       (count == 1 ? longSingles : others).push_back({count, key, i});
       if (e.flags & kFirstLong) --alone;
     }
