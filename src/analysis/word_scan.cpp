@@ -153,7 +153,9 @@ const ByteSetMasks& DictionWordEnds() {
   return ends;
 }
 
-void ScanText(const char* text, std::size_t n, TextScan& out) {
+namespace {
+
+void scanText(const char* text, std::size_t n, TextScan& out, [[maybe_unused]] bool wide) {
   const std::size_t chunks = (n + 63) / 64;
   out.size = n;
   if (out.ends.size() < chunks + 1) {
@@ -164,7 +166,7 @@ void ScanText(const char* text, std::size_t n, TextScan& out) {
   out.hyphens.clear();
   const ByteSetMasks& set = DictionWordEnds();
 #if defined(__x86_64__)
-  if (set.nibbles() && hasAvx2()) {
+  if (wide && set.nibbles() && hasAvx2()) {
     scanAvx2(text, n, set, out);
   } else
 #endif
@@ -179,5 +181,11 @@ void ScanText(const char* text, std::size_t n, TextScan& out) {
   out.ends[chunks] = ~uint64_t{0};
   out.lineEnds[chunks] = 0;
 }
+
+}  // namespace
+
+void ScanText(const char* text, std::size_t n, TextScan& out) { scanText(text, n, out, true); }
+
+void ScanTextBytewise(const char* text, std::size_t n, TextScan& out) { scanText(text, n, out, false); }
 
 }  // namespace zv

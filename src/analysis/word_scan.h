@@ -50,5 +50,7 @@ const ByteSetMasks& DictionWordEnds();
 // mask more than the piece needs, all set, so that a word can be followed to its end
 // without a test for the last mask.
 void ScanText(const char* text, std::size_t n, TextScan& out);
+// ScanText a byte at a time, as on a processor without AVX2.
+void ScanTextBytewise(const char* text, std::size_t n, TextScan& out);
 
 }  // namespace zv

@@ -305,6 +305,33 @@ TEST(WordKeys, SortAsTheirWordsDo) {
   EXPECT_LT(WordKey::of(longer.data(), longer.size()), WordKey::of("abcdefghijl", 11));
 }
 
+TEST(ScanText, TheWidePassMarksWhatTheBytewiseOneMarks) {
+  // Texts of 0 to 300 bytes full of what the pass looks for, each scanned into a fresh
+  // result by the wide pass and into one reused result byte by byte, which must
+  // forget the piece before.
+  std::mt19937 random(21);
+  const std::string alphabet = std::string("aZ-- \r\n\r-?.,\t") + '\0' + "\xC9\xFF" + "Q9";
+  TextScan reused;
+  for (std::size_t n = 0; n <= 300; ++n) {
+    for (int round = 0; round < 3; ++round) {
+      std::string text;
+      for (std::size_t i = 0; i < n + 64; ++i) text += alphabet[random() % alphabet.size()];
+      TextScan wide;
+      ScanText(text.data(), n, wide);
+      ScanTextBytewise(text.data(), n, reused);
+      const std::size_t masks = (n + 63) / 64 + 1;
+      const std::string at = "n " + std::to_string(n) + " round " + std::to_string(round);
+      EXPECT_EQ(std::vector<uint64_t>(wide.ends.begin(), wide.ends.begin() + masks),
+                std::vector<uint64_t>(reused.ends.begin(), reused.ends.begin() + masks)) << at;
+      EXPECT_EQ(std::vector<uint64_t>(wide.lineEnds.begin(), wide.lineEnds.begin() + masks),
+                std::vector<uint64_t>(reused.lineEnds.begin(), reused.lineEnds.begin() + masks)) << at;
+      EXPECT_EQ(wide.hyphens, reused.hyphens) << at;
+      EXPECT_EQ(std::string(wide.lower.data(), n), std::string(reused.lower.data(), n)) << at;
+      EXPECT_EQ(wide.lines, reused.lines) << at;
+    }
+  }
+}
+
 TEST(ByteSetMasks, MarkTheBytesOfTheSetSixtyFourAtATime) {
   std::array<bool, 256> diction{}, scattered{};
   const DelimiterSet delims(kDicDelims);
