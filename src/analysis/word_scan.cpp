@@ -19,22 +19,6 @@ bool hasAvx2() {
   return has;
 }
 
-__attribute__((target("avx2"))) uint64_t nibbleMask64(const char* p, const unsigned char* low, const unsigned char* high) {
-  const __m256i lo = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(low)));
-  const __m256i hi = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(high)));
-  const __m256i nibble = _mm256_set1_epi8(0x0F);
-  uint64_t bits = 0;
-  for (int half = 0; half < 2; ++half) {
-    const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32 * half));
-    const __m256i l = _mm256_and_si256(v, nibble);
-    const __m256i h = _mm256_and_si256(_mm256_srli_epi16(v, 4), nibble);
-    const __m256i both = _mm256_and_si256(_mm256_shuffle_epi8(lo, l), _mm256_shuffle_epi8(hi, h));
-    const auto none = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(both, _mm256_setzero_si256())));
-    bits |= static_cast<uint64_t>(~none) << (32 * half);
-  }
-  return bits;
-}
-
 // The masks of 32 bytes at p, and their lowered copy at `lower`.
 struct Masks32 {
   uint32_t ends, lineEnds, hyphens, hyphenThen, crLf;
@@ -137,15 +121,6 @@ ByteSetMasks::ByteSetMasks(const std::array<bool, 256>& in) : in_(in) {
       if (set & (1u << l)) low_[l] = static_cast<unsigned char>(low_[l] | bit);
   }
   nibbles_ = true;
-}
-
-uint64_t ByteSetMasks::mask64(const char* p) const {
-#if defined(__x86_64__)
-  if (nibbles_ && hasAvx2()) return nibbleMask64(p, low_, high_);
-#endif
-  uint64_t bits = 0;
-  for (int i = 0; i < 64; ++i) bits |= static_cast<uint64_t>(in_[static_cast<unsigned char>(p[i])]) << i;
-  return bits;
 }
 
 const ByteSetMasks& DictionWordEnds() {

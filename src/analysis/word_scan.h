@@ -10,12 +10,10 @@
 
 namespace zv {
 
-// Which bytes of a text are in a set, 64 bytes at a time, as the bits of a number.
+// A set of bytes, and the tables that find its bytes many at a time.
 class ByteSetMasks {
  public:
   explicit ByteSetMasks(const std::array<bool, 256>& in);
-  // Bit i is set when p[i] is in the set, for i from 0 to 63. Reads all 64 bytes.
-  uint64_t mask64(const char* p) const;
 
   // The set as two 16-entry tables, by the low and the high half of a byte, whose
   // AND is not zero exactly for the bytes in the set; possible when the high halves
