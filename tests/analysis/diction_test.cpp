@@ -143,12 +143,19 @@ TEST(Diction, SixteenBitAndTableLimitsFailUnlessLifted) {
   struct Case {
     const std::string* text;
     int32_t error;
-  } cases[] = {{&manyLines, err::kOverflow}, {&manyWords, 9}, {&oneWordOften, err::kOverflow}};
+    std::string reason;
+  } cases[] = {
+      {&manyLines, err::kOverflow,
+       "Limit reached: the lines Diction reads (glLineCount) can be at most 32767. It came to 32768."},
+      {&manyWords, 9, ""},
+      {&oneWordOften, err::kOverflow, "Limit reached: the count of a word can be at most 32767. \"w\" passed it."},
+  };
   for (const Case& c : cases) {
     TempDir dir;
     const DictionRun exact = RunOn(dir, *c.text);
     EXPECT_EQ(exact.result.outcome, JobOutcome::Failed);
     EXPECT_EQ(exact.result.error->number(), c.error);
+    EXPECT_EQ(exact.result.error->reason(), c.reason);
     EXPECT_EQ(exact.dic, "<none>");
     EXPECT_EQ(RunOn(dir, *c.text, "<none>", true).result.outcome, JobOutcome::Done);
   }
@@ -156,12 +163,14 @@ TEST(Diction, SixteenBitAndTableLimitsFailUnlessLifted) {
 
 TEST(Diction, AnInterruptOrAnInputTheListWouldReplaceLeavesNoList) {
   TempDir dir;
-  const DictionRun stopped =
-      RunOn(dir, "a b\r\nc d\r\n", "<none>", false, "words.txt", [](JobState& job, RecordingPanels& panels) {
-        panels.onLine = [&job](int32_t) { job.giInterrupt = 1; };
-      });
-  EXPECT_EQ(stopped.result.outcome, JobOutcome::Interrupted);
-  EXPECT_EQ(stopped.dic, "<none>");
+  for (const bool large : {false, true}) {
+    const DictionRun stopped =
+        RunOn(dir, "a b\r\nc d\r\n", "<none>", large, "words.txt", [](JobState& job, RecordingPanels& panels) {
+          panels.onLine = [&job](int32_t) { job.giInterrupt = 1; };
+        });
+    EXPECT_EQ(stopped.result.outcome, JobOutcome::Interrupted) << large;
+    EXPECT_EQ(stopped.dic, "<none>") << large;
+  }
   const DictionRun self = RunOn(dir, "a b\r\n", "<none>", false, "list.DIC");
   EXPECT_EQ(self.result.outcome, JobOutcome::Refused);
   EXPECT_EQ(ReadFile(dir.file("list.DIC")), "a b\r\n");
