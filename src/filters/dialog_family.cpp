@@ -1,6 +1,8 @@
 // The DIALOG label tests, the end of a record and the .FSC blocks, for every DIALOG filter.
 #include "filters/dialog_family.h"
 
+#include <algorithm>
+
 #include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/text.h"
@@ -57,7 +59,7 @@ DialogLabel TestDialogLabelOfTwoSlashes(const DialogLine& l) {
   const sv after2 = TrimBlanks(after1.substr(slash2 + 1));  // QPTrim
   const std::size_t blank = after2.find(' ');
   const sv item = after2.substr(0, blank);
-  if (InCountTbl(item, "0123456789") != static_cast<int32_t>(item.size())) return r;  // 6
+  if (!std::all_of(item.begin(), item.end(), [](char c) { return c >= '0' && c <= '9'; })) return r;  // 6: digits only
   if (TrimBlanks(line).back() == '/') return r;           // 7
   if (slash1 + 1 > 5) return r;                           // 8
   if (slash2 + 1 > 11) return r;                          // 9

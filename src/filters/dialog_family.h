@@ -70,13 +70,13 @@ inline DialogLabel TestDialogLabel(const DialogLine& line) {
 // them: its comparison never succeeded, and a line of OFF ends nothing.
 bool DialogEndsRecordTested(std::string_view line);
 inline bool DialogEndsRecord(std::string_view line) {
-  // Each of them begins, behind its blanks, with "?", ">", "o", "l" or "L": the other
-  // lines make no call.
-  std::size_t i = 0;
-  while (i < line.size() && line[i] == ' ') ++i;
-  if (i == line.size()) return false;
-  const char c = line[i];
-  return (c == '?' || c == '>' || c == 'o' || c == 'l' || c == 'L') && DialogEndsRecordTested(line);
+  // The prompts; then the words, each of which ends in "f", "d", "F", "D" or ">" (or
+  // a blank behind it): most lines end otherwise, and make no call.
+  if (line.empty()) return false;
+  if (line[0] == '?' || (line[0] == ' ' && line.size() > 1 && line[1] == '?')) return true;
+  const char last = line.back();
+  return (last == ' ' || last == 'f' || last == 'd' || last == 'F' || last == 'D' || last == '>') &&
+         DialogEndsRecordTested(line);
 }
 
 // The 16-bit counts of the DIALOG filters, as the reason line of their overflow names them.
