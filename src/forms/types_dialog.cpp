@@ -2,6 +2,8 @@
 #include "forms/types_dialog.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +11,7 @@
 #include <QRegularExpression>
 #include <QPushButton>
 #include <QValidator>
+#include <QVBoxLayout>
 
 #include "core/input_file.h"
 #include "forms/center_form.h"
@@ -76,8 +79,70 @@ void TypesDialog::buildFields(const std::array<const char*, kMaxTypes>& rowCapti
   pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
   pnlProgress_->setRange(0, 100);
   pnlProgress_->setAlignment(Qt::AlignCenter);
-  cmdBegin_ = new QPushButton(QStringLiteral("Begin"), this);
-  cmdBegin_->setObjectName(QStringLiteral("cmdBegin"));
+  cmdBegin_ = makeButton("Begin", "cmdBegin");
+}
+
+QVBoxLayout* TypesDialog::layOutFields(std::initializer_list<const char*> columnCaptions) {
+  auto* layout = new QVBoxLayout(this);
+  auto* number = new QHBoxLayout;
+  number->addWidget(new QLabel(QStringLiteral("How many Types (1 to 5):"), this));
+  number->addWidget(txtHowManyTypes_);
+  number->addStretch();
+  layout->addLayout(number);
+
+  auto* grid = new QGridLayout;
+  int column = 1;
+  for (const char* caption : columnCaptions) {
+    if (caption != nullptr) grid->addWidget(new QLabel(QLatin1String(caption), this), 0, column, Qt::AlignCenter);
+    ++column;
+  }
+  const bool fileFields = txtFile_[0] != nullptr;
+  for (std::size_t i = 0; i < kMaxTypes; ++i) {
+    const int row = static_cast<int>(i) + 1;
+    grid->addWidget(pnlType_[i], row, 0);
+    grid->addWidget(txtType_[i], row, 1);
+    if (fileFields) grid->addWidget(txtFile_[i], row, 2);
+    grid->addWidget(pnlTypeOdom_[i], row, fileFields ? 3 : 2);
+    hint(txtType_[i], QStringLiteral("Up to ten characters specifying a Dialog online type, e.g. '3,AB'."));
+  }
+  if (fileFields) grid->setColumnStretch(2, 2);
+  layout->addLayout(grid);
+  return layout;
+}
+
+QLabel* TypesDialog::addFilePanel(QVBoxLayout* layout, const char* caption, const char* name) {
+  QLabel* panel = SunkenPanel(name, this, 22);
+  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  layout->addWidget(new QLabel(QLatin1String(caption), this));
+  layout->addWidget(panel);
+  return panel;
+}
+
+void TypesDialog::addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption) {
+  auto* odometers = new QGridLayout;
+  odometers->addWidget(new QLabel(QLatin1String(lineCaption), this), 0, 0);
+  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(new QLabel(QLatin1String(recordCaption), this), 1, 0);
+  odometers->addWidget(pnlRecOdom_, 1, 1);
+  odometers->setColumnStretch(2, 1);
+  layout->addSpacing(6);
+  layout->addLayout(odometers);
+  layout->addWidget(pnlProgress_);
+}
+
+QPushButton* TypesDialog::makeButton(const char* caption, const char* name) {
+  auto* button = new QPushButton(QLatin1String(caption), this);
+  button->setObjectName(QLatin1String(name));
+  return button;
+}
+
+void TypesDialog::addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons) {
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  for (QPushButton* b : buttons) row->addWidget(b);
+  row->addStretch();
+  layout->addLayout(row);
 }
 
 void TypesDialog::hint(QWidget* w, const QString& text) {

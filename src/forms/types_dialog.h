@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <string>
 
 #include <QDialog>
@@ -17,6 +18,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QVBoxLayout;
 
 namespace zv::forms {
 
@@ -70,6 +72,18 @@ class TypesDialog : public QDialog, public TypeProgress {
   int howMany() const;
   void showPanels();
   void hint(QWidget* w, const QString& text);
+
+  // The layout the two dialogs share, top to bottom. layOutFields: the number of types,
+  // then the rows of type fields (with the file fields where there are some) and their
+  // record odometers under `columnCaptions`, from column 1 on (nullptr: none).
+  QVBoxLayout* layOutFields(std::initializer_list<const char*> columnCaptions);
+  // A sunken panel a file name is shown in, under its caption.
+  QLabel* addFilePanel(QVBoxLayout* layout, const char* caption, const char* name);
+  // The line and record odometers under their captions, then the progress bar.
+  void addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption);
+  QPushButton* makeButton(const char* caption, const char* name);
+  // The buttons in a centred row.
+  void addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons);
 
   // Enter swallowed with the tab warning, a type or file field entered before the
   // number is given, the status hints.
