@@ -2,12 +2,18 @@
 #include "forms/frm_record_job.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "forms/center_form.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
@@ -101,5 +107,53 @@ void FrmRecordJob::cmdCancelClick() {
 }
 
 void FrmRecordJob::reject() { cmdCancelClick(); }
+
+std::string ToPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+
+QString FromPath(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
+
+void PlaceNameRow(QGridLayout& grid, int row, const QString& caption, QLineEdit* field, QPushButton* browse) {
+  grid.addWidget(new QLabel(caption, grid.parentWidget()), row, 0, 1, 2);
+  grid.addWidget(field, row + 1, 0);
+  grid.addWidget(browse, row + 1, 1);
+}
+
+QStringList BrowseRecordFiles(QWidget* parent, bool several) {
+  const QString title = QStringLiteral("Open");
+  const QString filter = QStringLiteral("Record Files (*.PRO *.pro *.NDX *.ndx);;All Files (*)");
+  QStringList paths;
+  if (several) {
+    paths = QFileDialog::getOpenFileNames(parent, title, QDir::currentPath(), filter);
+  } else if (const QString path = QFileDialog::getOpenFileName(parent, title, QDir::currentPath(), filter);
+             !path.isEmpty()) {
+    paths.push_back(path);
+  }
+  if (!paths.isEmpty()) QDir::setCurrent(QFileInfo(paths.front()).absolutePath());
+  return paths;
+}
+
+void BrowseSaveName(QWidget* parent, QLineEdit* field) {
+  const QString path = QFileDialog::getSaveFileName(parent, QStringLiteral("Save As"), field->text());
+  if (!path.isEmpty()) field->setText(path);
+}
+
+bool ExecChoices(QDialog& dialog, FrmMain& frmMain) {
+  CenterForm(dialog, frmMain);
+  // A dialog answered by a test's runner tells by its result whether Okay let it go.
+  return ExecModal(dialog) == QDialog::Accepted && dialog.result() == QDialog::Accepted;
+}
+
+JobResult RunRecordJob(FrmMain& frmMain, int32_t commandNumber, std::any params) {
+  FrmRecordJob progress(frmMain, frmMain.job());
+  CenterForm(progress, frmMain);
+  progress.show();
+  frmMain.EnableMain(false);
+  JobResult result = frmMain.runJob(commandNumber, std::move(params), progress);
+  progress.hide();
+  frmMain.EnableMain(true);
+  if ((result.outcome == JobOutcome::Refused || result.outcome == JobOutcome::ZeroRecords) && result.message)
+    ShowMessage(&frmMain, MsgIcon::Warning, result.message->title, result.message->text);
+  return result;
+}
 
 }  // namespace zv::forms
