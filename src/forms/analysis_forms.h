@@ -14,8 +14,10 @@
 
 class QCheckBox;
 class QDialog;
+class QHBoxLayout;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 class QWidget;
 
 namespace zv::forms {
@@ -64,5 +66,26 @@ void SetStatusHint(QWidget* widget, FrmMain& frmMain, const QString& hint);
 
 // The check box "No size limits" of Rank, Sort and Diction, off until ticked.
 QCheckBox* NoLimitsCheckBox(QWidget* parent);
+
+// The foot of Query by Form, Rank and Sort, in a centred row: the button that begins
+// (Submit or Begin), Cancel, Help (the tool's page), the Cancel that interrupts, and
+// Okay, which takes its place once the job is done. None is a default button.
+struct JobButtons {
+  QHBoxLayout* row = nullptr;
+  QPushButton* cmdBegin = nullptr;
+  QPushButton* cmdCancel = nullptr;
+  QPushButton* cmdHelp = nullptr;
+  QPushButton* cmdCancel2 = nullptr;
+  QPushButton* cmdOkay = nullptr;
+
+  // Filling the form: the first three enabled, the interrupting Cancel in view but
+  // disabled, Okay hidden.
+  void idle();
+  // The job running: of the five, only the interrupting Cancel works.
+  void running();
+  // The job done: Okay in place of the interrupting Cancel, with the focus.
+  void done();
+};
+JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage);
 
 }  // namespace zv::forms

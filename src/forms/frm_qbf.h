@@ -12,7 +12,6 @@
 class QLabel;
 class QLineEdit;
 class QProgressBar;
-class QPushButton;
 
 namespace zv::forms {
 
@@ -69,11 +68,7 @@ class FrmQBF : public QDialog, public AnalysisProgress {
   QLabel* pnlQueryFile_ = nullptr;
   QLabel* pnlQueriedFile_ = nullptr;
   QProgressBar* pnlProgress_ = nullptr;
-  QPushButton* cmdSubmit_ = nullptr;
-  QPushButton* cmdCancel_ = nullptr;
-  QPushButton* cmdHelp_ = nullptr;
-  QPushButton* cmdCancel2_ = nullptr;
-  QPushButton* cmdOkay_ = nullptr;
+  JobButtons buttons_;  // cmdSubmit first
 };
 
 }  // namespace zv::forms

@@ -17,7 +17,6 @@ class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QProgressBar;
-class QPushButton;
 
 namespace zv::forms {
 
@@ -82,11 +81,7 @@ class FrmRecordTool : public QDialog, public AnalysisProgress {
   QLabel* pnlOperation_ = nullptr;
   std::vector<QLabel*> outputPanels_;
   QProgressBar* pnlProgress_ = nullptr;
-  QPushButton* cmdBegin_ = nullptr;
-  QPushButton* cmdCancel_ = nullptr;
-  QPushButton* cmdHelp_ = nullptr;
-  QPushButton* cmdCancel2_ = nullptr;
-  QPushButton* cmdOkay_ = nullptr;
+  JobButtons buttons_;
 };
 
 }  // namespace zv::forms
