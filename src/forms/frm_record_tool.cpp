@@ -47,8 +47,7 @@ FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMa
   layout->addWidget(pnlProgress_);
   for (const auto& [name, text] : l.outputs) {
     layout->addWidget(new QLabel(QLatin1String(text), this));
-    QLabel* panel = SunkenPanel(name, this, 22);
-    panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QLabel* panel = NamePanel(name, this);
     outputPanels_.push_back(panel);
     layout->addWidget(panel);
   }

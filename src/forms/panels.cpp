@@ -13,6 +13,12 @@ QLabel* SunkenPanel(const char* name, QWidget* parent, int minHeight) {
   return panel;
 }
 
+QLabel* NamePanel(const char* name, QWidget* parent) {
+  QLabel* panel = SunkenPanel(name, parent, 22);
+  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return panel;
+}
+
 QLabel* OdometerPanel(const char* name, QWidget* parent, int minHeight) {
   QLabel* panel = SunkenPanel(name, parent, minHeight);
   panel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

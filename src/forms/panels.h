@@ -14,6 +14,9 @@ namespace zv::forms {
 // A sunken, single-line panel under `name` (its object name, for tests and styling).
 QLabel* SunkenPanel(const char* name, QWidget* parent, int minHeight = 20);
 
+// A sunken panel for a file name, 22 high, whose text can be selected and copied.
+QLabel* NamePanel(const char* name, QWidget* parent);
+
 // A sunken odometer panel: its count to the right, room for nine digits.
 QLabel* OdometerPanel(const char* name, QWidget* parent, int minHeight = 20);
 

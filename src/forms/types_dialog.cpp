@@ -69,16 +69,9 @@ void TypesDialog::buildFields(const std::array<const char*, kMaxTypes>& rowCapti
       txtFile_[i]->installEventFilter(this);
     }
   }
-  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this);
-  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
+  odometers_.lineOdom = OdometerPanel("pnlLineOdom", this);
+  odometers_.recOdom = OdometerPanel("pnlRecOdom", this);
+  odometers_.bar = PercentBar(this);
   cmdBegin_ = makeButton("Begin", "cmdBegin");
 }
 
@@ -111,8 +104,7 @@ QVBoxLayout* TypesDialog::layOutFields(std::initializer_list<const char*> column
 }
 
 QLabel* TypesDialog::addFilePanel(QVBoxLayout* layout, const char* caption, const char* name) {
-  QLabel* panel = SunkenPanel(name, this, 22);
-  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QLabel* panel = NamePanel(name, this);
   panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   layout->addWidget(new QLabel(QLatin1String(caption), this));
   layout->addWidget(panel);
@@ -122,13 +114,13 @@ QLabel* TypesDialog::addFilePanel(QVBoxLayout* layout, const char* caption, cons
 void TypesDialog::addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption) {
   auto* odometers = new QGridLayout;
   odometers->addWidget(new QLabel(QLatin1String(lineCaption), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(odometers_.lineOdom, 0, 1);
   odometers->addWidget(new QLabel(QLatin1String(recordCaption), this), 1, 0);
-  odometers->addWidget(pnlRecOdom_, 1, 1);
+  odometers->addWidget(odometers_.recOdom, 1, 1);
   odometers->setColumnStretch(2, 1);
   layout->addSpacing(6);
   layout->addLayout(odometers);
-  layout->addWidget(pnlProgress_);
+  layout->addWidget(odometers_.bar);
 }
 
 QPushButton* TypesDialog::makeButton(const char* caption, const char* name) {
@@ -138,11 +130,7 @@ QPushButton* TypesDialog::makeButton(const char* caption, const char* name) {
 }
 
 void TypesDialog::addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons) {
-  auto* row = new QHBoxLayout;
-  row->addStretch();
-  for (QPushButton* b : buttons) row->addWidget(b);
-  row->addStretch();
-  layout->addLayout(row);
+  layout->addLayout(CentredRow(buttons));
 }
 
 void TypesDialog::hint(QWidget* w, const QString& text) {
@@ -209,11 +197,7 @@ void TypesDialog::resetFields() {
     pnlTypeOdom_[i]->clear();
   }
   showTypes(kMaxTypes);
-  lineOdom_ = recOdom_ = percent_ = 0;
-  repaintClock_.invalidate();
-  pnlLineOdom_->clear();
-  pnlRecOdom_->clear();
-  pnlProgress_->setValue(0);
+  odometers_.reset();
   txtHowManyTypes_->setFocus();
 }
 
@@ -284,27 +268,15 @@ void TypesDialog::jobStarted(const Start& start) {
   showRunning();
 }
 
-void TypesDialog::lineDone(int32_t lInLine, int32_t glLineCount) {
-  lineOdom_ = lInLine;
-  percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
-  if (repaintClock_.isValid() && ((lInLine & 255) != 1 || repaintClock_.elapsed() < kRepaintMs)) return;
-  showPanels();
-  repaintClock_.start();
-  // The job's one yield: the interrupt button's handler runs here.
-  QCoreApplication::processEvents();
-}
+void TypesDialog::lineDone(int32_t lInLine, int32_t glLineCount) { odometers_.lineDone(lInLine, glLineCount); }
 
-void TypesDialog::recordDone(int32_t record) { recOdom_ = record; }
+void TypesDialog::recordDone(int32_t record) { odometers_.recordDone(record); }
 
 void TypesDialog::typeRecordDone(int type, int32_t count) {
   if (type >= 1 && type <= kMaxTypes) pnlTypeOdom_[static_cast<std::size_t>(type - 1)]->setText(FrmFilter::OdometerText(count));
 }
 
-void TypesDialog::showPanels() {
-  pnlLineOdom_->setText(lineOdom_ > 0 ? FrmFilter::OdometerText(lineOdom_) : QString());
-  pnlRecOdom_->setText(recOdom_ > 0 ? FrmFilter::OdometerText(recOdom_) : QString());
-  pnlProgress_->setValue(std::min(percent_, 100));
-}
+void TypesDialog::showPanels() { odometers_.show(); }
 
 void TypesDialog::jobFinished(std::string_view finishTime, std::string_view elapsed) {
   showPanels();

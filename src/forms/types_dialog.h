@@ -13,6 +13,7 @@
 #include "core/job.h"
 #include "core/job_state.h"
 #include "filters/dialog_family.h"
+#include "forms/frm_filter.h"
 
 class QLabel;
 class QLineEdit;
@@ -56,8 +57,6 @@ class TypesDialog : public QDialog, public TypeProgress {
   // The five type fields' texts, as the filter reads them.
   std::array<std::string, kMaxTypes> typeTexts() const;
 
-  static constexpr int kRepaintMs = 30;
-
  protected:
   // The shared fields; the subclass places them.
   void buildFields(const std::array<const char*, kMaxTypes>& rowCaptions, bool fileFields);
@@ -94,19 +93,13 @@ class TypesDialog : public QDialog, public TypeProgress {
   FrmMain& frmMain_;
   JobState& job_;
   std::string capture_;
-  QElapsedTimer repaintClock_;
-  int32_t lineOdom_ = 0;
-  int32_t recOdom_ = 0;
-  int percent_ = 0;
+  LineOdometers odometers_;
 
   QLineEdit* txtHowManyTypes_ = nullptr;
   std::array<QLineEdit*, kMaxTypes> txtType_{};
   std::array<QLineEdit*, kMaxTypes> txtFile_{};  // frmSepTypes only
   std::array<QLabel*, kMaxTypes> pnlType_{};
   std::array<QLabel*, kMaxTypes> pnlTypeOdom_{};
-  QLabel* pnlLineOdom_ = nullptr;
-  QLabel* pnlRecOdom_ = nullptr;
-  QProgressBar* pnlProgress_ = nullptr;
   QPushButton* cmdBegin_ = nullptr;
 
  private:
