@@ -121,8 +121,7 @@ QCheckBox* NoLimitsCheckBox(QWidget* parent) {
 
 JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage) {
   auto button = [parent](const char* name, const char* caption) {
-    auto* b = new QPushButton(QLatin1String(caption), parent);
-    b->setObjectName(QLatin1String(name));
+    QPushButton* b = NamedButton(caption, name, parent);
     b->setAutoDefault(false);
     return b;
   };

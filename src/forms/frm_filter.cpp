@@ -53,17 +53,10 @@ FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMa
   odometers_.bar = PercentBar(this);
   layout->addWidget(odometers_.bar);
 
-  auto* buttons = new QHBoxLayout;
-  cmdOkay_ = new QPushButton(QStringLiteral("OK"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdOkay_ = NamedButton("OK", "cmdOkay", this);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
   cmdCancel_->installEventFilter(this);
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay_);
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  layout->addLayout(CentredRow({cmdOkay_, cmdCancel_}));
 
   connect(cmdOkay_, &QPushButton::clicked, this, &FrmFilter::cmdOkayClick);
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmFilter::cmdCancelClick);

@@ -33,13 +33,8 @@ FrmIndexing::FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt)
   odometers->addWidget(odometers_.recOdom, 1, 1);
   layout->addLayout(odometers);
 
-  auto* buttons = new QHBoxLayout;
-  auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  QPushButton* cmdCancel = NamedButton("Cancel", "cmdCancel", this);
+  layout->addLayout(CentredRow({cmdCancel}));
   connect(cmdCancel, &QPushButton::clicked, this, &FrmIndexing::cmdCancelClick);
 }
 

@@ -36,9 +36,9 @@ FrmPikTypes::FrmPikTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   pnlProFile_ = addFilePanel(layout, "Records saved to", "pnlProFile");
   pnlIndexFile_ = addFilePanel(layout, "Index saved to", "pnlIndexFile");
   addOdometers(layout, "Processing Line  .........", "Processing Record  ....");
-  cmdCancel0_ = makeButton("Cancel", "cmdCancel_0");
-  cmdCancel1_ = makeButton("Cancel", "cmdCancel_1");
-  cmdOkay_ = makeButton("Okay", "cmdOkay");
+  cmdCancel0_ = NamedButton("Cancel", "cmdCancel_0", this);
+  cmdCancel1_ = NamedButton("Cancel", "cmdCancel_1", this);
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
   addButtons(layout, {cmdBegin_, cmdCancel0_, cmdCancel1_, cmdOkay_});
   hint(cmdBegin_, QStringLiteral("When number of types specified filled in, begin filtering."));
   hint(cmdCancel0_, QStringLiteral("Abandon this filtering."));

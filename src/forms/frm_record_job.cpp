@@ -29,29 +29,17 @@ FrmRecordJob::FrmRecordJob(FrmMain& frmMain, JobState& job) : QDialog(&frmMain),
   lblStep_->setObjectName(QStringLiteral("lblStep"));
   layout->addWidget(lblStep_);
   auto* odometers = new QGridLayout;
-  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this, 22);
-  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this, 22);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
+  pnlLineOdom_ = OdometerPanel("pnlLineOdom", this, 22);
+  pnlRecOdom_ = OdometerPanel("pnlRecOdom", this, 22);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
   odometers->addWidget(pnlLineOdom_, 0, 1);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Record:"), this), 0, 2);
   odometers->addWidget(pnlRecOdom_, 0, 3);
   layout->addLayout(odometers);
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
+  pnlProgress_ = PercentBar(this);
   layout->addWidget(pnlProgress_);
-  auto* buttons = new QHBoxLayout;
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
+  layout->addLayout(CentredRow({cmdCancel_}));
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmRecordJob::cmdCancelClick);
 }
 

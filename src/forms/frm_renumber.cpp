@@ -61,17 +61,10 @@ FrmRenumber::FrmRenumber(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), f
                      static_cast<QWidget*>(pnlRenumFileUnaltered_), static_cast<QWidget*>(pnlUnalteredFileName_)})
     layout->addWidget(w);
 
-  auto* buttons = new QHBoxLayout;
-  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
   cmdCancel_->installEventFilter(this);
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay_);
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  layout->addLayout(CentredRow({cmdOkay_, cmdCancel_}));
 
   connect(cmdOkay_, &QPushButton::clicked, this, &FrmRenumber::cmdOkayClick);
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmRenumber::cmdCancelClick);

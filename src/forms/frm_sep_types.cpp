@@ -41,9 +41,9 @@ FrmSepTypes::FrmSepTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   }
   pnlUnalteredFileName_ = addFilePanel(layout, "Search file unaltered", "pnlUnalteredFileName");
   addOdometers(layout, "Processing line  ............", "Processing record  .......");
-  cmdCancel_ = makeButton("Cancel", "cmdCancel");
-  cmdCancel2_ = makeButton("Cancel", "cmdCancel2");
-  cmdOkay_ = makeButton("Okay", "cmdOkay");
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
+  cmdCancel2_ = NamedButton("Cancel", "cmdCancel2", this);
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
   addButtons(layout, {cmdBegin_, cmdCancel_, cmdCancel2_, cmdOkay_});
   hint(cmdBegin_, QStringLiteral("When all of the specified number of types and files are filled in, begin this filtering."));
   hint(cmdCancel_, QStringLiteral("Abandon this filtering."));

@@ -34,6 +34,12 @@ QProgressBar* PercentBar(QWidget* parent, bool centred) {
   return bar;
 }
 
+QPushButton* NamedButton(const char* caption, const char* name, QWidget* parent) {
+  auto* button = new QPushButton(QLatin1String(caption), parent);
+  button->setObjectName(QLatin1String(name));
+  return button;
+}
+
 QHBoxLayout* CentredRow(std::initializer_list<QPushButton*> buttons) {
   auto* row = new QHBoxLayout;
   row->addStretch();
@@ -43,16 +49,10 @@ QHBoxLayout* CentredRow(std::initializer_list<QPushButton*> buttons) {
 }
 
 OkayCancelRow MakeOkayCancelRow(QWidget* dialog) {
-  OkayCancelRow r{new QHBoxLayout, new QPushButton(QStringLiteral("Okay"), dialog),
-                  new QPushButton(QStringLiteral("Cancel"), dialog)};
-  r.cmdOkay->setObjectName(QStringLiteral("cmdOkay"));
-  r.cmdOkay->setDefault(true);
-  r.cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-  r.row->addStretch();
-  r.row->addWidget(r.cmdOkay);
-  r.row->addWidget(r.cmdCancel);
-  r.row->addStretch();
-  return r;
+  QPushButton* okay = NamedButton("Okay", "cmdOkay", dialog);
+  okay->setDefault(true);
+  QPushButton* cancel = NamedButton("Cancel", "cmdCancel", dialog);
+  return OkayCancelRow{CentredRow({okay, cancel}), okay, cancel};
 }
 
 }  // namespace zv::forms

@@ -27,6 +27,9 @@ QProgressBar* PercentBar(QWidget* parent, bool centred = true);
 // The buttons side by side in the middle of a row.
 QHBoxLayout* CentredRow(std::initializer_list<QPushButton*> buttons);
 
+// A push button under `name` (its object name).
+QPushButton* NamedButton(const char* caption, const char* name, QWidget* parent);
+
 // The centred "Okay" (default) and "Cancel" buttons at the foot of a small dialog.
 struct OkayCancelRow {
   QHBoxLayout* row;

@@ -72,7 +72,7 @@ void TypesDialog::buildFields(const std::array<const char*, kMaxTypes>& rowCapti
   odometers_.lineOdom = OdometerPanel("pnlLineOdom", this);
   odometers_.recOdom = OdometerPanel("pnlRecOdom", this);
   odometers_.bar = PercentBar(this);
-  cmdBegin_ = makeButton("Begin", "cmdBegin");
+  cmdBegin_ = NamedButton("Begin", "cmdBegin", this);
 }
 
 QVBoxLayout* TypesDialog::layOutFields(std::initializer_list<const char*> columnCaptions) {
@@ -121,12 +121,6 @@ void TypesDialog::addOdometers(QVBoxLayout* layout, const char* lineCaption, con
   layout->addSpacing(6);
   layout->addLayout(odometers);
   layout->addWidget(odometers_.bar);
-}
-
-QPushButton* TypesDialog::makeButton(const char* caption, const char* name) {
-  auto* button = new QPushButton(QLatin1String(caption), this);
-  button->setObjectName(QLatin1String(name));
-  return button;
 }
 
 void TypesDialog::addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons) {

@@ -80,7 +80,6 @@ class TypesDialog : public QDialog, public TypeProgress {
   QLabel* addFilePanel(QVBoxLayout* layout, const char* caption, const char* name);
   // The line and record odometers under their captions, then the progress bar.
   void addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption);
-  QPushButton* makeButton(const char* caption, const char* name);
   // The buttons in a centred row.
   void addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons);
 
