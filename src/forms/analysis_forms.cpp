@@ -119,6 +119,48 @@ QCheckBox* NoLimitsCheckBox(QWidget* parent) {
   return box;
 }
 
+AnalysisJobDialog::AnalysisJobDialog(FrmMain& frmMain, const char* name, const char* title)
+    : QDialog(&frmMain), frmMain_(frmMain) {
+  setObjectName(QLatin1String(name));
+  setWindowTitle(QLatin1String(title));
+  setModal(false);
+  setMouseTracking(true);
+}
+
+void AnalysisJobDialog::setButtons(const JobButtons& buttons) {
+  buttons_ = buttons;
+  connect(buttons_.cmdCancel, &QPushButton::clicked, this, &AnalysisJobDialog::cmdCancelClick);
+  connect(buttons_.cmdCancel2, &QPushButton::clicked, this, &AnalysisJobDialog::cmdCancel2Click);
+  connect(buttons_.cmdOkay, &QPushButton::clicked, this, [this] { cmdOkayClick(); });
+}
+
+void AnalysisJobDialog::cmdCancelClick() {
+  frmMain_.ClearStatusPanels();
+  ResetForm();
+  frmMain_.EnableMain(true);
+  frmMain_.activateWindow();
+}
+
+void AnalysisJobDialog::cmdCancel2Click() {
+  frmMain_.job().giInterrupt = 1;
+  frmMain_.ClearStatusPanels();
+}
+
+void AnalysisJobDialog::reject() {
+  if (buttons_.cmdOkay->isVisible())
+    cmdOkayClick();
+  else if (buttons_.cmdCancel2->isEnabled())
+    cmdCancel2Click();
+  else
+    cmdCancelClick();
+}
+
+void AnalysisJobDialog::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void AnalysisJobDialog::jobStarted(const Start& start) {
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+}
+
 JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage) {
   auto button = [parent](const char* name, const char* caption) {
     QPushButton* b = NamedButton(caption, name, parent);

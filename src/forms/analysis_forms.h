@@ -7,13 +7,13 @@
 #include <string>
 #include <string_view>
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QString>
 
 #include "analysis/analysis_common.h"
 
 class QCheckBox;
-class QDialog;
 class QHBoxLayout;
 class QLabel;
 class QProgressBar;
@@ -87,5 +87,39 @@ struct JobButtons {
   void done();
 };
 JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage);
+
+// What the windows of Query by Form, Rank and Sort share around their job: shown without
+// modality over the disabled main window, the foot of job buttons, Cancel before the
+// job, the interrupt while it runs, the close box and Escape, the timing panels.
+class AnalysisJobDialog : public QDialog, public AnalysisProgress {
+  Q_OBJECT
+
+ public:
+  // Back to the look of a form just opened, emptied and hidden.
+  virtual void ResetForm() = 0;
+
+  // AnalysisProgress: the main window's timing panels.
+  void ClearStatusPanels() override;
+  void jobStarted(const Start& start) override;
+
+ public slots:
+  // The close box and Escape do what the button in view does.
+  void reject() override;
+
+ protected:
+  AnalysisJobDialog(FrmMain& frmMain, const char* name, const char* title);
+
+  // The foot made by MakeJobButtons, its Cancel, interrupting Cancel and Okay connected.
+  void setButtons(const JobButtons& buttons);
+  // Cancel before the job: the form reset and the main window back.
+  void cmdCancelClick();
+  // The interrupt: the job looks at the flag at the end of the record in hand.
+  void cmdCancel2Click();
+  // Okay once the job is done.
+  virtual void cmdOkayClick() = 0;
+
+  FrmMain& frmMain_;
+  JobButtons buttons_;
+};
 
 }  // namespace zv::forms

@@ -53,11 +53,7 @@ void FrmQBF::Open(FrmMain& frmMain, const Command& command) {
   frmMain.EnableMain(false);
 }
 
-FrmQBF::FrmQBF(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
-  setObjectName(QStringLiteral("frmQBF"));
-  setWindowTitle(QStringLiteral("Query by Form"));
-  setModal(false);
-  setMouseTracking(true);
+FrmQBF::FrmQBF(FrmMain& frmMain) : AnalysisJobDialog(frmMain, "frmQBF", "Query by Form") {
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label("Choose key words:", this));
@@ -122,16 +118,13 @@ FrmQBF::FrmQBF(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
   searching_.bar = pnlProgress_;
   layout->addWidget(pnlProgress_);
 
-  buttons_ = MakeJobButtons(this, "cmdSubmit", "Submit", QStringLiteral("query_by_form.html"));
+  setButtons(MakeJobButtons(this, "cmdSubmit", "Submit", QStringLiteral("query_by_form.html")));
   layout->addLayout(buttons_.row);
   SetStatusHint(buttons_.cmdCancel, frmMain_, QStringLiteral("Abandon this query."));
   SetStatusHint(buttons_.cmdCancel2, frmMain_, QStringLiteral("Interrupt and abandon this query."));
   SetStatusHint(buttons_.cmdBegin, frmMain_, QStringLiteral("Submit the query and have 'hit' records written to a new file."));
 
   connect(buttons_.cmdBegin, &QPushButton::clicked, this, &FrmQBF::cmdSubmitClick);
-  connect(buttons_.cmdCancel, &QPushButton::clicked, this, &FrmQBF::cmdCancelClick);
-  connect(buttons_.cmdCancel2, &QPushButton::clicked, this, &FrmQBF::cmdCancel2Click);
-  connect(buttons_.cmdOkay, &QPushButton::clicked, this, &FrmQBF::cmdOkayClick);
   ResetForm();
 }
 
@@ -204,39 +197,10 @@ void FrmQBF::runQuery(const std::string& queryFile) {
   }
 }
 
-void FrmQBF::cmdCancelClick() {
-  frmMain_.ClearStatusPanels();
-  ResetForm();
-  frmMain_.EnableMain(true);
-  frmMain_.activateWindow();
-}
-
-void FrmQBF::cmdCancel2Click() {
-  // The query looks at the flag at the end of the record in hand.
-  frmMain_.job().giInterrupt = 1;
-  frmMain_.ClearStatusPanels();
-}
-
 void FrmQBF::cmdOkayClick() {
   frmMain_.EnableMain(true);
   ResetForm();
   frmMain_.activateWindow();
-}
-
-void FrmQBF::reject() {
-  // The close box and Escape do what the button in view does.
-  if (buttons_.cmdOkay->isVisible())
-    cmdOkayClick();
-  else if (buttons_.cmdCancel2->isEnabled())
-    cmdCancel2Click();
-  else
-    cmdCancelClick();
-}
-
-void FrmQBF::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
-
-void FrmQBF::jobStarted(const Start& start) {
-  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
 void FrmQBF::lineDone(int32_t line, int32_t totalLines) {

@@ -18,11 +18,7 @@
 
 namespace zv::forms {
 
-FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMain), frmMain_(frmMain) {
-  setObjectName(QLatin1String(l.name));
-  setWindowTitle(QLatin1String(l.title));
-  setModal(false);
-  setMouseTracking(true);
+FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : AnalysisJobDialog(frmMain, l.name, l.title) {
 
   auto* layout = new QVBoxLayout(this);
   inputs_ = new QVBoxLayout;
@@ -52,12 +48,9 @@ FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMa
     layout->addWidget(panel);
   }
 
-  buttons_ = MakeJobButtons(this, "cmdBegin", "Begin", QLatin1String(l.helpPage));
+  setButtons(MakeJobButtons(this, "cmdBegin", "Begin", QLatin1String(l.helpPage)));
   layout->addLayout(buttons_.row);
   connect(buttons_.cmdBegin, &QPushButton::clicked, this, &FrmRecordTool::cmdBeginClick);
-  connect(buttons_.cmdCancel, &QPushButton::clicked, this, &FrmRecordTool::cmdCancelClick);
-  connect(buttons_.cmdCancel2, &QPushButton::clicked, this, &FrmRecordTool::cmdCancel2Click);
-  connect(buttons_.cmdOkay, &QPushButton::clicked, this, &FrmRecordTool::cmdOkayClick);
 }
 
 void FrmRecordTool::opened(const RecordFileChoice& choice) {
@@ -109,37 +102,10 @@ void FrmRecordTool::cmdBeginClick() {
   buttons_.done();
 }
 
-void FrmRecordTool::cmdCancelClick() {
-  frmMain_.ClearStatusPanels();
-  ResetForm();
-  frmMain_.EnableMain(true);
-  frmMain_.activateWindow();
-}
-
-void FrmRecordTool::cmdCancel2Click() {
-  frmMain_.job().giInterrupt = 1;
-  frmMain_.ClearStatusPanels();
-}
-
 void FrmRecordTool::cmdOkayClick() {
   ResetForm();
   frmMain_.EnableMain(true);
   frmMain_.activateWindow();
-}
-
-void FrmRecordTool::reject() {
-  if (buttons_.cmdOkay->isVisible())
-    cmdOkayClick();
-  else if (buttons_.cmdCancel2->isEnabled())
-    cmdCancel2Click();
-  else
-    cmdCancelClick();
-}
-
-void FrmRecordTool::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
-
-void FrmRecordTool::jobStarted(const Start& start) {
-  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
 void FrmRecordTool::caption(std::string_view text) {

@@ -90,6 +90,32 @@ class TestAnalysisForms : public QObject {
     }
   }
 
+  // Before a job, Cancel and the close box (Escape) leave each tool's window the same
+  // way: hidden and emptied, the main window usable again.
+  void cancelAndEscapeBeforeTheJobLeaveTheTool() {
+    const std::pair<int, const char*> tools[] = {{1, "frmQBF"}, {2, "frmRank"}, {3, "frmSort"}};
+    for (const auto& [index, name] : tools) {
+      for (bool escape : {false, true}) {
+        Tools t;
+        t.opens = {t.file("r.PRO")};
+        t.toolbar(index);
+        auto* form = t.frmMain->findChild<QDialog*>(name);
+        QVERIFY2(form != nullptr && form->isVisible() && !t.frmMain->mainEnabled(), name);
+        if (escape)
+          QTest::keyClick(form, Qt::Key_Escape);
+        else
+          Child<QPushButton>(*form, "cmdCancel")->click();
+        QVERIFY2(!form->isVisible() && t.frmMain->mainEnabled(), name);
+        QVERIFY2(t.log.messages.isEmpty(), name);
+        // Opened again, the form is as new: Okay hidden, the interrupt disabled.
+        t.opens = {t.file("r.PRO")};
+        t.toolbar(index);
+        QVERIFY2(form->isVisible() && !Child(*form, "cmdOkay")->isVisible() && !Child(*form, "cmdCancel2")->isEnabled(),
+                 name);
+      }
+    }
+  }
+
   void theOpeningRefusesWhatIsNoRecordFile() {
     Tools t;
     WriteText(t.file("notes.txt"), kPro);
