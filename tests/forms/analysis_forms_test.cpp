@@ -28,11 +28,6 @@ const QByteArray kPro =
     "Record - 3\r\n\r\nAU - Brown\r\nTI - Cost-effective toys\r\n\r\n"
     "Record - 4\r\n\r\nAU - Abel\r\nTI - Car costs\r\n";
 
-QByteArray readAll(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
 // A main window in a fresh folder holding r.PRO; the content tools' open and save
 // dialogs answer from lists (Cancel once a list is used up).
 struct Tools : WorkDir, MainFixture {
@@ -182,7 +177,7 @@ class TestAnalysisForms : public QObject {
     QCOMPARE(t.log.messages.size(), 4);
     QCOMPARE(t.log.messages[2].title, "Save File Error");
     QCOMPARE(t.log.messages[3].text, t.file("old.QRY") + "\r\nalready exits and would be overwritten.");
-    QCOMPARE(readAll(t.file("hits.QRY")),
+    QCOMPARE(ReadText(t.file("hits.QRY")),
              QByteArray("Record - 1\r\n\r\nAU - Zweig\r\nTI - The cost of a car\r\n\r\n"
                         "Record - 4\r\n\r\nAU - Abel\r\nTI - Car costs\r\n\r\n"));
     QCOMPARE(t.text(f, "pnlHitRecord"), " 2 ");
@@ -269,14 +264,14 @@ class TestAnalysisForms : public QObject {
     // directory, which the dialog left at the file's folder.
     QCOMPARE(t.text(f, "pnlRankedFileName"), " r.RNK");
     QCOMPARE(t.text(f, "pnlRankTableFileName"), " r.TBL");
-    QVERIFY(readAll(t.file("r.TBL")).startsWith("Rank Table for r.RNK\r\n"));
+    QVERIFY(ReadText(t.file("r.TBL")).startsWith("Rank Table for r.RNK\r\n"));
     QCOMPARE(t.text(f, "pnlOperation"), "Writing Rank Table");
-    const QByteArray rnk = readAll(t.file("r.RNK"));
+    const QByteArray rnk = ReadText(t.file("r.RNK"));
     // Totals 7 (record 1 from its second byte: cost, car), 0, 2, 7 (car, costs).
     QVERIFY(rnk.indexOf("Record - 1") < rnk.indexOf("Record - 4"));
     QVERIFY(rnk.indexOf("Record - 4") < rnk.indexOf("Record - 3"));
     QVERIFY(rnk.indexOf("Record - 3") < rnk.indexOf("Record - 2"));
-    QVERIFY(readAll(t.file("r.TBL")).contains(" 2    cost*\r\n 5    car\r\n"));
+    QVERIFY(ReadText(t.file("r.TBL")).contains(" 2    cost*\r\n 5    car\r\n"));
     QVERIFY(Child(f, "cmdOkay")->isVisible() && Child(f, "cmdHelp")->isEnabled());
     Child<QPushButton>(f, "cmdOkay")->click();
     QVERIFY(!f.isVisible() && t.frmMain->mainEnabled() && term->text().isEmpty());
@@ -294,7 +289,7 @@ class TestAnalysisForms : public QObject {
                          "to sort."});
     QTest::keyClicks(box(f, "txtSortFieldTag"), "au -");
     Child<QPushButton>(f, "cmdBegin")->click();
-    const QByteArray srt = readAll(t.file("r.SRT"));
+    const QByteArray srt = ReadText(t.file("r.SRT"));
     // Abel, Brown, Zweig, adams.
     QVERIFY(srt.indexOf("Record - 4") < srt.indexOf("Record - 3"));
     QVERIFY(srt.indexOf("Record - 3") < srt.indexOf("Record - 1"));
