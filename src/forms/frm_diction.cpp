@@ -63,8 +63,7 @@ FrmDiction::FrmDiction(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) 
   panels_.bar = PercentBar(this);
   layout->addWidget(panels_.bar);
   layout->addWidget(new QLabel(QStringLiteral("Diction Table Written To:"), this));
-  pnlDicFile_ = SunkenPanel("pnlDicFile", this, 22);
-  pnlDicFile_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  pnlDicFile_ = NamePanel("pnlDicFile", this);
   layout->addWidget(pnlDicFile_);
   // Read when the next list is begun: tick it before Okay to run again without limits.
   chkNoLimits_ = NoLimitsCheckBox(this);
