@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>

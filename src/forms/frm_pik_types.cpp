@@ -2,11 +2,8 @@
 #include "forms/frm_pik_types.h"
 
 #include <QApplication>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 

@@ -2,12 +2,9 @@
 #include "forms/frm_sep_types.h"
 
 #include <QApplication>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
