@@ -44,14 +44,21 @@ void TextOut::line(std::string_view text) {
 
 void TextOut::raw(std::string_view bytes) {
   if (buf_.size() + bytes.size() > kBufferSize) flush();
+  if (bytes.size() >= kBufferSize) {  // a large block goes straight through, uncopied
+    writeAll(bytes.data(), bytes.size());
+    return;
+  }
   buf_.append(bytes);
   if (buf_.size() >= kBufferSize) flush();
 }
 
 void TextOut::flush() {
+  writeAll(buf_.data(), buf_.size());
+  buf_.clear();
+}
+
+void TextOut::writeAll(const char* p, std::size_t left) {
   if (fd_ < 0) throw ZvError(err::kBadFileNumber, ErrorText(err::kBadFileNumber), path_);
-  const char* p = buf_.data();
-  std::size_t left = buf_.size();
   while (left > 0) {
     const ssize_t n = ::write(fd_, p, left);
     if (n < 0) {
@@ -63,7 +70,6 @@ void TextOut::flush() {
     p += n;
     left -= static_cast<std::size_t>(n);
   }
-  buf_.clear();
 }
 
 void TextOut::close() {

@@ -37,6 +37,7 @@ class TextOut {
 
  private:
   void flush();
+  void writeAll(const char* bytes, std::size_t size);
 
   int fd_ = -1;
   std::string path_;

@@ -43,13 +43,7 @@ class JsonStrings {
   }
 
  private:
-  static bool plain(std::string_view text) {
-    for (char c : text) {
-      const auto b = static_cast<unsigned char>(c);
-      if (b < 0x20 || b >= 0x7F || c == '"' || c == '\\') return false;
-    }
-    return true;
-  }
+  static bool plain(std::string_view text) { return IsPlainAscii(text, '"', '\\'); }
 
   std::string escaped_;  // declared first: the serializer writes to it
   nlohmann::detail::serializer<Json> serializer_;

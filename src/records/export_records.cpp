@@ -71,11 +71,29 @@ JobResult ExportRecords(JobState& job, JobProgress& progress, const ExportParams
         w.writer->record(w.citation, b.first && r == 0, b.out);
       }
     });
+    // Batches written out are used again, so that their buffers keep their size and
+    // the memory is not handed back and faulted in anew for every batch.
+    std::vector<std::unique_ptr<TextBatch>> spare;
+    auto fresh = [&spare] {
+      if (spare.empty()) return std::make_unique<TextBatch>();
+      std::unique_ptr<TextBatch> b = std::move(spare.back());
+      spare.pop_back();
+      b->first = false;
+      b->bytes.clear();
+      b->lines.clear();
+      b->records.clear();
+      b->out.clear();
+      return b;
+    };
     auto writeReady = [&](std::size_t keep) {
-      while (workers.inHand() > keep) out.raw(workers.next()->out);
+      while (workers.inHand() > keep) {
+        std::unique_ptr<TextBatch> done = workers.next();
+        out.raw(done->out);
+        spare.push_back(std::move(done));
+      }
     };
     UniqueLabels unique;
-    auto batch = std::make_unique<TextBatch>();
+    auto batch = fresh();
     batch->first = true;
     RecordText record;
     std::string number;
@@ -97,7 +115,7 @@ JobResult ExportRecords(JobState& job, JobProgress& progress, const ExportParams
         return JobOutcome::Interrupted;
       if (batch->bytes.size() >= kBatchBytes) {
         workers.submit(std::move(batch));
-        batch = std::make_unique<TextBatch>();
+        batch = fresh();
         writeReady(workers.threads() * kBatchesPerWorker);
       }
     }

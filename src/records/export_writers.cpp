@@ -207,19 +207,34 @@ class CsvWriter final : public ExportWriter {
   // A cell, quoted when it holds a comma, a quote or a line end (RFC 4180).
   void cell(std::string& out, std::string_view value, bool comma = true) {
     if (comma) out += ',';
-    cellText_.clear();
-    AppendUtf8(cellText_, value, true);
-    if (cellText_.find_first_of(",\"\n") == std::string::npos) {
-      out += cellText_;
+    if (IsPlainAscii(value, ',', '"')) {  // most cells: copied as they are
+      out += value;
       return;
     }
-    // A note's line feeds become the CR LF of the file.
-    out += '"';
-    for (char ch : cellText_) {
-      if (ch == '"') out += '"';
-      if (ch == '\n') out += '\r';
-      out += ch;
+    std::string_view text = value;
+    const bool printable = IsPlainAscii(value);
+    if (!printable) {
+      cellText_.clear();
+      AppendUtf8(cellText_, value, true);
+      text = cellText_;
+      if (text.find_first_of(",\"\n") == std::string_view::npos) {
+        out += text;
+        return;
+      }
     }
+    // Quotes doubled; a note's line feeds become the CR LF of the file.
+    out += '"';
+    // Printable text has no line feed, and its quotes are found by the fast search.
+    const auto nextSpecial = [&](std::size_t from) {
+      return printable ? text.find('"', from) : text.find_first_of("\"\n", from);
+    };
+    std::size_t from = 0;
+    for (std::size_t at = nextSpecial(0); at != std::string_view::npos; at = nextSpecial(at + 1)) {
+      out.append(text.data() + from, at - from);
+      out += text[at] == '"' ? '"' : '\r';
+      from = at;
+    }
+    out.append(text.data() + from, text.size() - from);
     out += '"';
   }
 

@@ -74,6 +74,25 @@ bool IsAscii(std::string_view text) {
   return true;
 }
 
+bool IsPlainAscii(std::string_view text, char a, char b) {
+  const char* p = text.data();
+  const char* end = p + text.size();
+#if defined(__SSE2__)
+  const __m128i below = _mm_set1_epi8(0x1F), above = _mm_set1_epi8(0x7F);
+  const __m128i va = _mm_set1_epi8(a), vb = _mm_set1_epi8(b);
+  for (; end - p >= 16; p += 16) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    // Bytes from 0x80 up are negative here, and fail the first test.
+    const __m128i ok = _mm_and_si128(_mm_cmpgt_epi8(v, below), _mm_cmplt_epi8(v, above));
+    const __m128i special = _mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb));
+    if (_mm_movemask_epi8(_mm_andnot_si128(special, ok)) != 0xFFFF) return false;
+  }
+#endif
+  for (; p < end; ++p)
+    if (static_cast<unsigned char>(*p - 0x20) >= 0x5F || *p == a || *p == b) return false;
+  return true;
+}
+
 char32_t NextChar(std::string_view text, std::size_t& at) {
   const auto b = static_cast<unsigned char>(text[at]);
   if (b < 0x80) {
