@@ -2,9 +2,11 @@
 #include "polish/format.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <limits>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "core/brindle.h"
 #include "core/byte_scan.h"
@@ -36,84 +38,97 @@ struct LineFacts {
 
 bool isDelimiter(char c) { return c == '|' || c == '^' || c == '_'; }
 
-#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-#define ZV_BYTES16 1
-using Bytes16 = unsigned char __attribute__((vector_size(16)));
-
-Bytes16 splat(char c) { return Bytes16{} + static_cast<unsigned char>(c); }
-
-// Lanes of p[i..i+16) that are blanks followed by a blank, as two 64-bit halves.
-void doubleBlanks(const char* p, std::size_t i, uint64_t (&half)[2]) {
-  Bytes16 here, next;
-  std::memcpy(&here, p + i, 16);
-  std::memcpy(&next, p + i + 1, 16);
-  const auto both = (here == splat(' ')) & (next == splat(' '));
-  std::memcpy(half, &both, 16);
+// The byte cleaning of LowAscii and RemCtrl with character 0: the high bit cleared, a
+// control character made byte 0.
+char cleanByte(char ch) {
+  const auto c = static_cast<unsigned char>(ch & 0x7f);
+  return static_cast<char>(c < 32 ? 0 : c);
 }
 
-std::size_t firstLane(const uint64_t (&half)[2]) {
-  return half[0] != 0 ? static_cast<std::size_t>(std::countr_zero(half[0]) / 8)
-                      : 8 + static_cast<std::size_t>(std::countr_zero(half[1]) / 8);
-}
-#endif
-
-// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
-// byte 0), and the facts of the cleaned line, in one pass.
-LineFacts cleanAndScan(std::string& line) {
+// Lines shorter than a vector, a byte at a time.
+LineFacts cleanAndScanShort(char* p, std::size_t n) {
   LineFacts facts;
-  char* p = line.data();
-  const std::size_t n = line.size();
-  std::size_t i = 0;
-#ifdef ZV_BYTES16
-  const auto clean = [](Bytes16 v) {
-    v &= splat('\x7f');
-    return v & reinterpret_cast<Bytes16>(v >= splat(' '));
-  };
-  uint64_t anyDelimiter = 0;
-  for (; i + 17 <= n; i += 16) {
-    Bytes16 here, next;
-    std::memcpy(&here, p + i, 16);
-    std::memcpy(&next, p + i + 1, 16);
-    here = clean(here);
-    std::memcpy(p + i, &here, 16);
-    const auto delims = (here == splat('|')) | (here == splat('^')) | (here == splat('_'));
-    uint64_t d[2];
-    std::memcpy(d, &delims, 16);
-    anyDelimiter |= d[0] | d[1];
-    if (facts.firstDouble == std::string::npos) {
-      const auto both = (here == splat(' ')) & (clean(next) == splat(' '));
-      uint64_t b[2];
-      std::memcpy(b, &both, 16);
-      if ((b[0] | b[1]) != 0) facts.firstDouble = i + firstLane(b);
-    }
-  }
-  facts.delimiters = anyDelimiter != 0;
-#endif
-  for (std::size_t k = i; k < n; ++k) {
-    const auto c = static_cast<unsigned char>(p[k] & 0x7f);
-    p[k] = static_cast<char>(c < 32 ? 0 : c);
-  }
-  for (; i < n; ++i) {
+  for (std::size_t i = 0; i < n; ++i) p[i] = cleanByte(p[i]);
+  for (std::size_t i = 0; i < n; ++i) {
     facts.delimiters = facts.delimiters || isDelimiter(p[i]);
     if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
   }
   return facts;
 }
 
-// Where the first two blanks in a row stand at or after `from`, or npos.
-std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
-  std::size_t i = from;
-#ifdef ZV_BYTES16
-  for (; i + 17 <= n; i += 16) {
-    uint64_t b[2];
-    doubleBlanks(p, i, b);
-    if ((b[0] | b[1]) != 0) return i + firstLane(b);
-  }
-#endif
-  for (; i + 1 < n; ++i)
+std::size_t findDoubleBlankShort(const char* p, std::size_t from, std::size_t n) {
+  for (std::size_t i = from; i + 1 < n; ++i)
     if (p[i] == ' ' && p[i + 1] == ' ') return i;
   return std::string::npos;
 }
+
+#if defined(__SSE2__)
+// Sixteen bytes at a time. A line's tail is looked at as its last sixteen bytes, which
+// overlap bytes seen already: cleaning twice changes nothing, and a pair of blanks
+// in the overlap was either found before or lies before where the search began.
+
+__m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
+// byte 0), and the facts of the cleaned line, in one pass.
+LineFacts cleanAndScan(std::string& line) {
+  char* p = line.data();
+  const std::size_t n = line.size();
+  if (n < 16) return cleanAndScanShort(p, n);
+  LineFacts facts;
+  const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
+  const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
+  int delimiters = 0;
+  unsigned lastBlank = 0;  // the previous block ended in a blank
+  for (std::size_t i = 0;; i += 16) {
+    const bool last = i + 16 >= n;
+    const std::size_t at = last ? n - 16 : i;
+    __m128i v = _mm_and_si128(load16(p + at), low7);
+    v = _mm_and_si128(v, _mm_cmpgt_epi8(v, below));  // all bytes are 0 to 127 now
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
+    delimiters |= _mm_movemask_epi8(
+        _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, bar), _mm_cmpeq_epi8(v, caret)), _mm_cmpeq_epi8(v, under)));
+    if (facts.firstDouble == std::string::npos) {
+      const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
+      const unsigned pairs = blanks & (blanks >> 1);
+      if (at == i && (lastBlank & blanks & 1u) != 0)
+        facts.firstDouble = i - 1;
+      else if (pairs != 0)
+        facts.firstDouble = at + static_cast<std::size_t>(__builtin_ctz(pairs));
+      lastBlank = blanks >> 15;
+    }
+    if (last) break;
+  }
+  facts.delimiters = delimiters != 0;
+  return facts;
+}
+
+// Where the first two blanks in a row stand at or after `from`, or npos.
+std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
+  if (n < from + 17) {
+    if (n < 17) return findDoubleBlankShort(p, from, n);
+    // The last seventeen bytes, the lanes before `from` left out.
+    const std::size_t at = n - 17;
+    const __m128i blank = _mm_set1_epi8(' ');
+    const auto pairs = static_cast<unsigned>(_mm_movemask_epi8(
+        _mm_and_si128(_mm_cmpeq_epi8(load16(p + at), blank), _mm_cmpeq_epi8(load16(p + at + 1), blank))));
+    const unsigned wanted = pairs & (0xFFFFu << (from - at));
+    return wanted != 0 ? at + static_cast<std::size_t>(__builtin_ctz(wanted)) : std::string::npos;
+  }
+  const __m128i blank = _mm_set1_epi8(' ');
+  for (std::size_t i = from;; i += 16) {
+    const bool last = i + 17 >= n;
+    const std::size_t at = last ? n - 17 : i;
+    const auto pairs = static_cast<unsigned>(_mm_movemask_epi8(
+        _mm_and_si128(_mm_cmpeq_epi8(load16(p + at), blank), _mm_cmpeq_epi8(load16(p + at + 1), blank))));
+    if (pairs != 0) return at + static_cast<std::size_t>(__builtin_ctz(pairs));
+    if (last) return std::string::npos;
+  }
+}
+#else
+LineFacts cleanAndScan(std::string& line) { return cleanAndScanShort(line.data(), line.size()); }
+std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) { return findDoubleBlankShort(p, from, n); }
+#endif
 
 // Runs of blanks halved four times over (replacing two blanks by one, four times), and
 // the two blanks typed after a full stop or a colon made one. Each halving turns a
