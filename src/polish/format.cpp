@@ -78,27 +78,29 @@ LineFacts cleanAndScan(std::string& line) {
   LineFacts facts;
   const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
   const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
+  // The tail is read before any block is written back: a read across bytes just
+  // written would wait for the writes.
+  const __m128i tail = load16(p + n - 16);
   int delimiters = 0;
   unsigned lastBlank = 0;  // the previous block ended in a blank
-  for (std::size_t i = 0;; i += 16) {
-    const bool last = i + 16 >= n;
-    const std::size_t at = last ? n - 16 : i;
-    __m128i v = _mm_and_si128(load16(p + at), low7);
+  const auto block = [&](__m128i v, std::size_t at, bool follows) {
+    v = _mm_and_si128(v, low7);
     v = _mm_and_si128(v, _mm_cmpgt_epi8(v, below));  // all bytes are 0 to 127 now
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
     delimiters |= _mm_movemask_epi8(
         _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, bar), _mm_cmpeq_epi8(v, caret)), _mm_cmpeq_epi8(v, under)));
-    if (facts.firstDouble == std::string::npos) {
-      const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
-      const unsigned pairs = blanks & (blanks >> 1);
-      if (at == i && (lastBlank & blanks & 1u) != 0)
-        facts.firstDouble = i - 1;
-      else if (pairs != 0)
-        facts.firstDouble = at + static_cast<std::size_t>(__builtin_ctz(pairs));
-      lastBlank = blanks >> 15;
-    }
-    if (last) break;
-  }
+    if (facts.firstDouble != std::string::npos) return;
+    const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
+    const unsigned pairs = blanks & (blanks >> 1);
+    if (follows && (lastBlank & blanks & 1u) != 0)  // a pair across the blocks' edge
+      facts.firstDouble = at - 1;
+    else if (pairs != 0)
+      facts.firstDouble = at + static_cast<std::size_t>(__builtin_ctz(pairs));
+    lastBlank = blanks >> 15;
+  };
+  std::size_t i = 0;
+  for (; i + 16 < n; i += 16) block(load16(p + i), i, true);
+  block(tail, n - 16, n - 16 == i);
   facts.delimiters = delimiters != 0;
   return facts;
 }
@@ -159,42 +161,88 @@ void foldBlanks(std::string& line, std::size_t first) {
   if (line.find(":  ") != std::string::npos) ReplaceAll(line, ":  ", ": ");
 }
 
-// A paragraph's delimiters as readable separators. A "|" of an ordinary field, or
-// "||" of a descriptor field, becomes the byte 0 (a one-character text, not an empty
-// one). In the descriptor rule "_" is replaced before "^_" is looked for, so that a
-// "^_" comes out as ", " and "; " side by side. A paragraph without any delimiter
-// skips the searches.
-void flush(std::string& paragraph, bool delimiters, TextOut& out) {
-  static const std::string kNul(1, '\0');
-  if (!delimiters && !paragraph.starts_with("DE- ")) {
+// A paragraph's delimiters as readable separators, written to `out` (the paragraph is
+// emptied). A "|" of an ordinary field, or "||" of a descriptor field, becomes the
+// byte 0 (a one-character text, not an empty one); "^_" and "^" become "; " and ", ".
+// In a descriptor field "|" becomes " / " and "_" becomes "; " before the field is
+// trimmed on the right (a last "/" cut, the blank before it kept) and before any
+// "^" is looked at, so "^_" comes out as ", " and "; " side by side. Each rule in
+// turn, applied to the whole text from left to right, gives what one left-to-right
+// pass gives, as no replacement makes a text that a later rule looks for: so each
+// paragraph is rewritten in one pass, or two for a descriptor field with a "^".
+void flush(std::string& paragraph, bool delimiters, std::string& work, TextOut& out) {
+  const bool descriptors = paragraph.starts_with("DE- ");
+  if (!delimiters && !descriptors) {
     out.line(paragraph);
     paragraph.clear();
     return;
   }
-  const bool carets = delimiters && paragraph.find('^') != std::string::npos;
-  if (paragraph.starts_with("DE- ")) {
-    if (delimiters && paragraph.find('|') != std::string::npos) {
-      ReplaceAll(paragraph, "||", kNul);
-      ReplaceAll(paragraph, "|", " / ");
-    }
-    if (delimiters && paragraph.find('_') != std::string::npos) ReplaceAll(paragraph, "_", "; ");
-    const std::size_t last = paragraph.find_last_not_of(' ');
-    paragraph.resize(last == std::string::npos ? 0 : last + 1);
-    if (paragraph.ends_with('/')) paragraph.pop_back();  // the blank before it stays
-    if (carets) {
-      ReplaceAll(paragraph, "^_", "; ");
-      ReplaceAll(paragraph, "^", ", ");
-    }
-  } else {
+  const std::string_view nul("\0", 1);
+  if (!descriptors) {
     // One character for one: the same as replacing every "|" by the text of code 0.
     for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
       paragraph[at] = '\0';
-    if (carets) {
-      ReplaceAll(paragraph, "^_", "; ");
-      ReplaceAll(paragraph, "^", ", ");
+    if (paragraph.find('^') == std::string::npos) {
+      out.line(paragraph);
+      paragraph.clear();
+      return;
     }
   }
-  out.line(paragraph);
+  // The rest in one pass: the text between the delimiters goes over in runs, the
+  // delimiters found by the library's fast searches.
+  work.clear();
+  const char* p = paragraph.data();
+  std::size_t n = paragraph.size();
+  std::size_t from = 0;
+  const auto put = [&](std::size_t at, std::size_t used, std::string_view as) {
+    work.append(p + from, at - from);
+    work += as;
+    from = at + used;
+  };
+  // Calls each(at) for each `a` and `b` of the paragraph, left to right; each returns
+  // how many characters it used.
+  const auto forEach = [&](char a, char b, auto each) {
+    std::size_t nextA = paragraph.find(a), nextB = paragraph.find(b);
+    while (nextA != std::string::npos || nextB != std::string::npos) {
+      const std::size_t at = std::min(nextA, nextB);
+      const std::size_t after = at + each(at);
+      if (nextA < after) nextA = paragraph.find(a, after);
+      if (nextB < after) nextB = paragraph.find(b, after);
+    }
+    work.append(p + from, n - from);
+  };
+  if (descriptors) {
+    forEach('|', '_', [&](std::size_t at) -> std::size_t {
+      if (p[at] == '_') {
+        put(at, 1, "; ");
+        return 1;
+      }
+      const bool pair = at + 1 < n && p[at + 1] == '|';
+      put(at, pair ? 2 : 1, pair ? nul : " / ");
+      return pair ? 2 : 1;
+    });
+    const std::size_t last = work.find_last_not_of(' ');
+    work.resize(last == std::string::npos ? 0 : last + 1);
+    if (work.ends_with('/')) work.pop_back();  // the blank before it stays
+    if (work.find('^') != std::string::npos) {
+      paragraph.swap(work);
+      work.clear();
+      p = paragraph.data();
+      n = paragraph.size();
+      from = 0;
+      forEach('^', '^', [&](std::size_t at) -> std::size_t {
+        put(at, 1, ", ");
+        return 1;
+      });
+    }
+  } else {
+    forEach('^', '^', [&](std::size_t at) -> std::size_t {
+      const bool underline = at + 1 < n && p[at + 1] == '_';
+      put(at, underline ? 2 : 1, underline ? "; " : ", ");
+      return underline ? 2 : 1;
+    });
+  }
+  out.line(work);
   paragraph.clear();
 }
 
@@ -230,6 +278,7 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
     int32_t lTagLines = 0;
     int32_t labels = 0;
     std::string sParagraph;
+    std::string work;  // the paragraph as written
     bool delimiters = false;  // whether sParagraph holds a "|", "^" or "_"
     std::string& line = state.gsLine;
     for (int32_t i = 1; i <= io.lineCount; ++i) {
@@ -247,13 +296,13 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
       if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
       if (isTagged(line)) {
         Add32(lTagLines, 1);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
       } else if (line.starts_with("Record - ")) {
         Add32(labels, 1);
         job.progress.recordDone(labels);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
       } else if (line.empty()) {
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
+        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
         io.out.blank();
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
