@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <vector>
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -26,17 +27,52 @@ bool isTagged(std::string_view line) {
   return line.size() >= 4 && line[2] == '-' && line[3] == ' ' && isCapital(line[0]) && isCapital(line[1]);
 }
 
-// What one look at a cleaned line tells: where its first two blanks in a row stand
-// (npos for none), and whether it holds a delimiter ("|", "^" or "_") that a flush
-// must turn into a separator. Most lines of a TAGed record have two blanks in a row
-// (an indented continuation, two blanks after a stop) and no delimiter, so both are
-// looked for in one pass, sixteen bytes at once where the compiler has vector types.
-struct LineFacts {
-  std::size_t firstDouble = std::string::npos;
-  bool delimiters = false;
+// What one look at a cleaned line tells: where it has two blanks in a row (a bit for
+// each blank that a blank follows), and whether it holds a delimiter ("|", "^" or
+// "_") that a flush must turn into a separator. Most lines of a TAGed record have two
+// blanks in a row (an indented continuation, two blanks after a stop) and no
+// delimiter. The folding of the blanks then needs no second look at the line, whose
+// bytes were just written back (reading them again in vectors would wait for the
+// writes).
+class LineFacts {
+ public:
+  // The delimiters the line holds, a bit each.
+  static constexpr unsigned kBar = 1, kCaret = 2, kUnderline = 4;
+  unsigned delimiters = 0;
+
+  // Sized for a line of n bytes, no pair marked.
+  void reset(std::size_t n) {
+    const std::size_t words = n / 64 + 2;
+    if (pairs_.size() < words) pairs_.resize(words);
+    used_ = words;
+    for (std::size_t w = 0; w < words; ++w) pairs_[w] = 0;
+  }
+  // Pairs at `at` + each set bit of `mask`.
+  void mark(std::size_t at, uint64_t mask) {
+    const std::size_t w = at / 64, bit = at % 64;
+    pairs_[w] |= mask << bit;
+    if (bit != 0) pairs_[w + 1] |= mask >> (64 - bit);
+  }
+  // The first pair at or after `from`, or npos.
+  std::size_t pairFrom(std::size_t from) const {
+    std::size_t w = from / 64;
+    if (w >= used_) return std::string::npos;
+    uint64_t bits = pairs_[w] & (~uint64_t{0} << (from % 64));
+    for (;;) {
+      if (bits != 0) return w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
+      if (++w == used_) return std::string::npos;
+      bits = pairs_[w];
+    }
+  }
+
+ private:
+  std::vector<uint64_t> pairs_;
+  std::size_t used_ = 0;  // words of pairs_ for the line
 };
 
-bool isDelimiter(char c) { return c == '|' || c == '^' || c == '_'; }
+unsigned delimiterBit(char c) {
+  return c == '|' ? LineFacts::kBar : c == '^' ? LineFacts::kCaret : c == '_' ? LineFacts::kUnderline : 0;
+}
 
 // The byte cleaning of LowAscii and RemCtrl with character 0: the high bit cleared, a
 // control character made byte 0.
@@ -46,119 +82,97 @@ char cleanByte(char ch) {
 }
 
 // Lines shorter than a vector, a byte at a time.
-LineFacts cleanAndScanShort(char* p, std::size_t n) {
-  LineFacts facts;
+void cleanAndScanShort(char* p, std::size_t n, LineFacts& facts) {
+  facts.delimiters = 0;
   for (std::size_t i = 0; i < n; ++i) p[i] = cleanByte(p[i]);
   for (std::size_t i = 0; i < n; ++i) {
-    facts.delimiters = facts.delimiters || isDelimiter(p[i]);
-    if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
+    facts.delimiters |= delimiterBit(p[i]);
+    if (i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.mark(i, 1);
   }
-  return facts;
 }
-
-std::size_t findDoubleBlankShort(const char* p, std::size_t from, std::size_t n) {
-  for (std::size_t i = from; i + 1 < n; ++i)
-    if (p[i] == ' ' && p[i + 1] == ' ') return i;
-  return std::string::npos;
-}
-
-#if defined(__SSE2__)
-// Sixteen bytes at a time. A line's tail is looked at as its last sixteen bytes, which
-// overlap bytes seen already: cleaning twice changes nothing, and a pair of blanks
-// in the overlap was either found before or lies before where the search began.
-
-__m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 
 // LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
 // byte 0), and the facts of the cleaned line, in one pass.
-LineFacts cleanAndScan(std::string& line) {
+#if defined(__SSE2__)
+// Sixteen bytes at a time. The line's tail is taken as its last sixteen bytes, which
+// overlap bytes seen already: cleaning twice changes nothing, and a pair of blanks
+// marked twice is one pair.
+__m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+void cleanAndScan(std::string& line, LineFacts& facts) {
   char* p = line.data();
   const std::size_t n = line.size();
-  if (n < 16) return cleanAndScanShort(p, n);
-  LineFacts facts;
+  facts.reset(n);
+  if (n < 16) return cleanAndScanShort(p, n, facts);
   const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
   const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
-  // The tail is read before any block is written back: a read across bytes just
-  // written would wait for the writes.
+  // The tail is read before any block is written back.
   const __m128i tail = load16(p + n - 16);
-  int delimiters = 0;
+  unsigned delimiters = 0;
   unsigned lastBlank = 0;  // the previous block ended in a blank
-  const auto block = [&](__m128i v, std::size_t at, bool follows) {
+  const auto block = [&](__m128i v, std::size_t at) {
     v = _mm_and_si128(v, low7);
     v = _mm_and_si128(v, _mm_cmpgt_epi8(v, below));  // all bytes are 0 to 127 now
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
-    delimiters |= _mm_movemask_epi8(
-        _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, bar), _mm_cmpeq_epi8(v, caret)), _mm_cmpeq_epi8(v, under)));
-    if (facts.firstDouble != std::string::npos) return;
+    const __m128i bars = _mm_cmpeq_epi8(v, bar), carets = _mm_cmpeq_epi8(v, caret), unders = _mm_cmpeq_epi8(v, under);
+    if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(bars, carets), unders)) != 0)  // seldom: which ones
+      delimiters |= (_mm_movemask_epi8(bars) != 0 ? LineFacts::kBar : 0u) |
+                    (_mm_movemask_epi8(carets) != 0 ? LineFacts::kCaret : 0u) |
+                    (_mm_movemask_epi8(unders) != 0 ? LineFacts::kUnderline : 0u);
     const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
     const unsigned pairs = blanks & (blanks >> 1);
-    if (follows && (lastBlank & blanks & 1u) != 0)  // a pair across the blocks' edge
-      facts.firstDouble = at - 1;
-    else if (pairs != 0)
-      facts.firstDouble = at + static_cast<std::size_t>(__builtin_ctz(pairs));
+    if (pairs != 0) facts.mark(at, pairs);
+    if (at > 0 && (lastBlank & blanks & 1u) != 0) facts.mark(at - 1, 1);  // across the edge
     lastBlank = blanks >> 15;
   };
   std::size_t i = 0;
-  for (; i + 16 < n; i += 16) block(load16(p + i), i, true);
-  block(tail, n - 16, n - 16 == i);
-  facts.delimiters = delimiters != 0;
-  return facts;
-}
-
-// Where the first two blanks in a row stand at or after `from`, or npos.
-std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
-  if (n < from + 17) {
-    if (n < 17) return findDoubleBlankShort(p, from, n);
-    // The last seventeen bytes, the lanes before `from` left out.
-    const std::size_t at = n - 17;
-    const __m128i blank = _mm_set1_epi8(' ');
-    const auto pairs = static_cast<unsigned>(_mm_movemask_epi8(
-        _mm_and_si128(_mm_cmpeq_epi8(load16(p + at), blank), _mm_cmpeq_epi8(load16(p + at + 1), blank))));
-    const unsigned wanted = pairs & (0xFFFFu << (from - at));
-    return wanted != 0 ? at + static_cast<std::size_t>(__builtin_ctz(wanted)) : std::string::npos;
-  }
-  const __m128i blank = _mm_set1_epi8(' ');
-  for (std::size_t i = from;; i += 16) {
-    const bool last = i + 17 >= n;
-    const std::size_t at = last ? n - 17 : i;
-    const auto pairs = static_cast<unsigned>(_mm_movemask_epi8(
-        _mm_and_si128(_mm_cmpeq_epi8(load16(p + at), blank), _mm_cmpeq_epi8(load16(p + at + 1), blank))));
-    if (pairs != 0) return at + static_cast<std::size_t>(__builtin_ctz(pairs));
-    if (last) return std::string::npos;
-  }
+  for (; i + 16 < n; i += 16) block(load16(p + i), i);
+  if (n - 16 != i) lastBlank = 0;  // the tail overlaps the last block: no edge to cross
+  block(tail, n - 16);
+  facts.delimiters = delimiters;
 }
 #else
-LineFacts cleanAndScan(std::string& line) { return cleanAndScanShort(line.data(), line.size()); }
-std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) { return findDoubleBlankShort(p, from, n); }
+void cleanAndScan(std::string& line, LineFacts& facts) {
+  facts.reset(line.size());
+  cleanAndScanShort(line.data(), line.size(), facts);
+}
 #endif
 
-// Runs of blanks halved four times over (replacing two blanks by one, four times), and
-// the two blanks typed after a full stop or a colon made one. Each halving turns a
-// run of k blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16
-// become one, longer runs keep a few.
-void foldBlanks(std::string& line, std::size_t first) {
-  char* p = line.data();
+// The line with its blanks folded, put at the end of `dest`: runs of blanks halved
+// four times over (replacing two blanks by one, four times), and the two blanks typed
+// after a full stop or a colon made one. Each halving turns a run of k blanks into
+// ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16 become one, longer runs
+// keep a few. `facts` marks where the runs begin; the text between them is copied in
+// pieces.
+void appendFolded(std::string& dest, std::string_view line, const LineFacts& facts) {
+  std::size_t i = facts.pairFrom(0);
+  if (i == std::string::npos) {
+    dest += line;
+    return;
+  }
+  const std::size_t start = dest.size();
+  const char* p = line.data();
   const std::size_t n = line.size();
-  std::size_t i = first;
-  std::size_t out = i;
+  dest.append(p, i);
   std::size_t longest = 0;
   for (;;) {
     std::size_t end = i;
     while (end < n && p[end] == ' ') ++end;
     longest = std::max(longest, end - i);
-    for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[out++] = ' ';
-    std::size_t next = findDoubleBlank(p, end, n);
+    dest.append((end - i + 15) / 16, ' ');
+    std::size_t next = facts.pairFrom(end);
     if (next == std::string::npos) next = n;
-    std::memmove(p + out, p + end, next - end);
-    out += next - end;
+    dest.append(p + end, next - end);
     if (next == n) break;
     i = next;
   }
-  line.resize(out);
   // Only a run of more than 16 leaves two blanks in a row.
   if (longest <= 16) return;
-  if (line.find(".  ") != std::string::npos) ReplaceAll(line, ".  ", ". ");
-  if (line.find(":  ") != std::string::npos) ReplaceAll(line, ":  ", ": ");
+  std::string folded = dest.substr(start);
+  if (folded.find(".  ") != std::string::npos) ReplaceAll(folded, ".  ", ". ");
+  if (folded.find(":  ") != std::string::npos) ReplaceAll(folded, ":  ", ": ");
+  dest.resize(start);
+  dest += folded;
 }
 
 // A paragraph's delimiters as readable separators, written to `out` (the paragraph is
@@ -170,7 +184,8 @@ void foldBlanks(std::string& line, std::size_t first) {
 // turn, applied to the whole text from left to right, gives what one left-to-right
 // pass gives, as no replacement makes a text that a later rule looks for: so each
 // paragraph is rewritten in one pass, or two for a descriptor field with a "^".
-void flush(std::string& paragraph, bool delimiters, std::string& work, TextOut& out) {
+// `delimiters` tells which the paragraph holds (LineFacts' bits).
+void flush(std::string& paragraph, unsigned delimiters, std::string& work, TextOut& out) {
   const bool descriptors = paragraph.starts_with("DE- ");
   if (!delimiters && !descriptors) {
     out.line(paragraph);
@@ -180,9 +195,10 @@ void flush(std::string& paragraph, bool delimiters, std::string& work, TextOut& 
   const std::string_view nul("\0", 1);
   if (!descriptors) {
     // One character for one: the same as replacing every "|" by the text of code 0.
-    for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
-      paragraph[at] = '\0';
-    if (paragraph.find('^') == std::string::npos) {
+    if ((delimiters & LineFacts::kBar) != 0)
+      for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
+        paragraph[at] = '\0';
+    if ((delimiters & LineFacts::kCaret) == 0) {
       out.line(paragraph);
       paragraph.clear();
       return;
@@ -224,7 +240,7 @@ void flush(std::string& paragraph, bool delimiters, std::string& work, TextOut& 
     const std::size_t last = work.find_last_not_of(' ');
     work.resize(last == std::string::npos ? 0 : last + 1);
     if (work.ends_with('/')) work.pop_back();  // the blank before it stays
-    if (work.find('^') != std::string::npos) {
+    if ((delimiters & LineFacts::kCaret) != 0) {
       paragraph.swap(work);
       work.clear();
       p = paragraph.data();
@@ -278,8 +294,10 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
     int32_t lTagLines = 0;
     int32_t labels = 0;
     std::string sParagraph;
-    std::string work;  // the paragraph as written
-    bool delimiters = false;  // whether sParagraph holds a "|", "^" or "_"
+    std::string work;    // the paragraph as written
+    std::string folded;  // a line folded before it is looked at
+    LineFacts facts;
+    unsigned delimiters = 0;  // those sParagraph holds: "|", "^" or "_"
     std::string& line = state.gsLine;
     for (int32_t i = 1; i <= io.lineCount; ++i) {
       if (i == 40 && labels < 1) {
@@ -292,12 +310,22 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
       }
       if (!io.in.readLine(line)) break;
       result.lines = i;
-      const LineFacts facts = cleanAndScan(line);
-      if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
+      cleanAndScan(line, facts);
+      // The line's class is read from its first nine characters once folded. Where
+      // folding leaves them as they are (no two blanks among them), or makes the
+      // first a blank (the line begins with two), the line is read as it stands and
+      // folded straight into the paragraph; else it is folded first.
+      const std::size_t firstPair = facts.pairFrom(0);
+      const bool foldLater = firstPair == 0 || firstPair >= 9;
+      if (!foldLater) {
+        folded.clear();
+        appendFolded(folded, line, facts);
+        line.swap(folded);
+      }
       if (isTagged(line)) {
         Add32(lTagLines, 1);
         if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
-      } else if (line.starts_with("Record - ")) {
+      } else if (!line.empty() && line[0] == 'R' && line.starts_with("Record - ")) {
         Add32(labels, 1);
         job.progress.recordDone(labels);
         if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
@@ -306,9 +334,12 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
         io.out.blank();
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
-      if (sParagraph.empty()) delimiters = false;
-      sParagraph += line;
-      delimiters = delimiters || facts.delimiters;
+      if (sParagraph.empty()) delimiters = 0;
+      if (foldLater)
+        appendFolded(sParagraph, line, facts);
+      else
+        sParagraph += line;
+      delimiters |= facts.delimiters;
       if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
     }
     // What the paragraph still holds is not written: a file that ends on a line of
