@@ -218,12 +218,12 @@ void flush(std::string& paragraph, unsigned delimiters, std::string& work, TextO
   // Calls each(at) for each `a` and `b` of the paragraph, left to right; each returns
   // how many characters it used.
   const auto forEach = [&](char a, char b, auto each) {
-    std::size_t nextA = paragraph.find(a), nextB = paragraph.find(b);
+    std::size_t nextA = paragraph.find(a), nextB = a == b ? std::string::npos : paragraph.find(b);
     while (nextA != std::string::npos || nextB != std::string::npos) {
       const std::size_t at = std::min(nextA, nextB);
       const std::size_t after = at + each(at);
       if (nextA < after) nextA = paragraph.find(a, after);
-      if (nextB < after) nextB = paragraph.find(b, after);
+      if (nextB < after) nextB = a == b ? std::string::npos : paragraph.find(b, after);
     }
     work.append(p + from, n - from);
   };
