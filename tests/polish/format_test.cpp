@@ -2,6 +2,7 @@
 // the records-per-page answer.
 #include <gtest/gtest.h>
 
+#include "core/brindle.h"
 #include "polish/format.h"
 #include "polish_test_support.h"
 
@@ -83,6 +84,46 @@ TEST(RemoveLineBreaks, BlankRunsFoldToOneUpToSixteenAndAContinuationJoinsByItsBl
     const auto run = RunLineBreaks(dir, {"Record - 1", "", "TI- a" + std::string(c.blanks, ' ') + "b", ""});
     EXPECT_EQ(run.out, CrLf({"Record - 1", "", "TI- a" + std::string(c.left, ' ') + "b", ""})) << c.blanks;
   }
+}
+
+// Blanks folded as the halving does it: two blanks made one, four times over, then
+// the blanks after a stop and a colon.
+std::string Folded(std::string text) {
+  for (int i = 0; i < 4; ++i) ReplaceAll(text, "  ", " ");
+  ReplaceAll(text, ".  ", ". ");
+  ReplaceAll(text, ":  ", ": ");
+  return text;
+}
+
+TEST(RemoveLineBreaks, RunsAndDelimitersAnywhereInLinesOfEveryLength) {
+  // Lines are looked at sixteen bytes at a time: runs of blanks and delimiters at
+  // every place of lines around those lengths, on tagged and continuation lines.
+  std::vector<std::string> in{"Record - 1", ""}, out{"Record - 1", ""};
+  for (std::size_t length : {14u, 15u, 16u, 17u, 18u, 31u, 32u, 33u, 47u, 63u, 64u, 65u, 80u}) {
+    for (std::size_t run : {2u, 3u, 16u, 17u, 33u}) {
+      for (std::size_t at = 0; at + run <= length; at += 3) {
+        std::string text(length, 'x');
+        for (std::size_t k = 0; k < length; k += 7) text[k] = '.';
+        text.replace(at, run, std::string(run, ' '));
+        text[(at * 5 + run) % length] = '|';
+        const std::string tagged = "TI- " + text;
+        const std::string continued = "      " + text + (length % 2 ? "^" : "");
+        in.insert(in.end(), {tagged, continued});
+        std::string expected = Folded(tagged) + Folded(continued);
+        for (char& c : expected) c = c == '|' ? '\0' : c;
+        ReplaceAll(expected, "^", ", ");
+        out.push_back(expected);
+      }
+    }
+  }
+  // Lines whose class folding changes: a label and a tag that two blanks hid.
+  in.insert(in.end(), {"Record  -  7", "AB  - x", "  TI- not a tag", ""});
+  out.insert(out.end(), {"Record - 7AB - x TI- not a tag", ""});
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, in);
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf(out));
+  EXPECT_EQ(run.result.records, 2);
 }
 
 TEST(RemoveLineBreaks, ALabelOrTagMissingFromTheFirst39LinesIsRefusedAtLine40) {
