@@ -364,6 +364,37 @@ bool RecordBlockReader::next(std::string& block, std::size_t size) {
   }
 }
 
+// The first CR or LF at or after `from`, or the block's end. The line ends are marked
+// 64 bytes at a time, and most lines end within the 64 marked for the line before.
+std::size_t BlockRecords::lineEnd(std::size_t from) {
+  const char* p = block_.data();
+  const std::size_t n = block_.size();
+  while (from < n) {
+    if (from < endsAt_ || from - endsAt_ >= 64) {
+      endsAt_ = from;
+      ends_ = 0;
+      if (n - from >= 64) {
+#if defined(__SSE2__)
+        const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r');
+        for (int k = 0; k < 4; ++k) {
+          const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + from + 16 * k));
+          const auto hit = static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, lf), _mm_cmpeq_epi8(v, cr))));
+          ends_ |= static_cast<uint64_t>(hit) << (16 * k);
+        }
+#else
+        for (std::size_t k = 0; k < 64; ++k) ends_ |= static_cast<uint64_t>(p[from + k] == '\n' || p[from + k] == '\r') << k;
+#endif
+      } else {
+        for (std::size_t k = 0; from + k < n; ++k) ends_ |= static_cast<uint64_t>(p[from + k] == '\n' || p[from + k] == '\r') << k;
+      }
+    }
+    const uint64_t bits = ends_ >> (from - endsAt_);
+    if (bits != 0) return from + static_cast<std::size_t>(__builtin_ctzll(bits));
+    from = endsAt_ + 64;
+  }
+  return n;
+}
+
 bool BlockRecords::next(RecordText& record) {
   views_.clear();
   std::string_view label;
@@ -372,7 +403,7 @@ bool BlockRecords::next(RecordText& record) {
   const std::size_t n = block_.size();
   while (at_ < n) {
     const char* p = base + at_;
-    const char* stop = findLineEnd(p, n - at_);
+    const char* stop = base + lineEnd(at_);
     const auto len = static_cast<std::size_t>(stop - p);
     const std::string_view line(p, len);
     if (IsLabelLine(line) && haveLabel) break;  // the next record's label

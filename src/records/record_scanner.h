@@ -131,11 +131,16 @@ class BlockRecords {
   int32_t lines() const { return lines_; }
 
  private:
+  std::size_t lineEnd(std::size_t from);
+
   std::string_view block_;
   std::size_t at_ = 0;
   int32_t lines_ = 0;
   int32_t records_ = 0;
   std::vector<std::string_view> views_;
+  // The CRs and LFs of 64 bytes of the block from endsAt_, a bit each.
+  std::size_t endsAt_ = static_cast<std::size_t>(-1);
+  uint64_t ends_ = 0;
 };
 
 }  // namespace zv
