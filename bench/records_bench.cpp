@@ -33,7 +33,8 @@ namespace {
 
 using namespace zv::bench;
 
-constexpr double kTargetRatio = 3.0;     // BuildIndex at no less than 1/3 of the line read's speed
+constexpr double kTargetGetline = 1.0;   // BuildIndex at least as fast as std::getline of the same file
+constexpr double kTargetLineReader = 1.0 / 3.0;  // and at a third of the program's own read at the least
 constexpr double kTargetFlatMB = 4.0;    // peak memory of the large and the small build may differ by this
 
 struct RecordFile {
@@ -93,8 +94,7 @@ RecordFile plainPro(const std::string& stem, int64_t records) {
   zv::JobState job;
   job.gsProFile = f.pro;
   job.gsIndexFile = f.ndx;
-  zv::IndexProgress quiet;
-  if (zv::BuildIndex(job, quiet) != zv::IndexOutcome::Built) throw std::runtime_error("no index of " + f.pro);
+  if (!zv::BuildIndex(job, zv::NoProgress()).done()) throw std::runtime_error("no index of " + f.pro);
   count(f);
   return f;
 }
@@ -125,9 +125,9 @@ void readLineReader(benchmark::State& state) {
 }
 
 // Progress as frmIndexing takes it: every line and every label reach the host.
-struct CountingProgress : zv::IndexProgress {
-  void indexLine(int32_t n) override { lines = n; }
-  void indexRecord(int32_t n) override { records = n; }
+struct CountingProgress : zv::JobProgress {
+  void lineDone(int32_t n, int32_t) override { lines = n; }
+  void recordDone(int32_t n) override { records = n; }
   int32_t lines = 0, records = 0;
 };
 
@@ -137,9 +137,9 @@ void buildIndex(benchmark::State& state, const RecordFile& f) {
     job.gsProFile = f.pro;
     job.gsIndexFile = f.ndx;
     CountingProgress progress;
-    const zv::IndexOutcome outcome = zv::BuildIndex(job, progress);
+    const zv::JobResult built = zv::BuildIndex(job, progress);
     state.PauseTiming();
-    if (outcome != zv::IndexOutcome::Built || progress.lines != f.lines || progress.records != f.records ||
+    if (!built.done() || progress.lines != f.lines || progress.records != f.records ||
         FileBytes(f.ndx) != f.records * static_cast<int64_t>(zv::kIndexRecLen))
       state.SkipWithError("BuildIndex did not index every record");
     std::filesystem::remove(f.ndx);
@@ -270,11 +270,11 @@ int main(int argc, char** argv) {
   // Speed is the file's bytes over the time, so the speed ratio is the time ratio upside down.
   if (large && getlineRead) {
     const double speed = getlineRead->best() / large->best();
-    PrintVerdict("BuildIndex speed / std::getline speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+    PrintVerdict("BuildIndex speed / std::getline speed", speed, "", ">= 1.0", speed >= kTargetGetline);
   }
   if (large && lineReader) {
     const double speed = lineReader->best() / large->best();
-    PrintVerdict("BuildIndex speed / LineReader speed", speed, "", ">= 0.33", speed >= 1.0 / kTargetRatio);
+    PrintVerdict("BuildIndex speed / LineReader speed", speed, "", ">= 0.33", speed >= kTargetLineReader);
   }
   if (large && small) {
     const double grow = static_cast<double>(large->peakKb - small->peakKb) / 1024.0;

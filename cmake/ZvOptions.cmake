@@ -3,6 +3,8 @@ option(ZV_BUILD_GUI "Build the Qt desktop program (src/forms)" ON)
 option(ZV_BUILD_TESTS "Build the test suites" ON)
 option(ZV_BUILD_BENCH "Build the benchmarks" ON)
 option(ZV_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+option(ZV_WARNINGS_AS_ERRORS "Fail the build on any compiler warning" OFF)
+option(ZV_BUILD_FUZZ "Build the libFuzzer target of tools/fuzz (clang only)" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -16,4 +18,15 @@ endif()
 find_program(ZV_CCACHE ccache)
 if(ZV_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${ZV_CCACHE}")
+endif()
+
+# Without Qt 6 the desktop program and its tests are left out: the libraries, the
+# command line, their tests and the benchmarks still build.
+if(ZV_BUILD_GUI)
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets Test)
+  if(NOT Qt6_FOUND)
+    message(WARNING "Qt 6 (Widgets, Test) not found: building without the desktop program and its tests. "
+                    "scripts/setup.sh installs it; or configure with -DZV_BUILD_GUI=OFF to say so.")
+    set(ZV_BUILD_GUI OFF)
+  endif()
 endif()

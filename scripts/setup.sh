@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the build and the tests need from Debian's packages. Safe to run
-# again: it installs only what is missing.
+# again: it installs only what is missing. With --fuzz it also installs clang and its
+# libFuzzer runtime, which the long fuzzing runs of tools/fuzz need (the tests do not).
 set -euo pipefail
 
 packages=(
@@ -10,6 +11,9 @@ packages=(
   fonts-dejavu-core xvfb xauth
   nlohmann-json3-dev bibutils
 )
+if [ "${1:-}" = "--fuzz" ]; then
+  packages+=(clang libclang-rt-dev)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

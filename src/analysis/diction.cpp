@@ -1,12 +1,16 @@
 // Diction: the omit list, counting the words, their order, and the .DIC.
 #include "analysis/diction.h"
 
+#include <algorithm>
+#include <cstring>
 #include <limits>
 #include <vector>
 
 #include "analysis/analysis_common.h"
+#include "analysis/line_blocks.h"
 #include "analysis/exchange_sort.h"
 #include "analysis/select_record_file.h"
+#include "analysis/word_count.h"
 #include "core/brindle.h"
 #include "core/error.h"
 #include "core/files.h"
@@ -109,6 +113,11 @@ class OmitList {
     large_ = large;
   }
   bool empty() const { return entries_.size() <= 1; }
+  std::vector<std::string> lines() const {
+    std::vector<std::string> out;
+    for (std::size_t i = 1; i < entries_.size(); ++i) out.push_back(entries_[i].word);
+    return out;
+  }
   bool has(std::string_view word) const {
     if (large_) return index_.find(word) != 0;
     for (std::size_t i = 1; i < entries_.size(); ++i)
@@ -181,6 +190,73 @@ void writeGroup(TextOut& dic, const std::vector<WordRec>& words, int32_t first, 
   }
 }
 
+// The words of one line as the counting loop takes them: "--" made a blank, the line
+// trimmed, passed over when it holds "Record - ", cut at the delimiters, lowered.
+template <class OnWord>
+void forEachLineWord(std::string& line, const DelimiterSet& delims, std::string& word, OnWord&& onWord) {
+  if (line.find("--") != std::string::npos) ReplaceAll(line, "--", " ");
+  const std::string_view text = TrimBlanks(line);
+  // Label lines, and any line holding the label's words, are passed over whole.
+  if (text.empty() || text.find("Record - ") != std::string_view::npos) return;
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (delims.has(text[at])) {  // delimiters in a row make no word
+      ++at;
+      continue;
+    }
+    std::size_t end = at;
+    while (end < text.size() && !delims.has(text[end])) ++end;
+    word.assign(text.substr(at, end - at));
+    at = end;
+    LowerInPlace(word.data(), word.size());
+    onWord(word);
+  }
+}
+
+// The .DIC of a count without limits: the five head lines, then the elements group
+// by group as the writing loop writes them.
+JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& params, const std::string& gsDicFile,
+                          WordCounter& counter) {
+  counter.dropIndex();
+  if (counter.unique() > std::numeric_limits<int32_t>::max()) ThrowOverflow();
+  const auto unique = static_cast<int32_t>(counter.unique());
+  const std::vector<WordCounter::Element> list = counter.ordered();
+  job.outputs.add(gsDicFile);
+  TextOut dic(gsDicFile);
+  dic.line("Diction List for " + params.gsInFile);
+  dic.line(ReportDateLine(params.reportTime));
+  dic.blank();
+  PrintLine(false).text("Unique Words: ").str(unique).writeTo(dic);
+  dic.blank();
+  // Every group but the last is written; the last only when its count is 1 and a
+  // group of a higher count came before it.
+  std::string out;
+  char digits[16], scratch[16];
+  for (std::size_t p = 0; p < list.size(); ++p) {
+    const bool lastGroup = list.back().count == list[p].count;
+    if (lastGroup && (list[p].count != 1 || list.front().count == list.back().count)) break;
+    // The count as a number (a blank, the digits, a blank), the word at column 9.
+    int len = 0;
+    for (uint32_t c = list[p].count; c != 0 || len == 0; c /= 10) digits[len++] = static_cast<char>('0' + c % 10);
+    std::reverse(digits, digits + len);
+    out += ' ';
+    out.append(digits, static_cast<std::size_t>(len));
+    out += ' ';
+    if (len + 2 < 8) out.append(static_cast<std::size_t>(8 - len - 2), ' ');
+    out.append(counter.wordOf(list[p], scratch));
+    out.append("\r\n");
+    if (out.size() >= (std::size_t{1} << 16)) {
+      dic.raw(out);
+      out.clear();
+    }
+  }
+  dic.raw(out);
+  dic.close();
+  result.records = unique;
+  job.finish(result);
+  return JobOutcome::Done;
+}
+
 JobResult noCommand() {
   JobResult none;
   none.outcome = JobOutcome::NoCommand;
@@ -224,31 +300,62 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
     if (!large) Narrow16(glLineCount);
 
     const DelimiterSet delims(kDicDelims);
+    if (large) {
+      // Without limits: the file in large blocks of whole lines. The lines that hold
+      // "--" or "Record - " go through the loop's own steps one by one; the text
+      // between them only needs cutting at the delimiters, CR and LF among them, and
+      // goes to the counter in one piece.
+      WordCounter counter(omit.lines());
+      LineBlocks in(params.gsInFile);
+      std::string line, word;
+      int32_t n = 0;
+      int64_t shown = 0;
+      while (n < glLineCount) {
+        std::string_view block = in.next();
+        if (block.empty()) break;
+        std::size_t cut = 0;
+        const std::size_t lines = LinesIn(block, static_cast<std::size_t>(glLineCount - n), cut);
+        block = block.substr(0, cut);
+        char* text = in.data();
+        std::size_t plain = 0;  // the text not yet counted begins here
+        for (std::size_t at = 0;;) {
+          const void* hyphen = std::memchr(text + at, '-', block.size() - at);
+          if (hyphen == nullptr) break;
+          const auto i = static_cast<std::size_t>(static_cast<const char*>(hyphen) - text);
+          at = i + 1;
+          const bool special = i + 1 < block.size() && (text[i + 1] == '-' || (text[i + 1] == ' ' && i >= 7 &&
+                                                                               std::memcmp(text + i - 7, "Record ", 7) == 0));
+          if (!special) continue;
+          std::size_t from = i, to = i;
+          while (from > plain && text[from - 1] != '\n' && text[from - 1] != '\r') --from;
+          while (to < block.size() && text[to] != '\n' && text[to] != '\r') ++to;
+          counter.countText(text + plain, from - plain);
+          line.assign(text + from, to - from);
+          forEachLineWord(line, delims, word, [&](const std::string& w) { counter.countWord(w); });
+          plain = at = to;
+        }
+        counter.countText(text + plain, block.size() - plain);
+        n += static_cast<int32_t>(lines);
+        if (counter.unique() != shown) {
+          shown = counter.unique();
+          panels.uniqueWords(static_cast<int32_t>(std::min<int64_t>(shown, INT32_MAX)));
+        }
+        if (job.lineDone(n, glLineCount)) return JobOutcome::Interrupted;
+      }
+      result.lines = n;
+      return writeLargeList(job, result, params, gsDicFile, counter);
+    }
+
     WordTable table(large);
     LineReader in(params.gsInFile);
     std::string line, word;
     int32_t n = 0;
     while (n < glLineCount && in.readLine(line)) {
       ++n;
-      if (line.find("--") != std::string::npos) ReplaceAll(line, "--", " ");
-      const std::string_view text = TrimBlanks(line);
-      // Label lines, and any line holding the label's words, are passed over whole.
-      if (!text.empty() && text.find("Record - ") == std::string_view::npos) {
-        std::size_t at = 0;
-        while (at < text.size()) {
-          if (delims.has(text[at])) {  // delimiters in a row make no word
-            ++at;
-            continue;
-          }
-          std::size_t end = at;
-          while (end < text.size() && !delims.has(text[end])) ++end;
-          word.assign(text.substr(at, end - at));
-          at = end;
-          LowerInPlace(word.data(), word.size());
-          if (!omit.empty() && omit.has(word)) continue;
-          if (table.count(word)) panels.uniqueWords(table.unique());
-        }
-      }
+      forEachLineWord(line, delims, word, [&](const std::string& w) {
+        if (!omit.empty() && omit.has(w)) return;
+        if (table.count(w)) panels.uniqueWords(table.unique());
+      });
       if (job.lineDone(n, glLineCount)) return JobOutcome::Interrupted;
     }
     result.lines = n;

@@ -3,6 +3,8 @@
 
 #include "analysis/analysis_common.h"
 #include "analysis/index_reader.h"
+#include "analysis/record_blocks.h"
+#include "analysis/term_search.h"
 #include "core/files.h"
 #include "core/text.h"
 #include "core/text_out.h"
@@ -77,12 +79,13 @@ JobResult OpenRecordFile(JobState& state, JobProgress& progress, const RecordFil
       return JobOutcome::Refused;
     }
     if (!IndexWasChosen(job.state)) {
-      const IndexOutcome built = IndexRecordFile(job.state, job.progress);
-      if (built != IndexOutcome::Built) {
+      const JobResult built = IndexRecordFile(job.state, job.progress);
+      if (built.error) throw *built.error;
+      if (!built.done()) {
         const RecordFileChoice none;
         UseChoice(job.state, none);
-        if (built == IndexOutcome::Interrupted) return JobOutcome::Interrupted;
-        result.message = Message{std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)};
+        if (built.outcome == JobOutcome::Interrupted) return JobOutcome::Interrupted;
+        result.message = built.message;
         return JobOutcome::Refused;
       }
     }
@@ -106,6 +109,19 @@ class Query {
     // A final "*" marks right truncation; a term of "*" alone is blank from here on.
     for (std::size_t i = 0; i < 9; ++i) terms_[i] = PrepareTerm(params.boxes[i]);
     for (std::size_t i = 3; i < 9; ++i) (i < 6 ? andBlank_ : notBlank_) &= terms_[i].empty();
+    for (std::size_t i = 0; i < 9; ++i) finders_[i] = TermFinder(terms_[i], delims_);
+  }
+
+  // The same decision from the record's lines in one block, when none of them is
+  // longer than the 16-bit limit (so no plain search can overflow). The line loop
+  // above ends early only when the outcome is settled, so the outcome is whether each
+  // nest has a term found anywhere in the record: a NOT term rejects it, a term of the
+  // first nest and, unless it is blank, of the AND nest accept it.
+  bool testBlock(std::string_view text) const {
+    for (std::size_t i = 6; i < 9; ++i)
+      if (finders_[i].any(text)) return false;
+    if (!nestFound(text, 0)) return false;
+    return andBlank_ || nestFound(text, 3);
   }
 
   // Reads record k's lines and says whether it meets the form.
@@ -141,10 +157,17 @@ class Query {
   }
 
  private:
+  bool nestFound(std::string_view text, std::size_t first) const {
+    for (std::size_t i = first; i < first + 3; ++i)
+      if (finders_[i].any(text)) return true;
+    return false;
+  }
+
   Job& job_;
   AnalysisProgress& panels_;
   DelimiterSet delims_;
   std::array<Term, 9> terms_;
+  std::array<TermFinder, 9> finders_;
   bool andBlank_ = true;
   bool notBlank_ = true;
 };
@@ -166,25 +189,43 @@ JobResult RunQuery(JobState& state, JobProgress& progress, const QbfParams& para
     job.outputs.add(params.queryFile);
     TextOut qry(params.queryFile);
     RecordReader pro(job.state.gsProFile);
+    RecordBlockReader blocks(job.state.gsProFile);
+    RecordBlock block;
     int32_t hits = 0;
     std::string line;
     for (int32_t k = 1; k <= glRecCount; ++k) {
       job.progress.recordDone(k);
       const IndexRec& rec = ndx.get(k);
       const int64_t position = RecordStart(k, rec);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, false);
-      int32_t runningLine = rec.startLine;
-      if (query.test(pro, rec, position, lines, runningLine)) {
-        ++hits;
-        panels.hitRecord(hits);
-        // Read again, case kept, and copied line for line.
-        pro.seek(position, rec.byteLen);
-        for (int32_t n = 1; n <= lines; ++n) {
-          panels.hitLine(n);
-          pro.readLine(line);
-          qry.line(line);
+      if (blocks.read(position, lines, block) && block.longest <= kLongestPlainLine) {
+        // The record in one piece: the progress of its lines at once.
+        if (lines > 0) {
+          panels.recordLine(lines);
+          job.progress.lineDone(rec.startLine + lines, job.state.glLineCount);
         }
-        if (k == 1) qry.blank();
+        if (query.testBlock(block.bytes)) {
+          ++hits;
+          panels.hitRecord(hits);
+          for (int32_t n = 1; n <= lines; ++n) panels.hitLine(n);
+          WriteBlockLines(qry, block);
+          if (k == 1) qry.blank();
+        }
+      } else {
+        int32_t runningLine = rec.startLine;
+        if (query.test(pro, rec, position, lines, runningLine)) {
+          ++hits;
+          panels.hitRecord(hits);
+          // Read again, case kept, and copied line for line.
+          pro.seek(position, rec.byteLen);
+          for (int32_t n = 1; n <= lines; ++n) {
+            panels.hitLine(n);
+            pro.readLine(line);
+            qry.line(line);
+          }
+          if (k == 1) qry.blank();
+        }
       }
       if (job.recordDone(k)) return JobOutcome::Interrupted;
     }

@@ -80,33 +80,6 @@ bool SelectRecordFile(JobState& job, const std::string& name, std::string_view r
   return true;
 }
 
-namespace {
-
-// The index builder's own progress calls, passed on to the job's observer.
-class IndexingAsJob final : public IndexProgress {
- public:
-  explicit IndexingAsJob(JobProgress& progress) : progress_(progress) {}
-  void indexingStarted(std::string_view fileSize, std::string_view startTime) override {
-    progress_.ClearStatusPanels();
-    int64_t size = 0;
-    for (char c : fileSize) size = size * 10 + (c - '0');
-    progress_.jobStarted({"Indexing Record File", size, startTime, 0, 0});
-  }
-  void indexLine(int32_t lineNumber) override { progress_.lineDone(lineNumber, 0); }
-  void indexRecord(int32_t recordCount) override { progress_.recordDone(recordCount); }
-  void indexingFinished(std::string_view finishTime, std::string_view elapsed) override {
-    progress_.jobFinished(finishTime, elapsed);
-  }
-
- private:
-  JobProgress& progress_;
-};
-
-}  // namespace
-
-IndexOutcome IndexRecordFile(JobState& job, JobProgress& progress) {
-  IndexingAsJob adapter(progress);
-  return BuildIndex(job, adapter);
-}
+JobResult IndexRecordFile(JobState& job, JobProgress& progress) { return BuildIndex(job, progress); }
 
 }  // namespace zv

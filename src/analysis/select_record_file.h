@@ -46,10 +46,11 @@ std::string StemOf(std::string_view path);
 // Whether the name SelectRecordFile accepted is an index rather than a record file.
 bool IndexWasChosen(const JobState& job);
 
-// BuildIndex for the chosen record file, its progress shown through `progress`:
-// jobStarted with the .PRO's size and the start time, lineDone per line (the yield
-// where the interrupt is raised, with no total), recordDone per label, jobFinished.
-// Interrupted and NotARecordFile leave no index and giInterrupt at 1; errors throw.
-IndexOutcome IndexRecordFile(JobState& job, JobProgress& progress);
+// BuildIndex for the chosen record file, a job of its own with `progress` as its
+// observer: jobStarted with the .PRO's size and the start time, lineDone per line
+// (the yield where the interrupt is raised, with no total), recordDone per label,
+// jobFinished. Done, Interrupted, Refused (not a record file, with the message) or
+// Failed (with the error), and no index but on Done.
+JobResult IndexRecordFile(JobState& job, JobProgress& progress);
 
 }  // namespace zv

@@ -1,12 +1,15 @@
 // Sort: the key of each record from its tagged line, the sort, and the .SRT.
 #include "analysis/sort.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
 #include "analysis/analysis_common.h"
 #include "analysis/exchange_sort.h"
 #include "analysis/index_reader.h"
+#include "analysis/ordered_writer.h"
+#include "analysis/record_blocks.h"
 #include "analysis/qbf.h"
 #include "core/files.h"
 #include "core/text.h"
@@ -36,6 +39,48 @@ bool upperEqual(char a, char b) {
   auto up = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
   return up(a) == up(b);
 }
+
+// Without size limits: where each record is written from, and its size there.
+struct SortWrite {
+  int64_t readAt = 0;
+  int64_t bytes = 0;
+  int32_t lines = 0;
+  bool asItStands = false;
+};
+
+// Sets the key of `e` from `line` when the line is tagged; says whether it was.
+bool takeKey(SortRec& e, std::string_view line, std::string_view tag) {
+  const std::optional<std::string> key = SortKeyOf(line, tag);
+  if (!key) return false;
+  e.key.fill(' ');
+  std::memcpy(e.key.data(), key->data(), key->size());
+  e.len = static_cast<uint8_t>(key->size());
+  return true;
+}
+
+// The sorted records as the ordered writer takes them: each record's lines as they
+// stand, record 1 with one more empty line.
+class SortOrder : public OrderSource {
+ public:
+  SortOrder(const std::vector<SortRec>& sorted, const std::vector<SortWrite>& writes)
+      : sorted_(sorted), writes_(writes) {}
+  int32_t count() const override { return static_cast<int32_t>(sorted_.size()) - 1; }
+  int32_t recordAt(int32_t p) const override { return sorted_[static_cast<std::size_t>(p)].recNum; }
+  int64_t readAt(int32_t k) const override { return writes_[static_cast<std::size_t>(k)].readAt; }
+  int32_t lines(int32_t k) const override { return writes_[static_cast<std::size_t>(k)].lines; }
+  int64_t bytes(int32_t p) const override { return writes_[static_cast<std::size_t>(recordAt(p))].bytes; }
+  void render(int32_t p, const RecordBlock& block, std::string& out) const override {
+    AppendBlockLines(out, block);
+    if (recordAt(p) == 1) out.append("\r\n");
+  }
+  bool asItStands(int32_t p) const override {
+    return recordAt(p) != 1 && writes_[static_cast<std::size_t>(recordAt(p))].asItStands;
+  }
+
+ private:
+  const std::vector<SortRec>& sorted_;
+  const std::vector<SortWrite>& writes_;
+};
 
 JobResult noCommand() {
   JobResult none;
@@ -80,32 +125,57 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
     std::vector<SortRec> gSortRec(static_cast<std::size_t>(glRecCount) + 1);
     for (int32_t k = 1; k <= glRecCount; ++k) gSortRec[static_cast<std::size_t>(k)].recNum = k;
 
-    std::vector<RecordExtent> extents(large ? static_cast<std::size_t>(glRecCount) + 1 : 0);
+    // Without limits each record is read as one block, in file order, and its size as
+    // written is noted, so that the writing can take the records in file order too.
+    std::vector<SortWrite> writes(large ? static_cast<std::size_t>(glRecCount) + 1 : 0);
+    bool inBlocks = large;
+    std::optional<RecordBlockReader> blocks;
+    if (large) blocks.emplace(job.state.gsProFile);
+    RecordBlock block;
     RecordReader pro(job.state.gsProFile);
     std::string line;
     for (int32_t k = 1; k <= glRecCount; ++k) {
       const IndexRec& rec = ndx.get(k);
-      // The stored startByte, record 1 too: a tag on the first line of record 1 of a
-      // BuildIndex index is not seen.
-      pro.seek(rec.startByte, rec.byteLen);
       job.progress.recordDone(k);
       int32_t running = rec.endLine;
       job.progress.lineDone(running, glLineCount);
+      pro.checkExtent(k, rec);  // an index that does not match says so before any limit
       const int32_t lines = RecordLines(rec.startLine, rec.endLine, large);
-      if (large) extents[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines};
       SortRec& e = gSortRec[static_cast<std::size_t>(k)];
+      if (large) writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), rec.byteLen, lines, false};
+      if (inBlocks && blocks->read(rec.startByte, lines, block)) {
+        // The last tagged line of the record gives the key.
+        for (int32_t n = lines; n >= 1; --n) {
+          const std::string_view text = block.line(n);
+          if (!gsTag.empty() && (text.size() < gsTag.size() || !upperEqual(text[0], gsTag[0]))) continue;
+          if (takeKey(e, text, gsTag)) break;
+        }
+        // Record 1 of a BuildIndex index is written from the file's first byte.
+        if (RecordStart(k, rec) == rec.startByte || blocks->read(RecordStart(k, rec), lines, block))
+          writes[static_cast<std::size_t>(k)] = {RecordStart(k, rec), block.writtenBytes() + (k == 1 ? 2 : 0), lines,
+                                                 block.asItStands()};
+        else
+          inBlocks = false;
+        if (lines > 0) {
+          panels.recordLine(lines);
+          if (job.lineDone(running + lines, glLineCount)) return JobOutcome::Interrupted;
+        }
+        continue;
+      }
+      // Within the limits, or once a record was too large for a block, line by line.
+      inBlocks = false;
+      // The stored startByte, record 1 too: a tag on the first line of record 1 of a
+      // BuildIndex index is not seen.
+      pro.seek(rec.startByte, rec.byteLen);
       for (int32_t n = 1; n <= lines; ++n) {
         panels.recordLine(n);
         pro.readLine(line);
         // The last tagged line of the record gives the key; continuation lines don't.
-        if (const std::optional<std::string> key = SortKeyOf(line, gsTag)) {
-          e.key.fill(' ');
-          std::memcpy(e.key.data(), key->data(), key->size());
-          e.len = static_cast<uint8_t>(key->size());
-        }
+        takeKey(e, line, gsTag);
         if (job.lineDone(++running, glLineCount)) return JobOutcome::Interrupted;
       }
     }
+    blocks.reset();
 
     job.progress.caption("Sorting on " + gsTag + " field");
     if (large) {
@@ -119,12 +189,22 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
     job.progress.caption("Writing Sorted Records");
     const std::string srtFile = job.state.gsBaseName + ".SRT";
     job.outputs.add(srtFile, KeepOn(WayOut::Failed));
+    if (inBlocks) {
+      const SortOrder order(gSortRec, writes);
+      if (OrderedWriter::write(job.state.gsProFile, srtFile, order, "\r\n", job.progress, glLineCount)) {
+        if (glRecCount > 0) job.state.glRecNum = gSortRec[static_cast<std::size_t>(glRecCount)].recNum;
+        result.records = glRecCount;
+        job.finish(result);
+        return JobOutcome::Done;
+      }
+    }
     TextOut srt(srtFile);
     int32_t written = 0;
     for (int32_t p = 1; p <= glRecCount; ++p) {
       const int32_t r = gSortRec[static_cast<std::size_t>(p)].recNum;
       job.state.glRecNum = r;
-      const RecordExtent e = large ? extents[static_cast<std::size_t>(r)] : WriteExtent(ndx, r);
+      const SortWrite& w = large ? writes[static_cast<std::size_t>(r)] : SortWrite{};
+      const RecordExtent e = large ? RecordExtent{w.readAt, static_cast<int32_t>(std::min<int64_t>(w.bytes, INT32_MAX)), w.lines} : WriteExtent(ndx, r);
       pro.seek(e.start, e.byteLen);
       job.progress.recordDone(p);
       for (int32_t n = 1; n <= e.lines; ++n) {

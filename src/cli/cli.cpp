@@ -21,6 +21,7 @@
 #include "core/files.h"
 #include "core/index_rec.h"
 #include "core/input_file.h"
+#include "records/build_index.h"
 
 namespace zv::cli {
 
@@ -28,7 +29,10 @@ namespace {
 
 int runFilter(const Command& command, const std::string& capture, const std::string& outDir) {
   if (!outDir.empty() && !std::filesystem::is_directory(outDir)) {
-    std::cerr << "Output directory not found: " << outDir << '\n';
+    std::error_code ec;
+    const bool there = std::filesystem::exists(outDir, ec);
+    std::cerr << (there ? "Output directory is a file, not a directory: " : "Output directory not found: ") << outDir
+              << '\n';
     return kExitUsage;
   }
   JobState job;
@@ -43,9 +47,19 @@ int runFilter(const Command& command, const std::string& capture, const std::str
   return ExitCodeOf(result, job, capture);
 }
 
+constexpr std::string_view kNotIndexFileText = "This does not appear to be an index file";
+
 int listIndex(const std::string& path) {
   if (!Exist(path)) {
     PrintMessage({std::string(kFileNotFoundTitle), std::string(kFileNotFoundText)});
+    std::cerr << "  (" << path << ")\n";
+    return kExitUsage;
+  }
+  // Any file divides into 277-byte records; one that does not divide is no index
+  // (a .PRO named by mistake), and its "records" would be noise.
+  if (const int64_t size = FileSize(path); size % static_cast<int64_t>(kIndexRecLen) != 0) {
+    PrintMessage({std::string(kFileFormatErrorTitle), std::string(kNotIndexFileText) + " (" + std::to_string(size) +
+                                                          " bytes, not a multiple of " + std::to_string(kIndexRecLen) + ")."});
     std::cerr << "  (" << path << ")\n";
     return kExitUsage;
   }
@@ -111,22 +125,9 @@ int Main(int argc, char** argv) {
     sub->callback([&, c] { exitCode = runFilter(*c, capture, outDir); });
   }
 
-  std::string recordFile, recordList, keepTo;
-  CLI::App* index = app.add_subcommand("index", "Index a record file: FILE.NDX beside FILE.PRO");
-  index->add_option("FILE", recordFile, "The .PRO file (never changed)")->required();
-  index->callback([&] { exitCode = RunIndex(recordFile); });
-  CLI::App* keep = app.add_subcommand("keep", "Append the listed records to a keep file");
-  keep->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
-  keep->add_option("--records", recordList, "Record numbers and ranges, e.g. 4,1,7-9")->required();
-  keep->add_option("--to", keepTo, "The keep file, added to if it exists")->required();
-  keep->callback([&] { exitCode = RunKeep(recordFile, recordList, keepTo); });
-  CLI::App* order = app.add_subcommand("order", "Write every record to BASE.ORD in a new order");
-  order->add_option("FILE", recordFile, "The .PRO file, or its .NDX")->required();
-  order->add_option("--order", recordList, "Records to put first, in this order, e.g. 5,2,9-12")->required();
-  order->callback([&] { exitCode = RunOrder(recordFile, recordList); });
-
   // Each area of tools adds its own subcommands, made from the command table's rows.
   // (One line per area: AddXxxCommands(app, exitCode), declared in cli_xxx.h.)
+  AddRecordCommands(app, exitCode);
   AddFilterCommands(app, exitCode);
   AddAnalysisCommands(app, exitCode);
   AddPolishCommands(app, exitCode);

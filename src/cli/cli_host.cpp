@@ -55,6 +55,7 @@ void PrintError(const ZvError& e, const JobState& job) {
   std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;
   if (!e.detail().empty()) std::cerr << " (" << e.detail() << ')';
   std::cerr << '\n';
+  if (!e.reason().empty()) std::cerr << e.reason() << '\n';
 }
 
 bool TerminalProgress::due(int32_t n) {
@@ -68,6 +69,9 @@ bool TerminalProgress::due(int32_t n) {
 }
 
 void TerminalProgress::lineDone(int32_t line, int32_t totalLines) {
+  // A job measured by its records (lines counted within each record) has its bar
+  // moved by recordDone.
+  if (totalLines <= 0 && totalRecords_ > 0) return;
   if (due(line)) draw(line, totalLines, "line");
 }
 
@@ -78,12 +82,17 @@ void TerminalProgress::recordDone(int32_t record) {
 }
 
 void TerminalProgress::draw(int32_t done, int32_t total, const char* unit) {
-  const int64_t pct = total > 0 ? static_cast<int64_t>(done) * 100 / total : 100;
-  const int filled = static_cast<int>(std::min<int64_t>(pct, 100) * kBarWidth / 100);
-  std::string bar(static_cast<std::size_t>(filled), '#');
-  bar.resize(kBarWidth, '.');
-  std::fprintf(stderr, "\r[%s] %3lld%%  %s %d of %d  records %d %s", bar.c_str(), static_cast<long long>(pct), unit,
-               done, total, records_, caption_.c_str());
+  if (total <= 0) {
+    // A job that does not know its end beforehand (the index builder) shows counts only.
+    std::fprintf(stderr, "\r%s %d  records %d %s", unit, done, records_, caption_.c_str());
+  } else {
+    const int64_t pct = static_cast<int64_t>(done) * 100 / total;
+    const int filled = static_cast<int>(std::min<int64_t>(pct, 100) * kBarWidth / 100);
+    std::string bar(static_cast<std::size_t>(filled), '#');
+    bar.resize(kBarWidth, '.');
+    std::fprintf(stderr, "\r[%s] %3lld%%  %s %d of %d  records %d %s", bar.c_str(), static_cast<long long>(pct), unit,
+                 done, total, records_, caption_.c_str());
+  }
   std::fflush(stderr);
   drawn_ = true;
 }

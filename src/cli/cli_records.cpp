@@ -1,74 +1,24 @@
-// index, keep and order on the command line: the sifter's own steps without its window.
+// index, keep and order on the command line: the names checked, the list read, then the
+// table's jobs.
 #include "cli/cli_records.h"
 
-#include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <iostream>
-#include <unistd.h>
+#include <memory>
 #include <vector>
 
 #include "cli/cli.h"
 #include "cli/cli_host.h"
-#include "core/input_file.h"
+#include "cli/cli_job.h"
 #include "core/error.h"
-#include "records/build_index.h"
+#include "core/input_file.h"
+#include "records/record_commands.h"
 #include "records/record_file.h"
 #include "records/record_file_choice.h"
-#include "records/record_writers.h"
-#include "records/sifter.h"
 
 namespace zv::cli {
 
 namespace {
-
-// Ctrl-C while records are written: the writers take back what they wrote.
-struct Interrupted : std::exception {
-  const char* what() const noexcept override { return "interrupted"; }
-};
-
-// A line counter on stderr while a terminal watches; the interrupt seen by the job.
-class Progress final : public IndexProgress, public WritingProgress {
- public:
-  explicit Progress(JobState& job) : job_(job), shown_(isatty(STDERR_FILENO) == 1) {}
-  ~Progress() override { clear(); }
-
-  void indexLine(int32_t n) override { tick("indexing line", n); }
-  void indexRecord(int32_t n) override { records_ = n; }
-  void writingRecord(int32_t n) override { records_ = n; }
-  void writingLine(int32_t n) override {
-    if (job_.giInterrupt == 1) throw Interrupted();
-    tick("writing record", records_, n);
-  }
-  void clear() {
-    if (!drawn_) return;
-    std::fprintf(stderr, "\r%60s\r", "");
-    drawn_ = false;
-  }
-
- private:
-  void tick(const char* what, int32_t n, int32_t line = 0) {
-    if (!shown_ || (++calls_ & 4095) != 1) return;
-    const int64_t now = std::chrono::duration_cast<std::chrono::milliseconds>(
-                            std::chrono::steady_clock::now().time_since_epoch())
-                            .count();
-    if (drawn_ && now - lastMs_ < 100) return;
-    lastMs_ = now;
-    if (line > 0)
-      std::fprintf(stderr, "\r  %s %d, line %d   ", what, n, line);
-    else
-      std::fprintf(stderr, "\r  %s %d, records %d   ", what, n, records_);
-    std::fflush(stderr);
-    drawn_ = true;
-  }
-
-  JobState& job_;
-  bool shown_;
-  bool drawn_ = false;
-  uint32_t calls_ = 0;
-  int32_t records_ = 0;
-  int64_t lastMs_ = 0;
-};
 
 // The chosen file's folder stands for the current directory that the sifter's file
 // dialog would have left there: the index, the .PRO of a chosen index, the .ORD and
@@ -113,34 +63,20 @@ std::vector<int32_t> parseList(const std::string& text, std::string& problem) {
   return out;
 }
 
-int failed(JobState& job, const std::exception& e, Progress& progress) {
-  progress.clear();
-  if (dynamic_cast<const Interrupted*>(&e)) {
-    std::cerr << "Interrupted: outputs removed.\n";
-    return kExitInterrupted;
-  }
-  const auto* z = dynamic_cast<const ZvError*>(&e);
-  const ZvError error = z ? *z : ZvError(51, "Internal error", e.what());
-  job.gsErrNumber = ErrNumberText(error.number());
-  job.gsErrText = error.text();
-  PrintError(error, job);
-  return kExitFailed;
+// The list, or a message and nothing when it is malformed.
+bool readList(const std::string& text, std::vector<int32_t>& list) {
+  std::string problem;
+  list = parseList(text, problem);
+  if (list.empty()) std::cerr << problem << '\n';
+  return !list.empty();
 }
 
-// BuildIndex for a chosen .PRO; kExitDone when the index is there to use.
-int indexIfRecordFile(JobState& job, Progress& progress) {
+// BuildIndex for a chosen .PRO (a chosen .NDX is used as it stands). kExitDone when
+// the index is there to use, else the exit code of the build.
+int indexIfRecordFile(JobState& job) {
   if (IndexChosen(job)) return kExitDone;
-  const IndexOutcome built = BuildIndex(job, progress);
-  progress.clear();
-  if (built == IndexOutcome::NotARecordFile) {
-    PrintMessage({std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)});
-    return kExitUsage;
-  }
-  if (built == IndexOutcome::Interrupted) {
-    std::cerr << "Interrupted: outputs removed.\n";
-    return kExitInterrupted;
-  }
-  return kExitDone;
+  const JobResult built = RunCliJob(kIndexRecordFile, job, RecordFileInput{job.gsProFile, job.gsIndexFile});
+  return built.done() ? kExitDone : ExitCodeOf(built, job);
 }
 
 // The record count, or a message and 0 when a listed number lies beyond it.
@@ -155,117 +91,98 @@ int32_t countCovering(const JobState& job, const std::vector<int32_t>& list) {
   return count;
 }
 
-}  // namespace
+// A failure outside the jobs (reading the record count): reported as a job's is.
+int failed(JobState& job, const ZvError& error) {
+  job.gsErrNumber = ErrNumberText(error.number());
+  job.gsErrText = error.text();
+  PrintError(error, job);
+  return kExitFailed;
+}
 
-int RunIndex(const std::string& file) {
+int runIndex(const std::string& file) {
   JobState job;
   if (!openRecordFile(job, file)) return kExitUsage;
   if (IndexChosen(job)) {
     std::cerr << "index takes a .PRO file, not its index: " << file << '\n';
     return kExitUsage;
   }
-  Progress progress(job);
-  InterruptGuard guard(job);
-  try {
-    const int code = indexIfRecordFile(job, progress);
-    if (code != kExitDone) return code;
-    std::cout << "Index Saved To: " << job.gsIndexFile << '\n'
-              << "Records: " << RecordCount(job.gsIndexFile) << '\n';
-    return kExitDone;
-  } catch (const std::exception& e) {
-    return failed(job, e, progress);
-  }
+  const JobResult built = RunCliJob(kIndexRecordFile, job, RecordFileInput{job.gsProFile, job.gsIndexFile});
+  if (built.done()) std::cout << "Index Saved To: " << job.gsIndexFile << '\n' << "Records: " << built.records << '\n';
+  return ExitCodeOf(built, job);
 }
 
-int RunKeep(const std::string& file, const std::string& records, const std::string& keepFile) {
-  std::string problem;
-  const std::vector<int32_t> list = parseList(records, problem);
-  if (list.empty()) {
-    std::cerr << problem << '\n';
-    return kExitUsage;
-  }
+int runKeep(const std::string& file, const std::string& records, const std::string& keepFile) {
+  KeepInput input;
+  if (!readList(records, input.records)) return kExitUsage;
   if (keepFile.find_first_not_of(' ') == std::string::npos || keepFile.size() > kKeepFileLen) {
     std::cerr << "The keep file needs a name of 1 to " << kKeepFileLen << " characters.\n";
     return kExitUsage;
   }
   JobState job;
   if (!openRecordFile(job, file)) return kExitUsage;
-  Progress progress(job);
-  InterruptGuard guard(job);
-  bool marking = false;
   try {
-    if (const int code = indexIfRecordFile(job, progress); code != kExitDone) return code;
-    const int32_t count = countCovering(job, list);
-    if (count == 0) return kExitUsage;
-    // Marks left by a session that ended abnormally would send records to files not
-    // named here: they go first.
-    std::vector<bool> wanted(static_cast<std::size_t>(count) + 1, false);
-    for (int32_t k : list) wanted[static_cast<std::size_t>(k)] = true;
-    marking = true;
-    ForEachIndexRec(job.gsIndexFile, [&](int32_t k, IndexRec& rec) {
-      const bool keep = k <= count && wanted[static_cast<std::size_t>(k)];
-      IndexRec marked = rec;
-      marked.keepFlag = keep ? 1 : 0;
-      marked.setKeepFile(keep ? keepFile : "");
-      if (marked.keepFlag == rec.keepFlag && marked.keepFile == rec.keepFile) return false;
-      rec = marked;
-      return true;
-    });
-    const int16_t written = WriteKeptRecords(job.gsProFile, job.gsIndexFile, count, progress);
-    progress.clear();
-    std::cout << "Kept " << written << " records to " << keepFile << '\n';
-    return kExitDone;
+    if (const int code = indexIfRecordFile(job); code != kExitDone) return code;
+    input.glRecCount = countCovering(job, input.records);
   } catch (const std::exception& e) {
-    if (marking) {
-      try {
-        ClearAllMarks(job.gsIndexFile);
-      } catch (const std::exception&) {
-        // The first failure is the one reported.
-      }
-    }
-    return failed(job, e, progress);
+    return failed(job, AsZvError(e));
   }
+  if (input.glRecCount == 0) return kExitUsage;
+  input.file = {job.gsProFile, job.gsIndexFile};
+  input.keepFile = keepFile;
+  const JobResult kept = RunCliJob(kKeepRecords, job, input);
+  if (kept.done()) std::cout << "Kept " << kept.records << " records to " << keepFile << '\n';
+  return ExitCodeOf(kept, job);
 }
 
-int RunOrder(const std::string& file, const std::string& order) {
-  std::string problem;
-  const std::vector<int32_t> list = parseList(order, problem);
-  if (list.empty()) {
-    std::cerr << problem << '\n';
-    return kExitUsage;
-  }
+int runOrder(const std::string& file, const std::string& order) {
+  std::vector<int32_t> list;
+  if (!readList(order, list)) return kExitUsage;
   JobState job;
   if (!openRecordFile(job, file)) return kExitUsage;
-  Progress progress(job);
-  InterruptGuard guard(job);
+  OrderInput input;
   try {
-    if (const int code = indexIfRecordFile(job, progress); code != kExitDone) return code;
-    const int32_t count = countCovering(job, list);
-    if (count == 0) return kExitUsage;
-    // The listed records take positions 1, 2, ... in turn, the rest following in
-    // their order: what Order gives when each listed record is moved to the next
-    // position in turn.
-    std::vector<int32_t> glOrder(static_cast<std::size_t>(count) + 2, 0);
-    std::vector<bool> placed(static_cast<std::size_t>(count) + 1, false);
-    std::size_t p = 1;
-    for (int32_t k : list) {
-      if (placed[static_cast<std::size_t>(k)]) {
-        std::cerr << "Record " << k << " is listed twice.\n";
-        return kExitUsage;
-      }
-      placed[static_cast<std::size_t>(k)] = true;
-      glOrder[p++] = k;
-    }
-    for (int32_t k = 1; k <= count; ++k)
-      if (!placed[static_cast<std::size_t>(k)]) glOrder[p++] = k;
-    const std::string ordFile = job.outputPath(job.gsBaseName + ".ORD");
-    WriteOrder(job.gsProFile, job.gsIndexFile, ordFile, glOrder, count, progress);
-    progress.clear();
-    std::cout << "Order Saved To: " << ordFile << '\n';
-    return kExitDone;
+    if (const int code = indexIfRecordFile(job); code != kExitDone) return code;
+    input.glRecCount = countCovering(job, list);
   } catch (const std::exception& e) {
-    return failed(job, e, progress);
+    return failed(job, AsZvError(e));
   }
+  if (input.glRecCount == 0) return kExitUsage;
+  int32_t twice = 0;
+  input.glOrder = OrderPuttingFirst(list, input.glRecCount, twice);
+  if (input.glOrder.empty()) {
+    std::cerr << "Record " << twice << " is listed twice.\n";
+    return kExitUsage;
+  }
+  input.file = {job.gsProFile, job.gsIndexFile};
+  input.ordFile = job.outputPath(job.gsBaseName + ".ORD");
+  const JobResult written = RunCliJob(kOrderRecords, job, input);
+  if (written.done()) std::cout << "Order Saved To: " << input.ordFile << '\n';
+  return ExitCodeOf(written, job);
+}
+
+}  // namespace
+
+void AddRecordCommands(CLI::App& app, int& exitCode) {
+  // The options live as long as the program's parse does.
+  struct Options {
+    std::string file, list, keepTo;
+  };
+  auto options = std::make_shared<Options>();
+
+  CLI::App* index = AddTableCommand(app, kIndexRecordFile);
+  index->add_option("FILE", options->file, "The .PRO file (never changed)")->required();
+  index->callback([&exitCode, options] { exitCode = runIndex(options->file); });
+
+  CLI::App* keep = AddTableCommand(app, kKeepRecords);
+  keep->add_option("FILE", options->file, "The .PRO file, or its .NDX")->required();
+  keep->add_option("--records", options->list, "Record numbers and ranges, e.g. 4,1,7-9")->required();
+  keep->add_option("--to", options->keepTo, "The keep file, added to if it exists")->required();
+  keep->callback([&exitCode, options] { exitCode = runKeep(options->file, options->list, options->keepTo); });
+
+  CLI::App* order = AddTableCommand(app, kOrderRecords);
+  order->add_option("FILE", options->file, "The .PRO file, or its .NDX")->required();
+  order->add_option("--order", options->list, "Records to put first, in this order, e.g. 5,2,9-12")->required();
+  order->callback([&exitCode, options] { exitCode = runOrder(options->file, options->list); });
 }
 
 std::string RecordCommandsHelp() {

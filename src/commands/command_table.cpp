@@ -20,6 +20,7 @@
 #include "filters/ovid.h"
 #include "filters/stn.h"
 #include "polish/polish_commands.h"
+#include "records/record_commands.h"
 #include "records/export_records.h"
 #include "records/find_duplicates.h"
 #include "records/sifter.h"
@@ -138,6 +139,13 @@ constexpr std::array kCommands{
             CommandInput::Own},
     Command{3000, "DosWindow", "", "", "Open a terminal window in the current directory", nullptr},
     Command{3010, "Shutdown", "", "", "Save the settings and quit", nullptr},
+    // The sifter's steps without its window, for the command line.
+    Command{kIndexRecordFile, "IndexRecordFile", "index", "", "Index a record file: FILE.NDX beside FILE.PRO",
+            &IndexRecordFileCommand, CommandInput::Own},
+    Command{kKeepRecords, "KeepRecords", "keep", "", "Append the listed records to a keep file", &KeepRecordsCommand,
+            CommandInput::Own},
+    Command{kOrderRecords, "OrderRecords", "order", "", "Write every record to BASE.ORD in a new order", &OrderRecordsCommand,
+            CommandInput::Own},
     Command{kExportRecords, "ExportRecords", "export", "",
             "Write every record as a reference in RIS, CSL JSON or CSV, for reference managers", &ExportRecordsCommand,
             CommandInput::Own},

@@ -43,6 +43,7 @@ std::string ErrNumberText(int32_t number) {
     case EROFS: number = err::kPermissionDenied; break;
     case ENOENT: number = err::kFileNotFound; break;
     case ENOTDIR: number = err::kPathNotFound; break;
+    case ENAMETOOLONG: number = err::kBadFileNumber; break;  // "Bad file name or number"
     case EISDIR:
     case ETXTBSY:
     case EBUSY: number = err::kPathFileAccess; break;
@@ -51,26 +52,55 @@ std::string ErrNumberText(int32_t number) {
     default: break;
   }
   std::string text = number == 7 ? "Out of memory" : ErrorText(number);
-  throw ZvError(number, text, path);
+  ZvError error(number, text, path);
+  if (errnoValue == ENAMETOOLONG) error.setReason("The file name is longer than the file system allows.");
+  throw error;
 }
 
 std::string MessageBoxErrorText(const std::string& gsErrNumber, const std::string& gsErrText) {
   return "Error number " + gsErrNumber + "\r" + gsErrText;
 }
 
-std::string ErrorFormText(const std::string& gsErrNumber, const std::string& gsErrText) {
-  return "Error number" + gsErrNumber + "\r\n" + gsErrText;
+std::string ErrorFormText(const std::string& gsErrNumber, const std::string& gsErrText, const std::string& reason) {
+  std::string text = "Error number" + gsErrNumber + "\r\n" + gsErrText;
+  if (!reason.empty()) text += "\r\n" + reason;
+  return text;
 }
 
-void Inc16(int16_t& counter) {
-  if (counter == std::numeric_limits<int16_t>::max()) throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+std::string LimitReason(std::string_view what, int64_t limit, LimitAt where) {
+  std::string reason = "Limit reached: ";
+  reason += what;
+  reason += " can be at most " + std::to_string(limit);
+  if (!where.unit.empty()) {
+    reason += "; passed at ";
+    reason += where.unit;
+    reason += " " + std::to_string(where.at);
+  }
+  reason += '.';
+  return reason;
+}
+
+[[noreturn]] void ThrowOverflow(std::string reason, std::string detail) {
+  ZvError error(err::kOverflow, ErrorText(err::kOverflow), std::move(detail));
+  error.setReason(std::move(reason));
+  throw error;
+}
+
+void Inc16(int16_t& counter, std::string_view what, LimitAt where) {
+  constexpr int16_t kMax = std::numeric_limits<int16_t>::max();
+  if (counter == kMax) {
+    if (what.empty()) throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+    ThrowOverflow(LimitReason(what, kMax, where));
+  }
   ++counter;
 }
 
-void Add32(int32_t& counter, int64_t amount) {
+void Add32(int32_t& counter, int64_t amount, std::string_view what, LimitAt where) {
   const int64_t sum = static_cast<int64_t>(counter) + amount;
-  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min())
-    throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+  if (sum > std::numeric_limits<int32_t>::max() || sum < std::numeric_limits<int32_t>::min()) {
+    if (what.empty()) throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+    ThrowOverflow(LimitReason(what, std::numeric_limits<int32_t>::max(), where));
+  }
   counter = static_cast<int32_t>(sum);
 }
 

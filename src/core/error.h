@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace zv {
 
@@ -27,6 +28,11 @@ inline constexpr int32_t kCancel = 32755;      // the file dialog's cancel; neve
 // Thrown by tools for failures the user must be told about. RunCommand is where it
 // is caught. `detail` names the file or routine involved; it is shown on the
 // command line and kept out of the system's own message texts.
+//
+// `reason` is one line in the user's words for what the number alone cannot say: which
+// limit a count reached and where, which labels stand where, that an index does not
+// match its record file. Both front ends show it after the system's message (the
+// command line on stderr, the desktop in frmError); most errors have none.
 class ZvError : public std::runtime_error {
  public:
   ZvError(int32_t number, std::string text, std::string detail = {});
@@ -34,11 +40,18 @@ class ZvError : public std::runtime_error {
   int32_t number() const noexcept { return number_; }
   const std::string& text() const noexcept { return text_; }
   const std::string& detail() const noexcept { return detail_; }
+  const std::string& reason() const noexcept { return reason_; }
+
+  ZvError& setReason(std::string reason) {
+    reason_ = std::move(reason);
+    return *this;
+  }
 
  private:
   int32_t number_;
   std::string text_;
   std::string detail_;
+  std::string reason_;
 };
 
 // The standard description of an error number ("Disk full" for 61).
@@ -55,12 +68,39 @@ std::string ErrNumberText(int32_t number);
 // The message a message box shows: "Error number " + gsErrNumber + CR + gsErrText.
 std::string MessageBoxErrorText(const std::string& gsErrNumber, const std::string& gsErrText);
 
-// The text of frmError: "Error number" + gsErrNumber + CR LF + gsErrText.
-std::string ErrorFormText(const std::string& gsErrNumber, const std::string& gsErrText);
+// The text of frmError: "Error number" + gsErrNumber + CR LF + gsErrText, and the
+// error's reason on a line of its own when it has one.
+std::string ErrorFormText(const std::string& gsErrNumber, const std::string& gsErrText,
+                          const std::string& reason = {});
 
-// 16-bit counters of the jobs overflow past 32,767 and abandon the job, as the
-// program has always done: these helpers raise error 6 instead of wrapping.
-void Inc16(int16_t& counter);
-void Add32(int32_t& counter, int64_t amount);
+// Where a count ran past its limit, for the reason line: "input line" 119523,
+// "record" 40000. Cheap to pass on every call: the text is made only on failure.
+struct LimitAt {
+  std::string_view unit;
+  int64_t at = 0;
+};
+
+// The reason line of a limit: "Limit reached: <what> can be at most <limit>; passed at
+// <unit> <at>." (without the last part when `where` has no unit).
+std::string LimitReason(std::string_view what, int64_t limit, LimitAt where = {});
+
+// Error 6 "Overflow" with `reason` as its reason line.
+[[noreturn]] void ThrowOverflow(std::string reason, std::string detail = {});
+
+// 16-bit counters of the jobs overflow past 32,767 and 32-bit ones past 2,147,483,647,
+// and abandon the job, as the program has always done: these helpers raise error 6
+// instead of wrapping. `what` names the count for the reason line (its variable in
+// brackets), `where` the input line or record the job had reached.
+void Inc16(int16_t& counter, std::string_view what = {}, LimitAt where = {});
+void Add32(int32_t& counter, int64_t amount, std::string_view what = {}, LimitAt where = {});
+// Add32 with the sum inline, for the counters that move on every line: Add32 itself,
+// which makes the reason line and raises the overflow, is called only past the limits.
+inline void Count32(int32_t& counter, int64_t amount, std::string_view what = {}, LimitAt where = {}) {
+  const int64_t sum = static_cast<int64_t>(counter) + amount;
+  if (sum > INT32_MAX || sum < INT32_MIN) [[unlikely]]
+    Add32(counter, amount, what, where);
+  else
+    counter = static_cast<int32_t>(sum);
+}
 
 }  // namespace zv

@@ -1,4 +1,6 @@
-// File primitives: tests by name, and byte-exact access by handle.
+// File primitives: tests by name. Files are read and written through the classes that
+// own them: LineReader (line input), TextOut (CR LF output), IndexFile (the .NDX),
+// RecordReader (a .PRO through its index).
 #pragma once
 
 #include <cstdint>
@@ -23,25 +25,5 @@ int32_t LineCount(const std::string& fileName, const std::function<void()>& afte
 
 // Whether two names lead to the same existing file (false when either is missing).
 bool SameFile(const std::string& a, const std::string& b);
-
-// By-handle access. Handles are small positive numbers, valid until FClose.
-// Every failure throws ZvError with the file's name as detail.
-
-// Makes an empty file (truncating one that exists).
-void FCreate(const std::string& fileName);
-// Opens an existing file for reading and writing and returns its handle. A file that
-// may only be read (read-only media) is opened for reading; FPut to it is error 70.
-int32_t CSFOpen(const std::string& fileName);
-void FClose(int32_t handle);
-// Sets the position to a byte offset from the file's start, 0 being the first byte.
-void FSeek(int32_t handle, int64_t offset);
-// In place: fills `buffer` with as many bytes as it is long. Reading past the end of
-// the file is error 62.
-void FGet(int32_t handle, std::string& buffer);
-// Writes the text's bytes as they are; callers add their own CR LF.
-void FPut(int32_t handle, std::string_view text);
-// Reads one line from the current position and returns it without its line end
-// (CR LF, LF or CR). At the end of the file it is error 62.
-std::string FLInput(int32_t handle);
 
 }  // namespace zv

@@ -11,7 +11,7 @@ namespace zv {
 void FilterFrame::openRecord(const Opening& opening) {
   iJustLabelled = -1;
   iInRecord = -1;
-  Add32(job.glRecNum, 1);
+  Add32(job.glRecNum, 1, "the records of a capture (glRecNum)", {"input line", lInLine});
   for (int i = 0; i < opening.blanksBefore; ++i) writeBlank();
   sLabel = opening.label.empty() ? RecordLabel(job.glRecNum) : opening.label;
   pro.writeText(sLabel, job.glRecNum, true, static_cast<int64_t>(sLabel.size()));
@@ -41,24 +41,19 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     }
 
     FilterFrame frame(frameJob, info);
-    // CleanUp on every way out: the job's strings, the filter's own.
+    // The job's names and lines are emptied on every way out: the desktop's job state
+    // outlives the job. (The filter and the frame go with it.)
     struct CleanUp {
       JobState& job;
-      LineFilter& filter;
-      ~CleanUp() {
-        job.CleanUp();
-        filter.CleanUp();
-      }
-    } cleanUp{job, filter};
+      ~CleanUp() { job.CleanUp(); }
+    } cleanUp{job};
 
     // The stem's bookmark belonged to the .PRO that an interrupted or failed job
     // throws away (a filter that makes no such .PRO leaves it alone).
     if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<LineReader>(job.gsInFile);
     if (info.makesPro) {
-      int32_t glExist = 0;
-      frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile, glExist);
-      job.glExist = glExist;
+      frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
     }
     if (info.makesFsc) {
       job.gsFscFile = job.outputPath(job.gsBaseName + ".FSC");
@@ -74,30 +69,20 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     progress.caption(countingTitle);
     job.glLineCount = LineCount(job.gsInFile, [&] { progress.caption(countingTitle); });
     // Cancel pressed while counting: nothing was read, and nothing stays.
-    if (frameJob.interrupted()) {
-      frame.pro.abandon();
-      frame.fsc_.abandon();
-      return JobOutcome::Interrupted;
-    }
+    if (frameJob.interrupted()) return JobOutcome::Interrupted;
     frameJob.start(result, info.title, FileSize(job.gsInFile), job.glLineCount);
 
-    // Three buffers turn round so that no line is copied: at the end of a pass
-    // gsPrevLine takes gsLine's buffer, and the next line is read into the one that
-    // held the line before.
-    std::string next;
-    while (frame.in_->readLine(next)) {
-      job.gsLine.swap(next);
-      CleanLine(job.gsLine);  // LowAscii, then RemCtrl with character 0
+    // Each line is cleaned straight from the reader's buffer into gsLine, whose buffer
+    // held the line before last; at the end of a pass gsPrevLine takes gsLine's.
+    std::string_view raw;
+    while (frame.in_->readLine(raw)) {
+      CleanLineInto(job.gsLine, raw);  // LowAscii, then RemCtrl with character 0
       filter.afterCleaning(frame);
-      Add32(frame.lInLine, 1);
+      Add32(frame.lInLine, 1, "the lines of a capture (lInLine)", {"input line", int64_t{frame.lInLine} + 1});
       progress.lineDone(frame.lInLine, job.glLineCount);  // the yield
       filter.onLine(frame);
       job.gsPrevLine.swap(job.gsLine);  // gsPrevLine = gsLine
-      if (frameJob.interrupted()) {
-        frame.pro.abandon();
-        frame.fsc_.abandon();
-        return JobOutcome::Interrupted;
-      }
+      if (frameJob.interrupted()) return JobOutcome::Interrupted;
     }
     frame.in_.reset();
     job.gsLine = job.gsPrevLine;  // the last line, as what follows the loop expects
@@ -105,8 +90,6 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     frameJob.finish(result);
 
     if (!filter.foundRecords(frame)) {
-      frame.pro.abandon();
-      frame.fsc_.abandon();
       result.message = filter.zeroRecordsMessage();
       return JobOutcome::ZeroRecords;
     }
@@ -120,11 +103,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     filter.close(frame);
     if (info.makesFsc) {
       frame.fsc_.close();
-      if (filter.fscLines() == 0) {
-        int32_t glExist = 0;
-        KillIfExists(job.gsFscFile, glExist);
-        job.glExist = glExist;
-      }
+      if (filter.fscLines() == 0) KillIfExists(job.gsFscFile);
     }
     return JobOutcome::Done;
   };

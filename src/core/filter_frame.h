@@ -53,8 +53,6 @@ class LineFilter {
   virtual int16_t fscLines() const { return 0; }
   // The zero-record warning, for a filter whose message is its own.
   virtual Message zeroRecordsMessage() const;
-  // Empties the filter's own string locals.
-  virtual void CleanUp() {}
 };
 
 // Runs a filter on `input`: the checks of the chosen capture (a refusal ends the job

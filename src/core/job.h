@@ -21,6 +21,17 @@ struct Message {
   std::string text;
 };
 
+// The ways a job can end.
+enum class JobOutcome {
+  Done,         // outputs written and kept
+  Cancelled,    // the user backed out before anything was opened; nothing said
+  Refused,      // the input or a parameter was refused; `message` says why; nothing written
+  ZeroRecords,  // nothing to write (no record, no hit); outputs removed; `message` is the warning
+  Interrupted,  // the user interrupted; outputs removed (or kept where the tool says so)
+  Failed,       // an error; `error` holds it; outputs removed (or kept where the tool says so)
+  NoCommand,    // the command number has no tool
+};
+
 // What a job tells whoever watches it. The desktop's progress windows and the command
 // line's progress bar are the two observers; tests use their own. Every call has a
 // do-nothing default, so an observer shows only what it has.
@@ -52,6 +63,9 @@ class JobProgress {
   virtual void recordDone(int32_t /*record*/) {}
   // The finish time and the elapsed time, for a job that ran to its end.
   virtual void jobFinished(std::string_view /*finishTime*/, std::string_view /*elapsed*/) {}
+  // The job has ended, whichever way it went, its outputs already kept or removed: a
+  // progress window that belongs to the job alone goes away here.
+  virtual void jobEnded(JobOutcome /*outcome*/) {}
 };
 
 // An observer that shows nothing.
@@ -60,16 +74,6 @@ inline JobProgress& NoProgress() {
   return none;
 }
 
-// The ways a job can end.
-enum class JobOutcome {
-  Done,         // outputs written and kept
-  Cancelled,    // the user backed out before anything was opened; nothing said
-  Refused,      // the input or a parameter was refused; `message` says why; nothing written
-  ZeroRecords,  // nothing to write (no record, no hit); outputs removed; `message` is the warning
-  Interrupted,  // the user interrupted; outputs removed (or kept where the tool says so)
-  Failed,       // an error; `error` holds it; outputs removed (or kept where the tool says so)
-  NoCommand,    // the command number has no tool
-};
 
 // What every job hands back. A tool with more to say derives from it.
 struct JobResult {
@@ -85,6 +89,9 @@ struct JobResult {
 
   bool done() const noexcept { return outcome == JobOutcome::Done; }
 };
+
+// The reason line of a failed job's error, or empty.
+inline std::string ReasonOf(const JobResult& result) { return result.error ? result.error->reason() : std::string(); }
 
 // The frame as a running job sees it: the state, the observer, the outputs. A job
 // registers each output with `outputs` before it writes the first byte; the frame
@@ -140,7 +147,8 @@ void failJob(Job& job, JobResult& result, ZvError error);
 //    to keep on that way out), and the interrupt flag goes back to 0;
 //  - anything thrown becomes result.error through AsZvError, gsErrNumber and gsErrText
 //    are set, the outputs are removed (but what the job marked to keep on an error),
-//    and the outcome is Failed. Nothing is thrown out of RunJob.
+//    and the outcome is Failed. Nothing is thrown out of RunJob;
+//  - last, on every way out, the observer hears jobEnded.
 // The body's own locals (open files) are gone before the outputs are removed.
 template <class Result = JobResult, class Body>
 Result RunJob(JobState& state, JobProgress& progress, Body&& body) {
@@ -151,9 +159,11 @@ Result RunJob(JobState& state, JobProgress& progress, Body&& body) {
     result.outcome = std::forward<Body>(body)(job, result);
   } catch (...) {
     detail::failJob(job, result, CurrentZvError());
+    progress.jobEnded(result.outcome);
     return result;
   }
   detail::settleJob(job, result);
+  progress.jobEnded(result.outcome);
   return result;
 }
 

@@ -7,8 +7,11 @@ namespace zv {
 
 std::string JobState::outputPath(const std::string& name) const {
   if (outDir.empty()) return name;
-  // An absolute name replaces the folder, as a change of directory would leave it.
-  return (std::filesystem::path(outDir) / name).string();
+  // The folder stands for the current directory, so only the name's last component
+  // goes into it: a stem that kept the capture's folders (a name without a dot,
+  // absolute or relative) would otherwise lead out of it, or into folders that the
+  // output folder does not have.
+  return (std::filesystem::path(outDir) / std::filesystem::path(name).filename()).string();
 }
 
 void JobState::CleanUp() {
@@ -19,7 +22,6 @@ void JobState::CleanUp() {
   gsBaseName.clear();
   gsLine.clear();
   gsPrevLine.clear();
-  glOutLine = 0;
 }
 
 }  // namespace zv

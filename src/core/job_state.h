@@ -21,9 +21,7 @@ struct JobState {
   std::string gsPrevLine;    // the line before it, as it stood after cleaning
   std::string gsErrNumber;   // number of the last trapped error, with its leading blank
   std::string gsErrText;     // its description
-  int32_t glExist = 0;       // result of the last Exist
   int32_t glLineCount = 0;   // lines of the input: the progress bar's denominator
-  int32_t glOutLine = 0;     // last line written to the .PRO (1-based)
   int32_t glRecNum = 0;      // records recognized so far
   // 1 when the user asked to interrupt; set from the interface (or a signal handler)
   // between two lines, looked at once per line.
@@ -31,11 +29,12 @@ struct JobState {
   int16_t giCancelOpen = 0;  // 1 when no input file was chosen
   IndexRec gIndexRec;        // the one record buffer of all index traffic
 
-  // Where outputs are written: empty for the current directory. An absolute stem
-  // (an input without an extension) keeps its own folder.
+  // Where outputs are written: empty for the current directory (and a stem that kept
+  // its folders, from an input without an extension, is written there, beside it).
   std::string outDir;
 
-  // The path a job writes for gsBaseName + extension.
+  // The path a job writes for gsBaseName + extension: the name as it is without an
+  // output folder; with one, the folder and the name's last component, always.
   std::string outputPath(const std::string& name) const;
 
   // Empties the strings of the job (the frame's CleanUp, for the shared part).

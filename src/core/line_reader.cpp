@@ -81,4 +81,26 @@ bool LineReader::readLine(std::string& line) {
   }
 }
 
+bool LineReader::readLine(std::string_view& line) {
+  if (skipLf_ && !data_.empty()) {
+    skipLf_ = false;
+    if (data_.front() == '\n') data_.remove_prefix(1);
+  }
+  // The usual case: the whole line and its end lie in the buffer.
+  if (!data_.empty()) {
+    const char* begin = data_.data();
+    const std::size_t n = data_.size();
+    const std::size_t end = FindCrOrLf(data_);
+    if (end + 1 < n || (end + 1 == n && begin[end] == '\n')) {
+      line = std::string_view(begin, end);
+      data_.remove_prefix(end + 1 + (begin[end] == '\r' && begin[end + 1] == '\n' ? 1 : 0));
+      return true;
+    }
+  }
+  // A line that runs to the end of the buffer (or a CR as its last byte): gathered.
+  const bool any = readLine(carry_);
+  line = carry_;
+  return any;
+}
+
 }  // namespace zv

@@ -23,6 +23,9 @@ class LineReader {
 
   // The next line into `line`; false at the end of input. Read errors throw ZvError.
   bool readLine(std::string& line);
+  // The same without a copy: `line` shows the line inside the reader's buffer (or, for
+  // a line that a read splits, inside a buffer of its own), valid until the next call.
+  bool readLine(std::string_view& line);
 
  private:
   bool refill();
@@ -30,6 +33,7 @@ class LineReader {
   int fd_ = -1;
   std::string path_;
   std::string buf_;
+  std::string carry_;       // a line that a read split, for the view form
   std::string_view data_;   // unread bytes
   bool skipLf_ = false;     // the last line ended in CR: a following LF belongs to it
 };

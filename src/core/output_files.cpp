@@ -38,14 +38,13 @@ void OutputFiles::forget(const std::string& path) {
 void OutputFiles::settle(WayOut way) noexcept {
   if (committed_) return;
   committed_ = true;
-  int32_t glExist = 0;
   for (const Output& o : outputs_)
-    if (!o.keepOn.has(way)) KillIfExists(o.path, glExist);
+    if (!o.keepOn.has(way)) KillIfExists(o.path);
   if (way != WayOut::ZeroRecords)
-    for (const std::string& p : onFailure_) KillIfExists(p, glExist);
+    for (const std::string& p : onFailure_) KillIfExists(p);
   for (const Appended& a : appended_) {
     if (a.sizeBefore < 0) {
-      KillIfExists(a.path, glExist);
+      KillIfExists(a.path);
     } else if (::truncate(a.path.c_str(), static_cast<off_t>(a.sizeBefore)) != 0) {
       // Nothing more can be done for it; the error that stopped the job is reported.
     }
@@ -61,10 +60,10 @@ std::vector<std::string> OutputFiles::existing() const {
   return out;
 }
 
-void KillIfExists(const std::string& path, int32_t& glExist) noexcept {
-  if (path.empty()) return;
-  glExist = Exist(path);
-  if (glExist) std::remove(path.c_str());
+bool KillIfExists(const std::string& path) noexcept {
+  if (path.empty() || !Exist(path)) return false;
+  std::remove(path.c_str());
+  return true;
 }
 
 }  // namespace zv

@@ -75,7 +75,7 @@ class OutputFiles {
   bool committed_ = false;
 };
 
-// Deletes `path` if Exist finds it; the result of Exist goes to `glExist`.
-void KillIfExists(const std::string& path, int32_t& glExist) noexcept;
+// Deletes `path` if Exist finds it. True when it was there.
+bool KillIfExists(const std::string& path) noexcept;
 
 }  // namespace zv

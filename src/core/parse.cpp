@@ -18,7 +18,9 @@ int32_t CountTokens(std::string_view text, std::string_view delimiters) {
 Tokens ParseLine(std::string_view text, std::string_view delimiters) {
   const std::string trimmed = QPTrim(text);
   if (trimmed.size() > static_cast<std::size_t>(std::numeric_limits<int16_t>::max()))
-    throw ZvError(err::kOverflow, ErrorText(err::kOverflow), "ParseLine");
+    ThrowOverflow(LimitReason("a line split into fields (ParseLine)", std::numeric_limits<int16_t>::max()) +
+                      " This one has " + std::to_string(trimmed.size()) + " characters.",
+                  "ParseLine");
 
   Tokens result;
   result.glTokens = CountTokens(trimmed, delimiters);

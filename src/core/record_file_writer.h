@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/error.h"
 #include "core/index_rec.h"
 #include "core/output_files.h"
 #include "core/text_out.h"
@@ -31,8 +32,8 @@ class RecordFileWriter {
 
   // Registers both files with `outputs`, opens the .PRO (replacing an older one),
   // deletes an older .NDX (KillIndexFile: no old record outlives the job) and opens
-  // the new one. `glExist` gets the result of that Exist.
-  void open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile, int32_t& glExist);
+  // the new one.
+  void open(OutputFiles& outputs, const std::string& proFile, const std::string& indexFile);
   bool isOpen() const noexcept { return pro_.isOpen(); }
   const std::string& proFile() const noexcept { return pro_.path(); }
 
@@ -50,7 +51,10 @@ class RecordFileWriter {
   // The same, with UpdateIndex counting `countedLength` bytes for the line: for a
   // writer whose count differs from what it prints (the label's length is counted for
   // any line printed on the pass that labelled).
-  void writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength);
+  void writeText(std::string_view line, int32_t recNum, bool justLabelled, int64_t countedLength) {
+    pro_.line(line);
+    UpdateIndex(recNum, justLabelled, countedLength);
+  }
   // Prints the line without accounting for it (the quirk of a filter that writes a
   // line and counts it otherwise).
   void print(std::string_view line) { pro_.line(line); }
@@ -63,7 +67,13 @@ class RecordFileWriter {
   //     length stopping 2 bytes short of the new label;
   //  3. the printed line's bytes, `countedLength` + 2, are counted;
   //  4. lLastIndexed = recNum.
-  void UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength);
+  void UpdateIndex(int32_t recNum, bool justLabelled, int64_t countedLength) {
+    // Inline for the lines inside a record, which are nearly all of them.
+    if (recNum != lLastIndexed && justLabelled) return beginRecord(recNum, countedLength);
+    Count32(glOutLine, 1, kLinesLimit, {"record", recNum});
+    Count32(lOutBytes, countedLength + 2, kBytesLimit, {"record", recNum});
+    lLastIndexed = recNum;
+  }
   // Closes record `recNum`: its end line, and a byte length that reaches the file's end
   // (so it counts the final line end, 2 more than any other record's).
   void FinishIndex(int32_t recNum);
@@ -74,8 +84,20 @@ class RecordFileWriter {
   void abandon() noexcept;
 
  private:
+  // What the reason line of an overflow calls the two counts.
+  static constexpr std::string_view kBytesLimit = "the bytes of a .PRO (lOutBytes; the index holds 32-bit offsets)";
+  static constexpr std::string_view kLinesLimit = "the lines of a .PRO (glOutLine)";
+
+  // UpdateIndex for a label that begins a new record.
+  void beginRecord(int32_t recNum, int64_t countedLength);
+  void putRec(int32_t k, const IndexRec& rec);
+  IndexRec getRec(int32_t k);
+
   TextOut pro_;
   IndexFile ndx_;
+  bool held_ = false;  // heldRec_ belongs at heldAt_ and is not yet in ndx_
+  int32_t heldAt_ = 0;
+  IndexRec heldRec_;
 };
 
 }  // namespace zv

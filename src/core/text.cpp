@@ -121,7 +121,7 @@ int32_t Time2Num(std::string_view text) {
   }
   const int64_t total = fields[0] * 3600 + fields[1] * 60 + fields[2];
   if (total > std::numeric_limits<int32_t>::max())
-    throw ZvError(err::kOverflow, ErrorText(err::kOverflow), "Time2Num");
+    ThrowOverflow(LimitReason("a time in seconds (Time2Num)", std::numeric_limits<int32_t>::max()), "Time2Num");
   return static_cast<int32_t>(negative ? -total : total);
 }
 

@@ -17,9 +17,13 @@ TextOut::TextOut(const std::string& path) { open(path); }
 
 TextOut::~TextOut() { abandon(); }
 
-void TextOut::open(const std::string& path) {
+void TextOut::open(const std::string& path) { openWith(path, O_TRUNC); }
+
+void TextOut::append(const std::string& path) { openWith(path, O_APPEND); }
+
+void TextOut::openWith(const std::string& path, int mode) {
   abandon();
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | mode | O_CLOEXEC, 0666);
   // A file being created is missing only when its folder is.
   if (fd < 0) ThrowSystemError(errno == ENOENT ? ENOTDIR : errno, path);
   fd_ = fd;

@@ -20,6 +20,8 @@ class TextOut {
   TextOut& operator=(const TextOut&) = delete;
 
   void open(const std::string& path);
+  // Opens `path` to add to its end, making it when it is missing.
+  void append(const std::string& path);
   bool isOpen() const noexcept { return fd_ >= 0; }
   const std::string& path() const noexcept { return path_; }
 
@@ -36,6 +38,7 @@ class TextOut {
   void abandon() noexcept;
 
  private:
+  void openWith(const std::string& path, int mode);
   void flush();
   void writeAll(const char* bytes, std::size_t size);
 

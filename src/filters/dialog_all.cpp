@@ -16,7 +16,8 @@ using sv = std::string_view;
 class DialogAll final : public LineFilter {
  public:
   void afterCleaning(FilterFrame& f) override {
-    if (f.iInRecord == -1) Inc16(iSinceLabel);  // step 1
+    // The odometer moves after this, so the line in hand is one further.
+    if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
   void onLine(FilterFrame& f) override {
@@ -58,8 +59,6 @@ class DialogAll final : public LineFilter {
   }
 
   int16_t fscLines() const override { return fsc.iFscLines; }
-
-  void CleanUp() override { sBeforePrevEmpty = true; }
 
  private:
   DialogFsc fsc{DialogFsc::LogoffWords::Anywhere};

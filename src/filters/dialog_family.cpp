@@ -83,7 +83,7 @@ void DialogFsc::beforeRecord(FilterFrame& f, const DialogLine& l) {
 
   // An open block copies the line, its command line first.
   if (iBeginBlock == -1 || iSetsBlock == -1) {
-    Inc16(iFscLines);
+    Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
     f.fscLine(line);
   }
 
@@ -103,7 +103,7 @@ void DialogFsc::beforeRecord(FilterFrame& f, const DialogLine& l) {
   // "Logoff:" or ">>>" ends the logoff block; only "Logoff:" is written.
   if ((l.capitalL && Holds(line, "Logoff:")) || l.errorLine) {
     if (iLogoffBlock == -1 && !l.errorLine) {
-      Inc16(iFscLines);
+      Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
       f.fscLine(line);
       f.fscBlank();
     }
@@ -113,7 +113,7 @@ void DialogFsc::beforeRecord(FilterFrame& f, const DialogLine& l) {
 
 void DialogFsc::afterRecord(FilterFrame& f, const DialogLine& l) {
   if (iLogoffBlock == -1 && !l.errorLine) {
-    Inc16(iFscLines);
+    Inc16(iFscLines, kFscLinesLimit, {"input line", f.lInLine});
     f.fscLine(l.text);
   }
 }

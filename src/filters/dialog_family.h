@@ -44,6 +44,10 @@ DialogLabel TestDialogLabel(const DialogLine& line);
 // them: its comparison never succeeded, and a line of OFF ends nothing.
 bool DialogEndsRecord(std::string_view line);
 
+// The 16-bit counts of the DIALOG filters, as the reason line of their overflow names them.
+inline constexpr std::string_view kSinceLabelLimit = "the lines of one record (iSinceLabel)";
+inline constexpr std::string_view kFscLinesLimit = "the lines written to the .FSC (iFscLines)";
+
 // The session's search strategy, copied to the .FSC: the blocks after begin, display
 // sets and combined select commands, and the logoff block up to its "Logoff:" line.
 class DialogFsc {

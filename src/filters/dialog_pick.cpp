@@ -17,7 +17,8 @@ class DialogPik final : public LineFilter {
 
   void afterCleaning(FilterFrame& f) override {
     f.iJustLabelled = 0;
-    if (f.iInRecord == -1) Inc16(iSinceLabel);
+    // The odometer moves after this, so the line in hand is one further.
+    if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
   void onLine(FilterFrame& f) override {
@@ -95,8 +96,6 @@ class DialogPik final : public LineFilter {
   Message zeroRecordsMessage() const override {
     return {std::string(kZeroRecordsTitle), std::string(kNoTypesText)};
   }
-
-  void CleanUp() override { sBeforePrevEmpty = true; }
 
  private:
   // A text line under the current kept record. UpdateIndex counts the label's length

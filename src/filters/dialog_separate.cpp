@@ -38,15 +38,14 @@ class DialogSep final : public LineFilter {
       file->twoBlanks = k == 2 || k == 3;
       file->proFile = f.job.outputPath(outputs_[k].file + ".PRO");
       file->indexFile = f.job.outputPath(outputs_[k].file + ".NDX");
-      int32_t glExist = 0;
-      file->writer.open(f.frame.outputs, file->proFile, file->indexFile, glExist);
-      f.job.glExist = glExist;
+      file->writer.open(f.frame.outputs, file->proFile, file->indexFile);
       files_.push_back(std::move(file));
     }
   }
 
   void afterCleaning(FilterFrame& f) override {
-    if (f.iInRecord == -1) Inc16(iSinceLabel);
+    // The odometer moves after this, so the line in hand is one further.
+    if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
   void onLine(FilterFrame& f) override {
@@ -117,10 +116,9 @@ class DialogSep final : public LineFilter {
     for (auto& file : files_) {
       if (file->lSepCount != 0) continue;
       file->writer.abandon();
-      int32_t glExist = 0;
       for (const std::string& name : {file->proFile, file->indexFile}) {
         f.frame.outputs.forget(name);
-        KillIfExists(name, glExist);
+        KillIfExists(name);
       }
     }
     if (f.iInRecord == -1 && iCurType != 0) write(f, f.job.gsLine);
@@ -145,8 +143,6 @@ class DialogSep final : public LineFilter {
   Message zeroRecordsMessage() const override {
     return {std::string(kZeroRecordsTitle), std::string(kNoTypesText)};
   }
-
-  void CleanUp() override { sBeforePrevEmpty = true; }
 
  private:
   SepFile& current() { return *files_[static_cast<std::size_t>(iCurType - 1)]; }

@@ -75,8 +75,6 @@ class Nlm final : public LineFilter {
     }
   }
 
-  void CleanUp() override { bodyWritten = false; }
-
  private:
   // sLastWritten, the last body line written: only whether there was one is ever
   // asked (it decides the blank line ahead of a label), so that is all that is kept.

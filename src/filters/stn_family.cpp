@@ -94,8 +94,6 @@ class StnFamily final : public LineFilter {
     prevBiblio_ = biblio;
   }
 
-  void CleanUp() override { prevBiblio_ = false; }
-
  private:
   // The start tests in their order; the first that takes the line ends the series.
   bool isStartLine(sv line, bool biblio, bool hyphenPattern) const {

@@ -23,24 +23,6 @@ namespace zv::forms {
 
 namespace {
 
-// frmIndexing as the observer of the opening job: the index builder's counters, and
-// its Cancel raising the interrupt.
-class IndexingWindow final : public JobProgress {
- public:
-  explicit IndexingWindow(FrmIndexing& window) : window_(window) {}
-  void jobStarted(const Start& start) override {
-    window_.indexingStarted(std::to_string(start.fileSize), start.startTime);
-  }
-  void lineDone(int32_t line, int32_t) override { window_.indexLine(line); }
-  void recordDone(int32_t record) override { window_.indexRecord(record); }
-  void jobFinished(std::string_view finishTime, std::string_view elapsed) override {
-    window_.indexingFinished(finishTime, elapsed);
-  }
-
- private:
-  FrmIndexing& window_;
-};
-
 // Shows `hint` on entering the widget.
 class HintFilter final : public QObject {
  public:
@@ -68,8 +50,9 @@ std::string ChooseAnalysisFile(QWidget* parent, FileDialogKind kind, std::string
 }
 
 bool SelectRecordFileDialog(FrmMain& frmMain, int32_t openNumber) {
+  // frmIndexing observes the opening job: the index builder's counters, and its Cancel
+  // raising the interrupt; it goes away as the job ends, whichever way.
   FrmIndexing& frmIndexing = frmMain.frmSift().indexingForm();
-  IndexingWindow indexing(frmIndexing);
   for (;;) {
     const std::string name = ChooseAnalysisFile(&frmMain, FileDialogKind::Open, kRecordFileDialogFilter);
     if (name.empty()) return false;
@@ -78,8 +61,7 @@ bool SelectRecordFileDialog(FrmMain& frmMain, int32_t openNumber) {
       ShowMessage(&frmMain, MsgIcon::Warning, kFileNotFoundTitle, kFileNotFoundText);
       continue;
     }
-    const JobResult opened = frmMain.runJob(openNumber, RecordFileName{name}, indexing);
-    frmIndexing.indexingClosed();
+    const JobResult opened = frmMain.runJob(openNumber, RecordFileName{name}, frmIndexing);
     switch (opened.outcome) {
       case JobOutcome::Done:
         return true;

@@ -46,13 +46,16 @@ FrmIndexing::FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt)
   connect(cmdCancel, &QPushButton::clicked, this, &FrmIndexing::cmdCancelClick);
 }
 
-void FrmIndexing::indexingStarted(std::string_view fileSize, std::string_view startTime) {
+void FrmIndexing::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void FrmIndexing::jobStarted(const Start& start) {
+  // Both counters blank, the main window's timing panels (cleared just before) given
+  // the .PRO's size and the start time, the main window disabled.
   building_ = true;
   line_ = record_ = 0;
   showCounters();
   repaintClock_.invalidate();
-  frmMain_.ClearStatusPanels();
-  frmMain_.showJobStart(Q(fileSize), Q(startTime), QString());
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString());
   frmMain_.EnableMain(false);
   CenterForm(*this, frmMain_);
   show();
@@ -60,7 +63,7 @@ void FrmIndexing::indexingStarted(std::string_view fileSize, std::string_view st
   repaint();
 }
 
-void FrmIndexing::indexLine(int32_t lineNumber) {
+void FrmIndexing::lineDone(int32_t lineNumber, int32_t /*totalLines*/) {
   // The builder's yield, where Cancel gets through. The odometer is repainted, and
   // the interface served, every 30 ms or so: after every line would be slower than
   // the build itself.
@@ -71,19 +74,19 @@ void FrmIndexing::indexLine(int32_t lineNumber) {
   QCoreApplication::processEvents();
 }
 
-void FrmIndexing::indexRecord(int32_t recordCount) { record_ = recordCount; }
+void FrmIndexing::recordDone(int32_t recordCount) { record_ = recordCount; }
 
 void FrmIndexing::showCounters() {
   pnlLineOdom_->setText(line_ > 0 ? FrmFilter::OdometerText(line_) : QString());
   pnlRecOdom_->setText(record_ > 0 ? FrmFilter::OdometerText(record_) : QString());
 }
 
-void FrmIndexing::indexingFinished(std::string_view finishTime, std::string_view elapsed) {
+void FrmIndexing::jobFinished(std::string_view finishTime, std::string_view elapsed) {
   showCounters();
   frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
 }
 
-void FrmIndexing::indexingClosed() {
+void FrmIndexing::jobEnded(JobOutcome /*outcome*/) {
   building_ = false;
   frmMain_.EnableMain(true);
   hide();

@@ -7,7 +7,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 
-#include "records/index_progress.h"
+#include "core/job.h"
 
 class QLabel;
 
@@ -15,18 +15,19 @@ namespace zv::forms {
 
 class FrmMain;
 
-class FrmIndexing : public QDialog, public IndexProgress {
+class FrmIndexing : public QDialog, public JobProgress {
   Q_OBJECT
 
  public:
   FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt);
 
-  // IndexProgress. The counters show a number with a blank on each side.
-  void indexingStarted(std::string_view fileSize, std::string_view startTime) override;
-  void indexLine(int32_t lineNumber) override;
-  void indexRecord(int32_t recordCount) override;
-  void indexingFinished(std::string_view finishTime, std::string_view elapsed) override;
-  void indexingClosed() override;
+  // JobProgress of BuildIndex. The counters show a number with a blank on each side.
+  void ClearStatusPanels() override;
+  void jobStarted(const Start& start) override;
+  void lineDone(int32_t lineNumber, int32_t totalLines) override;
+  void recordDone(int32_t recordCount) override;
+  void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
+  void jobEnded(JobOutcome outcome) override;
 
   void cmdCancelClick();
 

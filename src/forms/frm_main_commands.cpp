@@ -80,7 +80,7 @@ void FrmMain::runFilterJob(int32_t commandNumber, std::any params, const std::st
       // The frame has deleted what the job made; its window goes as on an interrupt.
       frmFilter_->ResetFilterForm();
       frmFilter_->hide();
-      showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+      showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText, ReasonOf(result)))));
       job_.glRecNum = 0;
       EnableMain(true);
       return;
@@ -119,7 +119,7 @@ JobResult FrmMain::runJob(int32_t commandNumber, std::any params, JobProgress& p
   QApplication::restoreOverrideCursor();
   setStatusMsg(QString());  // what the job's window said there was about the job
   if (result.outcome == JobOutcome::Failed) {
-    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText))));
+    showErrorForm(DisplayText(Q(ErrorFormText(job_.gsErrNumber, job_.gsErrText, ReasonOf(result)))));
     job_.glRecNum = 0;
     EnableMain(true);
   }
@@ -188,10 +188,8 @@ void FrmMain::showErrorForm(const QString& text) {
 
 void FrmMain::shutdownSteps() {
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  // The jobs close their own files on every way out, so none is open here.
-  job_.CleanUp();
-  job_.gsErrNumber.clear();
-  job_.gsErrText.clear();
+  // The jobs close their own files on every way out, so none is open here, and the
+  // job state goes with the window.
   SaveWindowPosition(store_, *this);
   for (QWidget* w : QApplication::topLevelWidgets())
     if (w != this && w->isVisible()) w->hide();

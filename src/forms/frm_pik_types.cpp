@@ -182,7 +182,6 @@ void FrmPikTypes::cmdCancel1Click() {
   }
   frmMain_.ClearStatusPanels();
   job_.CleanUp();
-  job_.glOutLine = 0;
   closeForm();
 }
 

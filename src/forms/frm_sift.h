@@ -79,8 +79,8 @@ class FrmSift : public QMainWindow, public SiftView {
   bool askYesNo(const Message& question, zv::MsgIcon icon) override;
   std::string inputBox(std::string_view prompt, std::string_view title) override;
   std::optional<std::string> askKeepFile() override;
-  WritingProgress& frmWriting() override;
-  IndexProgress& frmIndexing() override;
+  JobProgress& frmWriting() override;
+  JobProgress& frmIndexing() override;
   void showSifter() override;
   void hideSifter() override;
 

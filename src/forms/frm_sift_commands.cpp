@@ -27,7 +27,7 @@ void FrmSift::RunCommand(int32_t commandNumber) {
   CommandContext context{job, NoProgress(), static_cast<SiftView*>(this)};
   const JobResult result = zv::RunCommand(commandNumber, context, CommandTable());
   busy_ = wasBusy;
-  if (result.error) showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+  if (result.error) showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, result.error->reason()));
 }
 
 void FrmSift::step(const std::function<void()>& run) {
@@ -41,7 +41,7 @@ void FrmSift::step(const std::function<void()>& run) {
     job.gsErrNumber = ErrNumberText(e.number());
     job.gsErrText = e.text();
     busy_ = wasBusy;
-    showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, e.reason()));
     return;
   }
   busy_ = wasBusy;

@@ -166,8 +166,8 @@ std::optional<std::string> FrmSift::askKeepFile() {
   return QFile::encodeName(frmKeepFile_->keepFileText()).toStdString();
 }
 
-WritingProgress& FrmSift::frmWriting() { return *frmWriting_; }
-IndexProgress& FrmSift::frmIndexing() { return *frmIndexing_; }
+JobProgress& FrmSift::frmWriting() { return *frmWriting_; }
+JobProgress& FrmSift::frmIndexing() { return *frmIndexing_; }
 
 void FrmSift::showSifter() {
   // The main window goes first, so that the activation it gives up lands here.

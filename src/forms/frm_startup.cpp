@@ -84,7 +84,7 @@ std::unique_ptr<FrmMain> StartUp(SettingsStore& store) {
   if (!error) frmMain->frmSettings().setUserOverride(userOverride);
   frmMain->FormLoad(&splash);
   if (error)
-    frmMain->showErrorForm(DisplayText(Q(ErrorFormText(ErrNumberText(error->number()), error->text()))));
+    frmMain->showErrorForm(DisplayText(Q(ErrorFormText(ErrNumberText(error->number()), error->text(), error->reason()))));
   return frmMain;
 }
 

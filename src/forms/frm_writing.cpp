@@ -9,6 +9,7 @@
 #include "forms/frm_filter.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
+#include "records/record_writers.h"
 
 namespace zv::forms {
 
@@ -33,8 +34,8 @@ FrmWriting::FrmWriting(QWidget* parent) : QDialog(parent) {
   grid->setColumnStretch(2, 1);
 }
 
-void FrmWriting::writingStarted(std::string_view caption) {
-  setWindowTitle(Q(caption));
+void FrmWriting::jobStarted(const Start& start) {
+  setWindowTitle(Q(start.title));
   pnlRecord_->clear();
   pnlLine_->clear();
   pnlFile_->clear();
@@ -44,11 +45,11 @@ void FrmWriting::writingStarted(std::string_view caption) {
   repaint();
 }
 
-void FrmWriting::writingRecord(int32_t n) { pnlRecord_->setText(FrmFilter::OdometerText(n)); }
+void FrmWriting::recordDone(int32_t n) { pnlRecord_->setText(FrmFilter::OdometerText(n)); }
 
-void FrmWriting::writingFile(std::string_view name) { pnlFile_->setText(Q(name)); }
+void FrmWriting::caption(std::string_view name) { pnlFile_->setText(Q(name)); }
 
-void FrmWriting::writingLine(int32_t n) {
+void FrmWriting::lineDone(int32_t n, int32_t /*totalLines*/) {
   // The writers' yield. Serving the interface after every line would cost more than
   // the writing: the panels are repainted, and events served, every 30 ms or so.
   lines_ = n;
@@ -58,7 +59,7 @@ void FrmWriting::writingLine(int32_t n) {
   QCoreApplication::processEvents();
 }
 
-void FrmWriting::writingEnded() {
+void FrmWriting::jobEnded(JobOutcome /*outcome*/) {
   if (lines_ > 0) pnlLine_->setText(FrmFilter::OdometerText(lines_));
   lines_ = 0;
   hide();

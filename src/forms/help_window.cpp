@@ -412,6 +412,7 @@ QString HelpPageForCommand(int32_t number) {
       {{2901, 2901}, "split.html"},
       {{3000, 3010}, "main_window.html#menus"},
       {{3200, 3230}, "header_cover.html"},
+      {{9001, 9003}, "command_line.html#commands"},  // index, keep and order: the command line's own
       {{9610, 9610}, "export_records.html"},
       {{9620, 9620}, "find_duplicates.html"},
   };

@@ -17,7 +17,8 @@ struct OwnCommand {
   void (*run)(FrmMain& frmMain, const Command& command);
 };
 
-// Every such command: a row here for each table row whose input is CommandInput::Own.
+// Every such command: a row here for each table row whose input is CommandInput::Own
+// and that the desktop offers (the command line's own rows, 9001 and up, have none).
 std::span<const OwnCommand> OwnCommands();
 const OwnCommand* FindOwnCommand(int32_t number);
 

@@ -166,8 +166,7 @@ JobResult SaveCoverPage(JobState& state, JobProgress& progress, const CoverParam
       std::string line;
       while (page.readLine(line)) output.line(line);
     }
-    int32_t glExist = 0;
-    KillIfExists(temp, glExist);
+    KillIfExists(temp);
     job.outputs.forget(temp);
     if (mode == SaveMode::PrefixWithBreak) output.line("\f");
 

@@ -1,14 +1,12 @@
 // BuildIndex in one streaming pass, with the numbers of the program's three-pass builder.
 #include "records/build_index.h"
 
-#include <new>
 #include <string>
 
 #include "core/error.h"
 #include "core/files.h"
 #include "core/index_rec.h"
 #include "core/job.h"
-#include "core/time_text.h"
 #include "core/line_reader.h"
 #include "core/output_files.h"
 
@@ -28,11 +26,15 @@ namespace zv {
 //   N         off(N)      L - off(N)          lab(N) - 1   T
 //
 // and for N = 2, record 1 is 1, off(2) - 2, lab(1) + 1, lab(2) - 1. Offsets count each
-// line as its length plus 2, whatever its line end. The walk of the byte table never
-// meets an entry that is not beyond its position, and reads past the table's end: two
-// labels on adjacent lines. Those numbers are made here as the labels are found, which
-// needs no table: a record is written once the label two further on is seen, and the
-// last two at the end of the file.
+// line as its length plus 2, whatever its line end. The walk of the byte table reads
+// at least one line for each entry, so it never meets an entry that is not beyond its
+// position, and reads past the table's end. Entries rise by lab(k+1) - lab(k) from the
+// second on, so only labels 1 and 2 on adjacent lines (entries lab(1) and lab(2) - 1,
+// the same line) do that; labels standing directly under each other further on (as
+// the STN and Orbit filters write a "REFERENCE" record followed at once by another)
+// index like any others, a record of its label line alone. Those numbers are made
+// here as the labels are found, which needs no table: a record is written once the
+// label two further on is seen, and the last two at the end of the file.
 namespace {
 
 constexpr std::string_view kLabel = "Record - ";
@@ -69,60 +71,53 @@ IndexRec middleRecord(int32_t k, const Label& at, const Label& next) {
 
 }  // namespace
 
-IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
-  OutputFiles outputs;  // the .NDX goes on every way out but success
-  IndexFile ndx;
-  auto closeUp = [&] {
-    ndx.abandon();
-    outputs.discardAll();
-    progress.indexingClosed();
-  };
-  try {
-    outputs.add(job.gsIndexFile);  // from here on, whatever happens, no old index survives
-    const std::string startTime = TimeOfDayText();
-    progress.indexingStarted(std::to_string(FileSize(job.gsProFile)), startTime);
+JobResult BuildIndex(JobState& job, JobProgress& progress) {
+  return RunJob(job, progress, [&](Job& frame, JobResult& result) -> JobOutcome {
+    frame.outputs.add(job.gsIndexFile);  // from here on, whatever happens, no old index survives
+    frame.start(result, kIndexingTitle, FileSize(job.gsProFile), 0);
     LineReader pro(job.gsProFile);
 
-    int32_t glExist = 0;
-    KillIfExists(job.gsIndexFile, glExist);  // KillIndexFile: no old record outlives the build
-    job.glExist = glExist;
+    KillIfExists(job.gsIndexFile);  // KillIndexFile: no old record outlives the build
     // An index that could not be deleted would keep its tail behind the new records.
     if (Exist(job.gsIndexFile)) throw ZvError(err::kPermissionDenied, ErrorText(err::kPermissionDenied), job.gsIndexFile);
+    IndexFile ndx;
     ndx.open(job.gsIndexFile);
 
     // The last three labels seen: enough to write record k - 2 when label k comes.
     Label older, previous, current;
     int32_t labels = 0;
-    bool adjacent = false;
+    int32_t adjacentAt = 0;  // the line of label 1 when label 2 stands right under it
     int32_t lines = 0;
     int32_t total = 0;  // bytes of the lines read so far: the offset of the next line
-    std::string line;
+    std::string_view line;
     while (pro.readLine(line)) {
-      Add32(lines, 1);
-      const bool isLabel = std::string_view(line).starts_with(kLabel);
+      Count32(lines, 1, "the lines of a .PRO", {"line", int64_t{lines} + 1});
+      const bool isLabel = line.starts_with(kLabel);
       if (isLabel) {
-        Add32(labels, 1);
+        Count32(labels, 1, "the records of a .PRO", {"line", lines});
         older = previous;
         previous = current;
         current = {lines, total};
-        if (labels > 1 && current.line == previous.line + 1) adjacent = true;
+        if (labels == 2 && current.line == previous.line + 1) adjacentAt = previous.line;
         if (labels > 2) ndx.put(labels - 2, middleRecord(labels - 2, older, previous));
+        progress.recordDone(labels);
       }
-      Add32(total, static_cast<int64_t>(line.size()) + 2);
-      progress.indexLine(lines);
-      if (isLabel) progress.indexRecord(labels);
-      if (job.giInterrupt == 1) {
-        closeUp();
-        return IndexOutcome::Interrupted;
-      }
+      Count32(total, static_cast<int64_t>(line.size()) + 2, "the bytes of a .PRO (the index holds 32-bit offsets)",
+              {"line", lines});
+      if (frame.lineDone(lines, 0)) return JobOutcome::Interrupted;
     }
+    result.lines = lines;
 
     if (labels < 2) {
-      job.giInterrupt = 1;
-      closeUp();
-      return IndexOutcome::NotARecordFile;
+      result.message = {std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)};
+      return JobOutcome::Refused;
     }
-    if (adjacent) throw ZvError(err::kPastEnd, ErrorText(err::kPastEnd), job.gsProFile);
+    if (adjacentAt > 0) {
+      ZvError error(err::kPastEnd, ErrorText(err::kPastEnd), job.gsProFile);
+      error.setReason("Labels 1 and 2 stand on adjacent lines (lines " + std::to_string(adjacentAt) + " and " +
+                      std::to_string(adjacentAt + 1) + "): the index cannot be built from this file.");
+      throw error;
+    }
 
     // Record N-1: its own start line, and an end line at the line before label N.
     const int32_t n = labels;
@@ -133,20 +128,10 @@ IndexOutcome BuildIndex(JobState& job, IndexProgress& progress) {
     const int64_t fileBytes = FileSize(job.gsProFile);
     ndx.put(n, indexRecord(n, current.offset, diff(fileBytes, current.offset), diff(current.line, 1), lines));
     ndx.close();
-
-    const std::string finishTime = TimeOfDayText();
-    progress.indexingFinished(finishTime, ShowElapsed(startTime, finishTime));
-    outputs.commit();
-    progress.indexingClosed();
-    job.giInterrupt = 0;
-    return IndexOutcome::Built;
-  } catch (const std::exception& e) {
-    ZvError error = AsZvError(e);
-    job.gsErrNumber = ErrNumberText(error.number());
-    job.gsErrText = error.text();
-    closeUp();
-    throw error;
-  }
+    result.records = n;
+    frame.finish(result);
+    return JobOutcome::Done;
+  });
 }
 
 }  // namespace zv

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -73,7 +74,9 @@ int32_t RecordCount(const std::string& indexFile) {
   struct stat st {};
   if (::stat(indexFile.c_str(), &st) != 0) ThrowSystemError(errno, indexFile);
   const int64_t n = static_cast<int64_t>(st.st_size) / static_cast<int64_t>(kIndexRecLen);
-  if (n > INT32_MAX) throw ZvError(err::kOverflow, ErrorText(err::kOverflow), indexFile);
+  if (n > INT32_MAX)
+    ThrowOverflow(LimitReason("the records of an index (glRecCount)", INT32_MAX) + " This one has " + std::to_string(n) + ".",
+                  indexFile);
   return static_cast<int32_t>(n);
 }
 
@@ -139,6 +142,7 @@ RecordReader::RecordReader(const std::string& proFile) : path_(proFile) {
     fd_ = -1;
     throw ZvError(err::kPathFileAccess, ErrorText(err::kPathFileAccess), proFile);
   }
+  size_ = static_cast<int64_t>(st.st_size);
 }
 
 RecordReader::~RecordReader() {
@@ -152,7 +156,7 @@ DisplayBlock RecordReader::readDisplay(int32_t k, const IndexRec& rec) {
   const int32_t want = block.partial ? kDisplayLimit : std::max<int32_t>(rec.byteLen, 0);
   block.bytes.resize(static_cast<std::size_t>(want));
   if (preadFull(fd_, block.bytes.data(), block.bytes.size(), RecordStart(k, rec), path_) != block.bytes.size())
-    throw ZvError(err::kPastEnd, ErrorText(err::kPastEnd), path_);
+    throwMismatch(k);
   return block;
 }
 
@@ -181,10 +185,12 @@ bool RecordReader::fill() {
   return end_ > 0;
 }
 
-void RecordReader::readLine(std::string& line) {
+bool RecordReader::readLine(std::string& line) {
   line.clear();
+  bool any = false;  // a character or a line end was read
   for (;;) {
-    if (at_ == end_ && !fill()) return;  // the end of the file: what was read, or an empty line
+    if (at_ == end_ && !fill()) return any;  // the end of the file: what was read, or an empty line
+    any = true;
     const char* begin = buf_.data() + at_;
     const std::size_t n = end_ - at_;
     const void* lf = std::memchr(begin, '\n', n);
@@ -196,21 +202,47 @@ void RecordReader::readLine(std::string& line) {
     if (stop == n) continue;  // no line end in the buffer yet
     const char endChar = buf_[at_++];
     if (endChar == '\r') {
-      if (at_ == end_ && !fill()) return;
+      if (at_ == end_ && !fill()) return true;
       if (buf_[at_] == '\n') ++at_;
     }
-    return;
+    return true;
   }
 }
 
-void RecordReader::readLines(int64_t start, int64_t count,
-                             const std::function<void(int64_t n, const std::string& line)>& onLine) {
+void RecordReader::readRecord(int32_t k, const IndexRec& rec, const LineVisitor& onLine) {
+  readBounded(k, RecordStart(rec.recNum, rec), RecordLineCount(rec), onLine);
+}
+
+void RecordReader::readLines(int64_t start, int64_t count, const LineVisitor& onLine) {
+  readBounded(0, start, count, onLine);
+}
+
+void RecordReader::checkExtent(int32_t k, const IndexRec& rec) const {
+  checkBounds(k, RecordStart(rec.recNum, rec), RecordLineCount(rec));
+}
+
+void RecordReader::checkBounds(int32_t k, int64_t start, int64_t count) const {
+  if (count <= 0) return;
+  if (start >= size_ || count > size_ - start + 1) throwMismatch(k);
+}
+
+void RecordReader::readBounded(int32_t k, int64_t start, int64_t count, const LineVisitor& onLine) {
+  checkBounds(k, start, count);
   seek(start);
   std::string line;
   for (int64_t n = 1; n <= count; ++n) {
-    readLine(line);
+    if (!readLine(line) && n < count) throwMismatch(k);
     onLine(n, line);
   }
+}
+
+void RecordReader::throwMismatch(int32_t k) const {
+  ZvError error(err::kPastEnd, ErrorText(err::kPastEnd), path_);
+  const std::string name = std::filesystem::path(path_).filename().string();
+  error.setReason("The index does not match its record file: " +
+                  (k > 0 ? "record " + std::to_string(k) : std::string("a record")) + " runs past the end of " + name +
+                  ".");
+  throw error;
 }
 
 void WriteBookmark(const std::string& wrkFile, int32_t position) {
@@ -228,9 +260,13 @@ int32_t ToLong(std::string_view text, const std::string& detail) {
   if (*b == '+') ++b;
   int64_t value = 0;
   const auto [ptr, ec] = std::from_chars(b, e, value);
-  if (ec == std::errc::result_out_of_range) throw ZvError(err::kOverflow, ErrorText(err::kOverflow), detail);
+  const auto tooLarge = [&] {
+    ThrowOverflow(LimitReason("a record number or position", INT32_MAX) + " \"" + std::string(b, e) + "\" is beyond it.",
+                  detail);
+  };
+  if (ec == std::errc::result_out_of_range) tooLarge();
   if (ec != std::errc() || ptr != e || b == e) throw ZvError(kTypeMismatch, "Type mismatch", detail);
-  if (value > INT32_MAX || value < INT32_MIN) throw ZvError(err::kOverflow, ErrorText(err::kOverflow), detail);
+  if (value > INT32_MAX || value < INT32_MIN) tooLarge();
   return static_cast<int32_t>(value);
 }
 

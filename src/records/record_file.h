@@ -52,25 +52,47 @@ class RecordReader {
   RecordReader& operator=(const RecordReader&) = delete;
 
   // Record k for display: from RecordStart(k, rec), byteLen bytes when below 32760,
-  // else exactly 32760 and partial. Bytes missing at the end of the file are error 62.
+  // else exactly 32760 and partial. Bytes missing at the end of the file are error 62,
+  // with the reason that the index does not match its record file.
   DisplayBlock readDisplay(int32_t k, const IndexRec& rec);
 
   // Line-wise reading from a byte offset. `expectBytes`, when known (the record's
   // byteLen), sizes the next read for a record fetched out of file order.
   void seek(int64_t offset, int64_t expectBytes = 0);
   // The next line without its line end (CR LF, LF or CR). Past the end of the file
-  // it gives an empty line: BuildIndex's last record spans one line more than the
-  // file has, and its readers get that empty line. Lines are returned whole.
-  void readLine(std::string& line);
+  // it gives an empty line and returns false: BuildIndex's last record spans one line
+  // more than the file has, and its readers get that empty line. Lines are returned
+  // whole.
+  bool readLine(std::string& line);
 
-  // Seeks to `start` and reads `count` lines, calling `onLine(n, line)` for n from 1.
-  void readLines(int64_t start, int64_t count, const std::function<void(int64_t n, const std::string& line)>& onLine);
+  using LineVisitor = std::function<void(int64_t n, const std::string& line)>;
+
+  // The lines of record k as the writers take them: RecordLineCount(rec) lines from
+  // RecordStart(rec.recNum, rec), calling `onLine(n, line)` for n from 1. The copy
+  // stops at the end of the file: one empty line past it is the last line of a
+  // BuildIndex record and is given; a record that starts at or beyond the end, or
+  // wants more lines than that, is error 62 with the reason that the index does not
+  // match its record file (a corrupt or stale index would otherwise give empty lines
+  // up to its end line, billions of them).
+  void readRecord(int32_t k, const IndexRec& rec, const LineVisitor& onLine);
+
+  // The check readRecord makes before its first line: error 62, as above, when record
+  // k starts at or beyond the end of the file or wants more lines than the bytes from
+  // its start can hold (every line but the one past the end takes a byte at least).
+  void checkExtent(int32_t k, const IndexRec& rec) const;
+
+  // The same for `count` lines from `start`, with no record to name.
+  void readLines(int64_t start, int64_t count, const LineVisitor& onLine);
 
  private:
   bool fill();
+  void readBounded(int32_t k, int64_t start, int64_t count, const LineVisitor& onLine);
+  void checkBounds(int32_t k, int64_t start, int64_t count) const;
+  [[noreturn]] void throwMismatch(int32_t k) const;
 
   int fd_ = -1;
   std::string path_;
+  int64_t size_ = 0;       // the file's length when it was opened
   int64_t position_ = 0;   // file offset of buf_[at_]
   std::string buf_;
   std::size_t at_ = 0;

@@ -16,6 +16,9 @@ namespace zv {
 // leaves those four names empty and returns false.
 [[nodiscard]] bool ChooseRecordFile(JobState& job, const std::string& name, Message& refusal);
 
+// Empties gsInFile, gsBaseName, gsProFile and gsIndexFile: the choice is forgotten.
+void ForgetRecordFile(JobState& job);
+
 // Whether the name that ChooseRecordFile accepted is an index (to use as it stands)
 // rather than a record file (to index first).
 inline bool IndexChosen(const JobState& job) { return job.gsInFile.find(".NDX") != std::string::npos; }

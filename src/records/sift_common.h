@@ -12,7 +12,10 @@
 namespace zv::sift {
 
 // gsErrNumber and gsErrText of a trapped error.
-void NoteError(JobState& job, const ZvError& error);
+inline void NoteError(JobState& job, const ZvError& error) {
+  job.gsErrNumber = ErrNumberText(error.number());
+  job.gsErrText = error.text();
+}
 
 // A number on a panel: one blank before and one behind. (Appended piece by piece:
 // " " + std::to_string(n) draws a false -Wrestrict from GCC 12 at -O3.)

@@ -8,7 +8,6 @@
 
 #include "core/job.h"
 #include "core/job_state.h"
-#include "records/index_progress.h"
 #include "records/sift_state.h"
 
 namespace zv {
@@ -90,8 +89,9 @@ class SiftView {
   // frmKeepFile, modal: the text typed (its own key checks applied), or nothing when
   // the user pressed Cancel.
   virtual std::optional<std::string> askKeepFile() = 0;
-  virtual WritingProgress& frmWriting() = 0;
-  virtual IndexProgress& frmIndexing() = 0;
+  // The progress windows of the writers and of BuildIndex, as their jobs' observers.
+  virtual JobProgress& frmWriting() = 0;
+  virtual JobProgress& frmIndexing() = 0;
 
   // --- the two windows --------------------------------------------------------------
   // frmSift shown, the main window hidden.

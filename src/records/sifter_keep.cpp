@@ -81,9 +81,10 @@ bool fillOrReport(JobState& job, SiftView& view) {
     fillKeepList(job, view);
     return true;
   } catch (const std::exception& e) {
-    sift::NoteError(job, AsZvError(e));
+    const ZvError error = AsZvError(e);
+    sift::NoteError(job, error);
     ResetSifter(job, view);
-    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, error.reason()));
     return false;
   }
 }
@@ -104,7 +105,9 @@ void ToggleKeepList(JobState& job, SiftView& view) {
 JobResult SiftWriteKept(CommandContext& context) {
   return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
-    WriteKeptRecords(job.gsProFile, job.gsIndexFile, s.glRecCount, view.frmWriting());
+    const JobResult written = WriteKeptRecords(job, view.frmWriting(), {job.gsProFile, job.gsIndexFile, s.glRecCount});
+    if (written.error) throw *written.error;
+    if (!written.done()) return written.outcome;
     s.gsKeepFile.clear();
     s.giSiftKeepFlag = 0;
     return JobOutcome::Done;

@@ -52,14 +52,13 @@ void LeaveSifter(JobState& job, SiftView& view) {
     if (s.glCurRec > 1 && s.glCurRec < s.glRecCount) {
       WriteBookmark(wrk, s.glCurRec);
     } else if (s.glCurRec == 1 || s.glCurRec == s.glRecCount) {
-      int32_t glExist = 0;
-      KillIfExists(wrk, glExist);
-      job.glExist = glExist;
+      KillIfExists(wrk);
     }
   } catch (const std::exception& e) {
-    sift::NoteError(job, AsZvError(e));
+    const ZvError error = AsZvError(e);
+    sift::NoteError(job, error);
     ResetSifter(job, view);
-    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText));
+    view.showErrorForm(ErrorFormText(job.gsErrNumber, job.gsErrText, error.reason()));
     return;
   }
   view.hideSifter();

@@ -1,7 +1,5 @@
-// OpenSifter (command 1600), and the sifter's common error handling.
+// OpenSifter (command 1600).
 #include <filesystem>
-#include <new>
-#include <stdexcept>
 
 #include "core/brindle.h"
 #include "core/files.h"
@@ -13,67 +11,11 @@
 
 namespace zv {
 
-namespace sift {
-
-void NoteError(JobState& job, const ZvError& error) {
-  job.gsErrNumber = ErrNumberText(error.number());
-  job.gsErrText = error.text();
-}
-
-}  // namespace sift
-
 namespace {
 
 using sift::NumberCaption;
 
-void forgetNames(JobState& job) {
-  job.gsInFile.clear();
-  job.gsBaseName.clear();
-  job.gsProFile.clear();
-  job.gsIndexFile.clear();
-}
-
 }  // namespace
-
-bool ChooseRecordFile(JobState& job, const std::string& name, Message& refusal) {
-  forgetNames(job);
-  if (name.find(".PRO") == std::string::npos && name.find(".NDX") == std::string::npos) {
-    refusal = {"Not a .PRO or .NDX File", "The file you specified is\r\n" + name +
-                                              "\r\n\r\nThe sifter requires that you specify\r\n"
-                                              "a .PRO (processed by filter) file\r\n"
-                                              "or a .NDX (index of a .PRO) file."};
-    return false;
-  }
-  // A name that is not there has no length either; nothing is created to find out.
-  if (FileSize(name) == 0) {
-    refusal = {"Zero-Length File", name + "\r\nis a zero-length file."};
-    return false;
-  }
-  job.gsInFile = name;
-  job.gsBaseName = BaseName(name);
-  if (IndexChosen(job)) {
-    job.gsIndexFile = name;
-    job.gsProFile = job.outputPath(job.gsBaseName + ".PRO");
-  } else {
-    job.gsProFile = name;
-    job.gsIndexFile = job.outputPath(job.gsBaseName + ".NDX");
-  }
-  std::string problem;
-  if (IndexChosen(job) && !Exist(job.gsIndexFile)) {
-    problem = ".NDX file not found.";
-  } else if (!Exist(job.gsProFile)) {
-    problem = ".PRO file not found.";
-  } else if (SameFile(job.gsProFile, job.gsIndexFile)) {
-    // "x.NDX.PRO" names its own index: marks would be written into the records.
-    problem = "The record file and its index would be the same file.";
-  }
-  if (!problem.empty()) {
-    refusal = {"File Open Error", problem};
-    forgetNames(job);
-    return false;
-  }
-  return true;
-}
 
 JobResult OpenSifter(CommandContext& context) {
   return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
@@ -91,12 +33,11 @@ JobResult OpenSifter(CommandContext& context) {
     const bool indexChosen = IndexChosen(job);
 
     if (!indexChosen) {
-      const IndexOutcome built = BuildIndex(job, view.frmIndexing());
-      if (built == IndexOutcome::NotARecordFile)
-        view.message({std::string(kFileFormatErrorTitle), std::string(kNotRecordFileText)}, MsgIcon::Stop);
-      if (built != IndexOutcome::Built) {
-        job.giInterrupt = 0;
-        forgetNames(job);
+      const JobResult built = BuildIndex(job, view.frmIndexing());
+      if (built.error) throw *built.error;  // the general error path
+      if (built.outcome == JobOutcome::Refused) view.message(*built.message, MsgIcon::Stop);
+      if (!built.done()) {
+        ForgetRecordFile(job);
         view.hideSifter();
         return JobOutcome::Cancelled;
       }
@@ -110,9 +51,7 @@ JobResult OpenSifter(CommandContext& context) {
     if (indexChosen && Exist(wrk)) {
       const std::optional<int32_t> mark = ReadBookmark(wrk);
       if (!mark) {
-        int32_t glExist = 0;
-        KillIfExists(wrk, glExist);
-        job.glExist = glExist;
+        KillIfExists(wrk);
       } else if (*mark > 0 && *mark <= s.glRecCount) {
         s.glCurRec = *mark;
       }

@@ -78,8 +78,10 @@ void OrderToggle(JobState& /*job*/, SiftView& view) {
 JobResult SiftWriteOrder(CommandContext& context) {
   return sift::RunSiftCommand(context, [&](JobState& job, SiftView& view) {
     SiftState& s = view.sift;
-    WriteOrder(job.gsProFile, job.gsIndexFile, job.outputPath(job.gsBaseName + ".ORD"), s.glOrder, s.glRecCount,
-               view.frmWriting());
+    const JobResult written = WriteOrder(
+        job, view.frmWriting(), {job.gsProFile, job.gsIndexFile, job.outputPath(job.gsBaseName + ".ORD"), s.glOrder, s.glRecCount});
+    if (written.error) throw *written.error;
+    if (!written.done()) return written.outcome;
     s.giSiftOrderFlag = 0;
     return JobOutcome::Done;
   });

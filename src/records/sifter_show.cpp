@@ -18,7 +18,8 @@ void showRecord(JobState& job, SiftView& view, bool ordView) {
   job.gIndexRec = GetIndexRec(job.gsIndexFile, k);
   // The order view counts a record's lines in 16 bits.
   if (ordView && RecordLineCount(job.gIndexRec) > std::numeric_limits<int16_t>::max())
-    throw ZvError(err::kOverflow, ErrorText(err::kOverflow));
+    ThrowOverflow(LimitReason("the lines of a record shown in .ORD View", std::numeric_limits<int16_t>::max()) +
+                  " Record " + std::to_string(k) + " has " + std::to_string(RecordLineCount(job.gIndexRec)) + ".");
   DisplayBlock block;
   {
     RecordReader pro(job.gsProFile);

@@ -43,8 +43,7 @@ inline RecordFileChoice WriteRecordFile(const TempDir& dir, const Records& recor
   if (indexer == Indexer::Filter) {
     OutputFiles outputs;
     RecordFileWriter w;
-    int32_t glExist = 0;
-    w.open(outputs, pro, ndx, glExist);
+    w.open(outputs, pro, ndx);
     for (std::size_t k = 0; k < records.size(); ++k) {
       const auto recNum = static_cast<int32_t>(k + 1);
       if (k > 0) w.writeBlank();
@@ -65,8 +64,7 @@ inline RecordFileChoice WriteRecordFile(const TempDir& dir, const Records& recor
     JobState job;
     job.gsProFile = pro;
     job.gsIndexFile = ndx;
-    IndexProgress quiet;
-    if (BuildIndex(job, quiet) != IndexOutcome::Built) ADD_FAILURE() << "no index of " << pro;
+    if (!BuildIndex(job, NoProgress()).done()) ADD_FAILURE() << "no index of " << pro;
   }
   return {ndx, pro, ndx, dir.file(name)};
 }

@@ -1,6 +1,7 @@
 // zorvanta-cli as scripts use it: outputs, messages on stderr, exit codes, bad input.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "support/process.h"
@@ -80,7 +81,7 @@ TEST(CliBadInput, RefusedFilesExitWithTwoAndTheSystemsMessage) {
     std::string file, message;
   } cases[] = {
       {"missing.log", "File Open Error: File not found."},
-      {"folder.log", "File Open Error: File not found."},
+      {"folder.log", "File Open Error: Input file is a directory, not a file."},
       {"X.PRO.log", "Open File Error: Input file must not have .PRO extension."},
       {"old.NDX", "Open File Error: Input file would be overwritten by an output file."},
   };
@@ -138,23 +139,92 @@ TEST(CliFailure, AnUnwritableOutputFolderFailsTheJobWithNothingLeft) {
   EXPECT_EQ(ReadFile(dir.file("s.log")), kCapture);
 }
 
-TEST(CliFailure, AnUnreadableCaptureFailsTheJobWithNothingLeft) {
+// What the open dialog would never offer is refused with exit 2 and its real cause,
+// before anything is written: a directory, a pipe, a file that cannot be read, a name
+// whose outputs the file system cannot hold, an output folder that is a file.
+TEST(CliBadInput, InputsThatAreNoReadableFileAreRefusedWithTheirCause) {
   TempDir dir;
+  WriteFile(dir.file("s.log"), kCapture);
+  ASSERT_EQ(::mkfifo(dir.file("pipe").c_str(), 0600), 0);
   // Reading a process's memory file from its start fails with an I/O error, even for
   // the superuser, whom no file mode stops.
   std::filesystem::create_symlink("/proc/self/mem", dir.file("unreadable.log"));
-  auto r = RunCli({"filter", "dialog-all", "unreadable.log"}, {.cwd = dir.path().string()});
-  EXPECT_EQ(r.exitCode, 4);
-  EXPECT_NE(r.err.find("Error number 57\nDevice I/O error"), std::string::npos) << r.err;
-  EXPECT_TRUE(noOutputs(dir, "unreadable"));
+  const std::string longName(253, 'n');
+  WriteFile(dir.file(longName), kCapture);
+  struct Case {
+    std::vector<std::string> args;
+    std::string message;
+  } cases[] = {
+      {{"filter", "dialog-all", "pipe"}, "File Open Error: Input file is not a regular file (a pipe, a device or a socket)"},
+      {{"filter", "dialog-all", "unreadable.log"}, "File Open Error: Input file cannot be read (Input/output error)."},
+      {{"filter", "dialog-all", longName}, "Open File Error: Output file name too long for the file system: " + longName + ".PRO"},
+      {{"filter", "dialog-all", "s.log", "--out-dir", "s.log"}, "Output directory is a file, not a directory: s.log"},
+  };
+  for (const Case& c : cases) {
+    const auto r = RunCli(c.args, {.cwd = dir.path().string()});
+    EXPECT_EQ(r.exitCode, 2) << c.args[2];
+    EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
+  }
+  // Nothing was written: the folder holds the four inputs alone.
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), std::filesystem::directory_iterator()), 4);
+  EXPECT_EQ(ReadFile(dir.file("s.log")), kCapture);
   if (geteuid() != 0) {
     WriteFile(dir.file("locked.log"), kCapture);
     std::filesystem::permissions(dir.file("locked.log"), std::filesystem::perms::none);
-    r = RunCli({"filter", "dialog-all", "locked.log"}, {.cwd = dir.path().string()});
-    EXPECT_EQ(r.exitCode, 4);
-    EXPECT_NE(r.err.find("Error number 70\nPermission denied"), std::string::npos) << r.err;
+    const auto r = RunCli({"filter", "dialog-all", "locked.log"}, {.cwd = dir.path().string()});
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_NE(r.err.find("Input file cannot be read (Permission denied)."), std::string::npos) << r.err;
     EXPECT_TRUE(noOutputs(dir, "locked"));
   }
+}
+
+// With --out-dir the outputs lie in that folder under the output name's last
+// component, whatever the form of the capture's name; without it where they always
+// have (beside an input without a dot). An older capture.PRO beside the input stays.
+TEST(CliFilter, OutDirHoldsTheOutputsOfEveryFormOfCaptureName) {
+  TempDir dir;
+  std::filesystem::create_directories(dir.file("in/my.dir"));
+  for (const char* f : {"in/capture", "in/my.dir/capture"}) WriteFile(dir.file(f), kCapture);
+  WriteFile(dir.file("in/capture.PRO"), "an older record file");
+  struct Case {
+    std::string capture, stem;
+  } cases[] = {
+      {dir.file("in/capture"), "capture"},  // absolute, no dot
+      {"in/capture", "capture"},            // relative with a folder
+      {"in/my.dir/capture", ""},            // a dot only in a folder: the stem is empty
+  };
+  for (const Case& c : cases) {
+    TempDir out;
+    const auto r = RunCli({"filter", "dialog-all", c.capture, "--out-dir", out.path().string()},
+                          {.cwd = dir.path().string()});
+    ASSERT_EQ(r.exitCode, 0) << c.capture << ": " << r.err;
+    for (const char* ext : {".PRO", ".NDX", ".FSC"}) EXPECT_TRUE(FileExists(out.file(c.stem + ext))) << c.capture << ext;
+    EXPECT_NE(r.out.find("Records Saved To: " + out.file(c.stem + ".PRO")), std::string::npos) << r.out;
+  }
+  EXPECT_EQ(ReadFile(dir.file("in/capture.PRO")), "an older record file");
+  EXPECT_FALSE(FileExists(dir.file("in/capture.NDX")));
+  EXPECT_FALSE(FileExists(dir.file(".PRO")));
+
+  // Without --out-dir: beside the input for a name without a dot, which replaces the
+  // older file as it always has.
+  const auto r = RunCli({"filter", "dialog-all", "in/capture"}, {.cwd = dir.path().string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_NE(ReadFile(dir.file("in/capture.PRO")).find("Record - 2"), std::string::npos);
+}
+
+TEST(CliNdx, RefusesAFileThatIsNoWholeNumberOfIndexRecords) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB"}));
+  auto r = RunCli({"ndx", dir.file("r.PRO")});
+  EXPECT_EQ(r.exitCode, 2);
+  EXPECT_NE(r.err.find("File Format Error: This does not appear to be an index file (40 bytes, not a multiple of 277)."),
+            std::string::npos)
+      << r.err;
+  EXPECT_EQ(r.out, "");
+  ASSERT_EQ(RunCli({"index", dir.file("r.PRO")}).exitCode, 0);
+  r = RunCli({"ndx", dir.file("r.NDX")});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "1 1 19 2 4 0\n2 21 19 4 7 0\n");
 }
 
 TEST(CliFailure, AFullDiskFailsTheJobAndRemovesItsOutputs) {

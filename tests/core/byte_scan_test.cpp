@@ -16,7 +16,7 @@ std::vector<std::string> samples() {
   std::mt19937 rng(7);
   const char alphabet[] = {'a', '?', '>', 'L', '/', '\r', '\n', '\0', '\x1f', ' ', '\x80', '\xbf', '\xff'};
   std::vector<std::string> out;
-  for (std::size_t len : {0, 1, 15, 16, 17, 31, 32, 33, 37, 495, 496, 497, 5000}) {
+  for (std::size_t len : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 12, 14, 15, 16, 17, 20, 24, 31, 32, 33, 37, 495, 496, 497, 5000}) {
     for (int round = 0; round < 8; ++round) {
       std::string s(len, 'a');
       for (char& c : s) c = alphabet[rng() % sizeof alphabet];
@@ -24,6 +24,10 @@ std::vector<std::string> samples() {
     }
   }
   out.push_back(std::string(5000, '/'));  // every lane full in every block
+  std::string pairs;
+  for (int i = 0; i < 2500; ++i) pairs += "\r\n";
+  out.push_back(pairs);                      // a pair in every lane, and astride every block
+  out.push_back(std::string(5000, '\r'));
   return out;
 }
 
@@ -39,11 +43,19 @@ TEST(ByteScan, AgreesWithPlainLoops) {
         EXPECT_EQ(counts[k], static_cast<uint32_t>(std::count(s.begin(), s.end(), sought[k]))) << s.size() << ' ' << k;
     }
 
+    int64_t ends = 0;
+    for (std::size_t i = 0; i < s.size(); ++i)
+      ends += s[i] == '\n' || (s[i] == '\r' && (i + 1 == s.size() || s[i + 1] != '\n'));
+    EXPECT_EQ(CountLineEnds(s), ends) << s.size();
+
     std::string cleaned = s, reference = s;
     CleanLine(cleaned);
     LowAscii(reference);
     RemCtrl(reference, std::string(1, '\0'));
     EXPECT_EQ(cleaned, reference) << s.size();
+    std::string into = "an older, longer line than some of the samples";
+    CleanLineInto(into, s);
+    EXPECT_EQ(into, reference) << s.size();
   }
 }
 

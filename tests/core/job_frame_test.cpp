@@ -1,6 +1,8 @@
 // The frame around every job: input checks, names, timing, the dispatcher's traps.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include "commands/command_table.h"
 #include "core/dispatcher.h"
 #include "core/error.h"
@@ -41,13 +43,82 @@ TEST(CheckInputFileRefusals, GiveTheSystemsWarningsAndLeaveTheJobAlone) {
   EXPECT_FALSE(CheckInputFile(job, dir.file("none.log"), m));
   EXPECT_EQ(m.title, "File Open Error");
   EXPECT_EQ(m.text, "File not found.");
-  EXPECT_FALSE(CheckInputFile(job, dir.path().string(), m));  // a directory is no file
-  EXPECT_EQ(m.text, "File not found.");
   EXPECT_FALSE(CheckInputFile(job, dir.file("X.PROJ/in.log"), m));  // the search takes the whole path
   EXPECT_EQ(m.title, "Open File Error");
   EXPECT_EQ(m.text, "Input file must not have .PRO extension.");
   EXPECT_TRUE(job.gsInFile.empty());
   EXPECT_TRUE(CheckInputFile(job, dir.file("lower.pro"), m));  // case-sensitive: passes
+}
+
+// What the open dialog never offers but a command line can name: each refusal says
+// its real cause under the dialog's title.
+TEST(CheckInputFileRefusals, NameTheRealCauseOfAnInputThatIsNoReadableFile) {
+  test::TempDir dir;
+  ASSERT_EQ(::mkfifo(dir.file("pipe.log").c_str(), 0600), 0);
+  // Reading a process's memory file from its start fails, even for the superuser.
+  std::filesystem::create_symlink("/proc/self/mem", dir.file("unreadable.log"));
+  struct Case {
+    std::string path, text;
+  } cases[] = {
+      {dir.file("none.log"), "File not found."},
+      {dir.path().string(), "Input file is a directory, not a file."},
+      {dir.file("pipe.log"), "Input file is not a regular file (a pipe, a device or a socket); a filter must read it twice."},
+      {dir.file("unreadable.log"), "Input file cannot be read (Input/output error)."},
+  };
+  for (const Case& c : cases) {
+    JobState job;
+    Message m;
+    EXPECT_FALSE(CheckInputFile(job, c.path, m)) << c.path;
+    EXPECT_EQ(m.title, "File Open Error");
+    EXPECT_EQ(m.text, c.text);
+    EXPECT_TRUE(job.gsInFile.empty());
+  }
+}
+
+TEST(CheckInputFileRefusals, AnOutputNameTooLongForTheFileSystemIsRefusedBeforeAnythingIsWritten) {
+  test::TempDir dir;
+  const std::string name(253, 'n');  // fits; name + ".PRO" does not
+  test::WriteFile(dir.file(name), "x");
+  JobState job;
+  Message m;
+  EXPECT_FALSE(CheckInputFile(job, dir.file(name), m));
+  EXPECT_EQ(m.title, "Open File Error");
+  EXPECT_EQ(m.text, "Output file name too long for the file system: " + name + ".PRO");
+  // With an extension the stem is four shorter, and the outputs fit.
+  test::WriteFile(dir.file(name.substr(0, 249) + ".log"), "x");
+  EXPECT_TRUE(CheckInputFile(job, dir.file(name.substr(0, 249) + ".log"), m));
+}
+
+// Without an output folder the outputs lie where the stem leads: the current directory
+// for a name with an extension, beside the input for one without. With one they lie in
+// it under the output name's last component, whatever the form of the capture's name.
+TEST(CheckInputFileNames, AnOutputFolderTakesTheLastComponentOfEveryFormOfName) {
+  test::TempDir dir;
+  std::filesystem::create_directories(dir.file("in/my.dir"));
+  for (const char* f : {"in/capture", "in/capture.log", "in/my.dir/capture"}) test::WriteFile(dir.file(f), "x");
+  struct InDir {
+    std::filesystem::path was = std::filesystem::current_path();
+    explicit InDir(const std::filesystem::path& p) { std::filesystem::current_path(p); }
+    ~InDir() { std::filesystem::current_path(was); }
+  } inDir(dir.path());
+  struct Case {
+    std::string input, withoutFolder, withFolder;
+  } cases[] = {
+      {dir.file("in/capture"), dir.file("in/capture.PRO"), "/want/capture.PRO"},        // absolute, no dot
+      {"in/capture", "in/capture.PRO", "/want/capture.PRO"},                            // relative with folders
+      {dir.file("in/capture.log"), "capture.PRO", "/want/capture.PRO"},                 // an extension
+      {"in/my.dir/capture", ".PRO", "/want/.PRO"},                                      // a dot only in a folder
+  };
+  for (const Case& c : cases) {
+    JobState job;
+    Message m;
+    ASSERT_TRUE(CheckInputFile(job, c.input, m)) << c.input << ": " << m.text;
+    EXPECT_EQ(job.gsProFile, c.withoutFolder) << c.input;
+    job.outDir = "/want";
+    ASSERT_TRUE(CheckInputFile(job, c.input, m)) << c.input;
+    EXPECT_EQ(job.gsProFile, c.withFolder) << c.input;
+    EXPECT_EQ(job.gsIndexFile, c.withFolder.substr(0, c.withFolder.size() - 4) + ".NDX") << c.input;
+  }
 }
 
 TEST(CheckInputFileRefusals, AnInputAnOutputWouldReplaceIsRefused) {

@@ -16,9 +16,19 @@ std::vector<std::string> linesOf(LineReader& r) {
   return out;
 }
 
+// The same lines through the form that shows them in place.
+std::vector<std::string> viewsOf(LineReader& r) {
+  std::vector<std::string> out;
+  std::string_view line;
+  while (r.readLine(line)) out.emplace_back(line);
+  return out;
+}
+
 std::vector<std::string> linesOf(std::string_view text) {
-  LineReader r(text);
-  return linesOf(r);
+  LineReader r(text), again(text);
+  std::vector<std::string> lines = linesOf(r);
+  EXPECT_EQ(viewsOf(again), lines) << testing::PrintToString(std::string(text));
+  return lines;
 }
 
 using Lines = std::vector<std::string>;
@@ -46,8 +56,9 @@ TEST(LineReaderFile, LinesAcrossTheBufferEdgeReadAsFromMemory) {
     text += std::string(300000, 'y');
     text += "\r";
     test::WriteFile(dir.file("f"), text);
-    LineReader file(dir.file("f"));
+    LineReader file(dir.file("f")), again(dir.file("f"));
     EXPECT_EQ(linesOf(file), linesOf(text)) << pad;
+    EXPECT_EQ(viewsOf(again), linesOf(text)) << pad;
     EXPECT_EQ(linesOf(text).size(), 4u);
   }
 }

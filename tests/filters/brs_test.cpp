@@ -65,7 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
                     StartCase{"        ", false}, StartCase{"      7a", false}, StartCase{"     A12", false},
                     StartCase{"\t      7", false},                           // a tab is no blank
                     StartCase{"\xA0\xA0\xA0\xA0\xA0\xA0\xA0" "7", true},     // high bit cleared: blanks
-                    StartCase{"      \xB1\xB2", true}));                     // ... and digits
+                    StartCase{"      \xB1\xB2", true}),  // ... and digits
+    test::LineCaseName());
 
 TEST(BrsStartLines, AStartLineInsideADocumentOpensTheNext) {
   TempDir dir;

@@ -64,7 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
                     StartCase{"       123  MEDL", nullptr},        // 16 columns
                     StartCase{"   123  MEDL", nullptr},            // 12 columns
                     StartCase{"\t    123  MEDL", nullptr},         // a tab is no blank
-                    StartCase{"     123  \xCD\xC5\xC4\xCC", "Record -  1"}));  // high bit cleared: capitals
+                    StartCase{"     123  \xCD\xC5\xC4\xCC", "Record -  1"}),  // high bit cleared: capitals
+    test::LineCaseName());
 
 TEST(DataStarStartLines, ASeparatorOnlyOnceABodyLineWasWritten) {
   TempDir dir;

@@ -106,7 +106,8 @@ INSTANTIATE_TEST_SUITE_P(
                     LabelCase{" 1/5/1/2", false},                                // three slashes
                     LabelCase{"?1/5/1", false}, LabelCase{" ?/5/1", false},
                     LabelCase{"\t1/5/1", false},                                 // a tab is not a blank
-                    LabelCase{"\xA0" "1/5/1", true}));                           // high bit cleared: a blank
+                    LabelCase{"\xA0" "1/5/1", true}),  // high bit cleared: a blank
+    test::LineCaseName());
 
 TEST(DialogAllCopyRules, DropsABlankFirstLineAndShrinksBlankRuns) {
   TempDir dir;
@@ -244,6 +245,9 @@ TEST(DialogAllFailure, ARecordOf32768LinesOverflowsAndRemovesTheOutputs) {
   EXPECT_EQ(run.errorNumber, err::kOverflow);
   EXPECT_EQ(run.job->gsErrNumber, " 6");
   EXPECT_EQ(run.job->gsErrText, "Overflow");
+  // The label is line 2; line 32770 is the 32768th behind it.
+  EXPECT_EQ(run.result.error->reason(),
+            "Limit reached: the lines of one record (iSinceLabel) can be at most 32767; passed at input line 32770.");
   EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
   EXPECT_FALSE(test::FileExists(dir.file("big.WRK")));
 }
@@ -256,7 +260,39 @@ TEST(DialogAllFailure, TooManyStrategyLinesOverflowTheFscCounter) {
   const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture);
   EXPECT_TRUE(run.threw);
   EXPECT_EQ(run.errorNumber, err::kOverflow);
+  // "?b 1" is the first line copied; the last "x", line 32768, would be the 32768th.
+  EXPECT_EQ(run.result.error->reason(),
+            "Limit reached: the lines written to the .FSC (iFscLines) can be at most 32767; passed at input line 32768.");
   EXPECT_FALSE(run.proExists || run.ndxExists || run.fscExists);
+}
+
+// About 5 MB of DIALOG capture (the sample session 440 times) is enough to pass the
+// .FSC's 16-bit line count. The line the reason names is where it is passed: the
+// capture up to the line before it filters, up to that line it fails the same way.
+TEST(DialogAllFailure, FourHundredFortySampleSessionsPassTheFscLimitAtTheLineTheReasonNames) {
+  TempDir dir;
+  const std::string sample = test::ReadFile(std::string(ZV_SAMPLES_DIR) + "/dialog_session.log");
+  std::string capture;
+  for (int i = 0; i < 440; ++i) capture += sample;
+  ASSERT_GT(capture.size(), 4'500'000u);
+  const auto run = test::RunFilterOn(&FilterDialogAll, dir, capture);
+  ASSERT_EQ(run.errorNumber, err::kOverflow);
+  const std::string reason = run.result.error->reason();
+  const std::string head = "Limit reached: the lines written to the .FSC (iFscLines) can be at most 32767; passed at input line ";
+  ASSERT_TRUE(reason.starts_with(head)) << reason;
+  const int64_t line = std::stoll(reason.substr(head.size()));
+  // The first `n` lines of the capture, each with its CR LF.
+  const auto firstLines = [&](int64_t n) {
+    std::size_t at = 0;
+    for (int64_t i = 0; i < n; ++i) at = capture.find("\r\n", at) + 2;
+    return capture.substr(0, at);
+  };
+  const auto before = test::RunFilterOn(&FilterDialogAll, dir, firstLines(line - 1));
+  EXPECT_EQ(before.outcome, JobOutcome::Done);
+  EXPECT_TRUE(before.fscExists);
+  const auto at = test::RunFilterOn(&FilterDialogAll, dir, firstLines(line));
+  ASSERT_EQ(at.errorNumber, err::kOverflow);
+  EXPECT_EQ(at.result.error->reason(), reason);
 }
 
 }  // namespace

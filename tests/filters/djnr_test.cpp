@@ -59,7 +59,8 @@ INSTANTIATE_TEST_SUITE_P(Lines, DjnrEndTest,
                                          EndCase{"   doc=5", 1}, EndCase{"DOC=5", -1},
                                          EndCase{"CURRENT SET_2: 1 OF 2", 1}, EndCase{"CURRENT SET 2: 1 OF 2", -1},
                                          EndCase{"CURRENT SET_2 1 OF 2", -1}, EndCase{" CURRENT SET_2: 1", -1},
-                                         EndCase{"Press ENTER to continue", 0}, EndCase{"press enter", -1}));
+                                         EndCase{"Press ENTER to continue", 0}, EndCase{"press enter", -1}),
+    test::LineCaseName());
 
 TEST(DjnrWritingRules, BlankLinesAndLinesOutsideADocumentAreDropped) {
   TempDir dir;

@@ -57,7 +57,8 @@ INSTANTIATE_TEST_SUITE_P(
                     EndCase{"   READY TO PRINT FROM SS 1", true}, EndCase{"x YOUR LAST SEARCH", true},
                     EndCase{"REPRINT PRIOR SEARCH? ", true}, EndCase{"SEE 'PRINTSPECS' FOR FORMATS", true},
                     EndCase{"SEE PRINTSPECS", false}, EndCase{"  SUPERPRINT COMPLETED.", true},
-                    EndCase{"  SUPERPRINT COMPLETED", false}));
+                    EndCase{"  SUPERPRINT COMPLETED", false}),
+    test::LineCaseName());
 
 TEST(NlmWritingRules, TheSeparatorComesOnlyAfterAWrittenBodyLine) {
   TempDir dir;

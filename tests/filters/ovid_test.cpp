@@ -74,7 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
                     StartCase{"<1a>", false}, StartCase{"<1> Title", false}, StartCase{"1>", false},
                     StartCase{"<1", false}, StartCase{"<", false}, StartCase{"< 1>", false}, StartCase{"<-1>", false},
                     StartCase{"\t<1>", false},            // a tab becomes character 0, which is no blank
-                    StartCase{"\xBC" "7\xBE", true}));  // high bits cleared: "<7>"
+                    StartCase{"\xBC" "7\xBE", true}),  // high bits cleared: "<7>"
+    test::LineCaseName());
 
 TEST(OvidEndTests, EachNoticeEndsTheCitationAndIsNotWritten) {
   for (const char* end : {"Database: Other Index", "xx Transmission complete ... yy", "Please Turn off screen capture. Now",

@@ -52,7 +52,8 @@ INSTANTIATE_TEST_SUITE_P(
                     StartCase{"-12-X (CA)", false},                     // no "- "
                     StartCase{"-12- X ((CA)", false},                    // two "("
                     StartCase{"-12- X CA)", false}, StartCase{"-12- X (C A)", false},
-                    StartCase{" -12- X (CA)", false}, StartCase{"12- X (CA)", false}));
+                    StartCase{" -12- X (CA)", false}, StartCase{"12- X (CA)", false}),
+    test::LineCaseName());
 
 TEST(StnStartTests, ABiblioGroupKeepsTheHyphenLineBelowItOutOfTheRecord) {
   TempDir dir;

@@ -175,6 +175,25 @@ class TestFilterRun : public QObject {
     QCOMPARE(r.frmMain->job().giInterrupt.load(), int16_t{0});
     QCOMPARE(texts(*r.frmMain, {"pnlStartTime"}), QStringList{""});
   }
+
+  // A 16-bit count passed: frmError shows the system's message and, under it, which
+  // limit and at which input line.
+  void aLimitPassedIsNamedInTheErrorWindow() {
+    Run r;
+    ModalLog modal;
+    QByteArray capture = "?b 1\r\n";
+    for (int i = 0; i < 32767; ++i) capture += "x\r\n";
+    capture += "?t 1/5/1\r\n 1/5/1\r\nA\r\n?\r\n";
+    QFile f(r.file("fsc.log"));
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(capture);
+    f.close();
+    r.answers = {r.file("fsc.log")};
+    r.start();
+    QCOMPARE(modal.errorTexts, QStringList{"Error number 6\nOverflow\nLimit reached: the lines written to the .FSC "
+                                           "(iFscLines) can be at most 32767; passed at input line 32768."});
+    QCOMPARE(r.files(), QStringList{"fsc.log"});
+  }
 };
 
 QTEST_MAIN(TestFilterRun)

@@ -55,6 +55,11 @@ class HelpWindowTest : public QObject {
       QCOMPARE(w.currentPage(), page.file);
       QCOMPARE(w.browser()->documentTitle(), page.title);
       QVERIFY2(w.browser()->toPlainText().trimmed().size() > 200, qPrintable(page.file + " is nearly empty"));
+      // The shared stylesheet reached the page: its heading in the manual's blue.
+      QTextBlock heading = w.browser()->document()->begin();
+      while (heading.isValid() && heading.blockFormat().headingLevel() != 1) heading = heading.next();
+      QVERIFY2(heading.isValid(), qPrintable(page.file + " has no heading"));
+      QCOMPARE(heading.begin().fragment().charFormat().foreground().color(), QColor(0x1f, 0x3a, 0x5f));
     }
     QVERIFY(listed.size() > 10 && listed.first() == QLatin1String("index.html"));
     QStringList sorted = listed;
@@ -74,8 +79,12 @@ class HelpWindowTest : public QObject {
     static const QRegularExpression external(QStringLiteral("<script|<link\\b|<img\\b|\\bsrc\\s*=|https?://|url\\("),
                                              QRegularExpression::CaseInsensitiveOption);
     int links = 0;
+    const QString stylesheet = QStringLiteral("<link rel=\"stylesheet\" type=\"text/css\" href=\"help.css\">");
     for (const auto& page : HelpContents()) {
-      const QString html = HelpPageHtml(page.file);
+      QString html = HelpPageHtml(page.file);
+      // The manual's one stylesheet is the only thing a page takes from elsewhere.
+      QVERIFY2(html.count(stylesheet) == 1, qPrintable(page.file + " does not link help.css once"));
+      html.remove(stylesheet);
       const QRegularExpressionMatch m = external.match(html);
       QVERIFY2(!m.hasMatch(), qPrintable(page.file + " uses " + m.captured()));
       for (auto it = hrefRe.globalMatch(html); it.hasNext(); ++links) {

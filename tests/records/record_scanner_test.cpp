@@ -132,8 +132,7 @@ TEST(RecordScanner, ThroughTheIndexOfBuildIndex) {
   JobState job;
   job.gsProFile = dir.file("r.PRO");
   job.gsIndexFile = dir.file("r.NDX");
-  IndexProgress quiet;
-  ASSERT_EQ(BuildIndex(job, quiet), IndexOutcome::Built);
+  ASSERT_EQ(BuildIndex(job, NoProgress()).outcome, JobOutcome::Done);
   RecordScanner scanner(dir.file("r.PRO"), dir.file("r.NDX"));
   EXPECT_EQ(scanner.indexRecords(), 4);
   // The builder's records start a line early and the last reaches a line past the

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "core/index_rec.h"
+#include "filters/stn.h"
 #include "records/fake_sift_view.h"
 #include "records/record_file.h"
 #include "support/test_support.h"
@@ -131,6 +132,32 @@ TEST_F(Sifter, AOneRecordFileIsRefusedThroughTheProButOpensThroughItsFiltersInde
   ASSERT_EQ(view.boxes.size(), 3u);
   EXPECT_EQ(view.boxes[1].title + ": " + view.boxes[1].text, "Last Record: You have reached the last record.");
   EXPECT_EQ(view.lastBox(), "First Record: You have reached the first record.");
+}
+
+// The STN filter writes a REFERENCE record followed at once by another with their
+// labels on adjacent lines. Opened through its .PRO, such a file is indexed, shown,
+// kept and reordered like any other: a record of its label line alone.
+TEST_F(Sifter, AnStnFileWithLabelsUnderEachOtherOpensThroughItsProAndKeepsAndOrders) {
+  WriteFile(dir.file("stn.log"), CrLf({"=> d l1 1-4", "L1  ANSWER 1 OF 4", "A", "REFERENCE  2", "REFERENCE  3",
+                                       "REFERENCE  4", "DDD", "=> logoff"}));
+  test::RecordingProgress quiet;
+  ASSERT_EQ(FilterSTN(job, quiet, FilterInput{dir.file("stn.log"), dir.path().string()}).outcome, JobOutcome::Done);
+  ASSERT_EQ(ReadFile(dir.file("stn.PRO")), CrLf({"Record - 1", "", "A", "Record - 2", "Record - 3", "Record - 4", "DDD"}));
+  Open("stn.PRO");
+  EXPECT_EQ(view.panel(P::pnlTotRecs), " 4 ");
+  SiftNext(job, view);
+  EXPECT_EQ(view.text, "Record - 2\r\n");
+  view.keepFiles = {"k.kep"};
+  Run(kKeep);         // record 2, on to 3
+  Run(kKeepExpress);  // record 3, on to 4
+  Run(kWriteKept);
+  EXPECT_EQ(ReadFile(dir.file("k.kep")), CrLf({"Record - 2", "Record - 3"}));
+  view.inputs = {"1"};
+  Run(kOrder);  // record 4 first
+  Run(kWriteOrder);
+  EXPECT_EQ(ReadFile(dir.file("stn.ORD")),
+            CrLf({"Record - 4", "DDD", "", "Record - 1", "", "", "Record - 2", "Record - 3", ""}));
+  EXPECT_TRUE(view.errorForms.empty());
 }
 
 TEST_F(Sifter, NavigationStopsAtTheEndsAndRedrawsOnlyWhereItShould) {

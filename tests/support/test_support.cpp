@@ -1,6 +1,7 @@
 // Temporary folders, file helpers and the recording observer of the tests.
 #include "support/test_support.h"
 
+#include <cctype>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -36,6 +37,25 @@ std::string ReadFile(const std::string& path) {
 }
 
 bool FileExists(const std::string& path) { return std::filesystem::exists(path); }
+
+std::string CaseName(std::size_t index, std::string_view text) {
+  std::string name = index < 10 ? "n0" : "n";
+  name += std::to_string(index);
+  bool gap = true;
+  std::size_t kept = 0;
+  for (const char c : text) {
+    if (kept == 40) break;
+    if (std::isalnum(static_cast<unsigned char>(c)) != 0 && static_cast<unsigned char>(c) < 128) {
+      if (gap) name += '_';
+      name += c;
+      gap = false;
+      ++kept;
+    } else {
+      gap = true;
+    }
+  }
+  return name;
+}
 
 std::string CrLf(const std::vector<std::string>& lines) {
   std::string s;

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -35,6 +36,19 @@ class TempDir {
 void WriteFile(const std::string& path, const std::string& bytes);
 std::string ReadFile(const std::string& path);
 bool FileExists(const std::string& path);
+
+// A parameterized case's name from its position and a text of it: "n03_L1_ANSWER_3_OF_9"
+// (letters and digits kept, every other run of bytes one "_", at most 40 of them), so
+// that names read as what they test and stay the same from build to build.
+std::string CaseName(std::size_t index, std::string_view text);
+
+// The name generator of the suites whose parameter has a `line`.
+struct LineCaseName {
+  template <class Param>
+  std::string operator()(const testing::TestParamInfo<Param>& info) const {
+    return CaseName(info.index, info.param.line);
+  }
+};
 
 // Joins lines with CR LF after each.
 std::string CrLf(const std::vector<std::string>& lines);
