@@ -126,7 +126,7 @@ JobOutcome exportByIndex(Job& frame, JobResult& result, const RecordInput& input
 
 JobOutcome exportByLabels(Job& frame, JobResult& result, const RecordInput& input, const ExportParams& params,
                           TextOut& out) {
-  RecordBlockReader reader(input.pro);
+  LabelBlockReader reader(input.pro);
   // The bar follows the lines, against a total estimated from the bytes read so far:
   // counting the lines first would cost a pass over the file.
   begin(frame, result, params, reader.fileSize(), 0, out);

@@ -308,19 +308,19 @@ std::size_t firstLabelStart(std::string_view block) {
 
 }  // namespace
 
-RecordBlockReader::RecordBlockReader(const std::string& proFile) : path_(proFile) {
+LabelBlockReader::LabelBlockReader(const std::string& proFile) : path_(proFile) {
   fd_ = openRegular(proFile, fileSize_);
 #ifdef POSIX_FADV_SEQUENTIAL
   ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
 #endif
 }
 
-RecordBlockReader::~RecordBlockReader() {
+LabelBlockReader::~LabelBlockReader() {
   if (fd_ >= 0) ::close(fd_);
 }
 
 // Reads until carry_ holds `size` bytes or the file ends.
-bool RecordBlockReader::fill(std::size_t size) {
+bool LabelBlockReader::fill(std::size_t size) {
   std::size_t have = carry_.size();
   if (carry_.size() < size) carry_.resize(size);
   while (have < size && !eof_) {
@@ -337,7 +337,7 @@ bool RecordBlockReader::fill(std::size_t size) {
   return have > 0;
 }
 
-bool RecordBlockReader::next(std::string& block, std::size_t size) {
+bool LabelBlockReader::next(std::string& block, std::size_t size) {
   size = std::max<std::size_t>(size, 16);
   std::size_t want = std::max(size, carry_.size());
   for (;;) {

@@ -91,12 +91,12 @@ class RecordScanner {
 // records goes with the block. A block runs from a label line to the byte before a
 // later label line (the file's first block from the file's start, its last to the
 // file's end), so a line end never straddles two blocks.
-class RecordBlockReader {
+class LabelBlockReader {
  public:
-  explicit RecordBlockReader(const std::string& proFile);
-  ~RecordBlockReader();
-  RecordBlockReader(const RecordBlockReader&) = delete;
-  RecordBlockReader& operator=(const RecordBlockReader&) = delete;
+  explicit LabelBlockReader(const std::string& proFile);
+  ~LabelBlockReader();
+  LabelBlockReader(const LabelBlockReader&) = delete;
+  LabelBlockReader& operator=(const LabelBlockReader&) = delete;
 
   // Replaces `block` with the next records, about `size` bytes of them (more when one
   // record is larger); false at the end of the file. The first block holds at least

@@ -78,7 +78,7 @@ TEST(RecordScanner, RecordsLargerThanTheBufferAndLinesAcrossItsEdges) {
 std::pair<std::vector<std::string>, int64_t> ByBlocks(const std::string& bytes, std::size_t size) {
   TempDir dir;
   WriteFile(dir.file("r.PRO"), bytes);
-  RecordBlockReader reader(dir.file("r.PRO"));
+  LabelBlockReader reader(dir.file("r.PRO"));
   std::vector<std::string> out;
   int64_t lines = 0, blockBytes = 0;
   std::string block;
@@ -98,7 +98,7 @@ std::pair<std::vector<std::string>, int64_t> ByBlocks(const std::string& bytes, 
   return {out, lines};
 }
 
-TEST(RecordBlockReader, BlocksOfEverySizeGiveTheScannersRecordsAndLines) {
+TEST(LabelBlockReader, BlocksOfEverySizeGiveTheScannersRecordsAndLines) {
   std::string big;
   for (int r = 1; r <= 40; ++r) big += CrLf({"Record - " + std::to_string(r), "", std::string(r * 7, 'y'), "text Record - x"});
   const std::string cases[] = {
