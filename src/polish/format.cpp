@@ -81,33 +81,32 @@ char cleanByte(char ch) {
   return static_cast<char>(c < 32 ? 0 : c);
 }
 
-// Lines shorter than a vector, a byte at a time.
-void cleanAndScanShort(char* p, std::size_t n, LineFacts& facts) {
+// Lines shorter than a vector, a byte at a time, from `src` to `p`.
+void cleanAndScanShort(const char* src, char* p, std::size_t n, LineFacts& facts) {
   facts.delimiters = 0;
-  for (std::size_t i = 0; i < n; ++i) p[i] = cleanByte(p[i]);
+  for (std::size_t i = 0; i < n; ++i) p[i] = cleanByte(src[i]);
   for (std::size_t i = 0; i < n; ++i) {
     facts.delimiters |= delimiterBit(p[i]);
     if (i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.mark(i, 1);
   }
 }
 
-// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
-// byte 0), and the facts of the cleaned line, in one pass.
+// The line as read, put at `p` with LowAscii and RemCtrl done with character 0 (high
+// bits cleared, control characters to byte 0), and the facts of the cleaned line, in
+// one pass over the bytes read.
 #if defined(__SSE2__)
 // Sixteen bytes at a time. The line's tail is taken as its last sixteen bytes, which
-// overlap bytes seen already: cleaning twice changes nothing, and a pair of blanks
-// marked twice is one pair.
+// overlap bytes seen already: a pair of blanks marked twice is one pair.
 __m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 
-void cleanAndScan(std::string& line, LineFacts& facts) {
-  char* p = line.data();
-  const std::size_t n = line.size();
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
+  const std::size_t n = raw.size();
+  const char* src = raw.data();
   facts.reset(n);
-  if (n < 16) return cleanAndScanShort(p, n, facts);
+  if (n < 16) return cleanAndScanShort(src, p, n, facts);
   const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
   const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
-  // The tail is read before any block is written back.
-  const __m128i tail = load16(p + n - 16);
+  const __m128i tail = load16(src + n - 16);
   unsigned delimiters = 0;
   unsigned lastBlank = 0;  // the previous block ended in a blank
   const auto block = [&](__m128i v, std::size_t at) {
@@ -126,52 +125,66 @@ void cleanAndScan(std::string& line, LineFacts& facts) {
     lastBlank = blanks >> 15;
   };
   std::size_t i = 0;
-  for (; i + 16 < n; i += 16) block(load16(p + i), i);
+  for (; i + 16 < n; i += 16) block(load16(src + i), i);
   if (n - 16 != i) lastBlank = 0;  // the tail overlaps the last block: no edge to cross
   block(tail, n - 16);
   facts.delimiters = delimiters;
 }
 #else
-void cleanAndScan(std::string& line, LineFacts& facts) {
-  facts.reset(line.size());
-  cleanAndScanShort(line.data(), line.size(), facts);
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
+  facts.reset(raw.size());
+  cleanAndScanShort(raw.data(), p, raw.size(), facts);
 }
 #endif
 
-// The line with its blanks folded, put at the end of `dest`: runs of blanks halved
-// four times over (replacing two blanks by one, four times), and the two blanks typed
-// after a full stop or a colon made one. Each halving turns a run of k blanks into
-// ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16 become one, longer runs
-// keep a few. `facts` marks where the runs begin; the text between them is copied in
-// pieces.
-void appendFolded(std::string& dest, std::string_view line, const LineFacts& facts) {
+// The line as read put at the end of `dest`, cleaned, with its blanks folded: runs of
+// blanks halved four times over (replacing two blanks by one, four times), and the two
+// blanks typed after a full stop or a colon made one. Each halving turns a run of k
+// blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16 become one,
+// longer runs keep a few. `facts` gets the delimiters of the line.
+//
+// A run of blanks that opens the line (an indented continuation) is folded before the
+// rest is cleaned, straight from the bytes read; the rest is cleaned in place at the
+// end of `dest`, and what runs it holds are folded there, the text between them moved
+// down in pieces.
+void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts) {
+  const std::size_t lineStart = dest.size();
+  std::size_t lead = 0;
+  while (lead < raw.size() && (raw[lead] & 0x7f) == ' ') ++lead;  // a blank once cleaned
+  if (lead < 2) lead = 0;
+  std::size_t longest = lead;
+  if (lead > 0) dest.append((lead + 15) / 16, ' ');
+  raw.remove_prefix(lead);
+  const std::size_t from = dest.size();
+  dest.resize(from + raw.size());
+  char* p = dest.data() + from;
+  cleanAndScan(raw, p, facts);
   std::size_t i = facts.pairFrom(0);
-  if (i == std::string::npos) {
-    dest += line;
-    return;
-  }
-  const std::size_t start = dest.size();
-  const char* p = line.data();
-  const std::size_t n = line.size();
-  dest.append(p, i);
-  std::size_t longest = 0;
-  for (;;) {
-    std::size_t end = i;
-    while (end < n && p[end] == ' ') ++end;
-    longest = std::max(longest, end - i);
-    dest.append((end - i + 15) / 16, ' ');
-    std::size_t next = facts.pairFrom(end);
-    if (next == std::string::npos) next = n;
-    dest.append(p + end, next - end);
-    if (next == n) break;
-    i = next;
+  if (i != std::string::npos) {
+    const std::size_t n = raw.size();
+    std::size_t to = i;  // never past i: the text only moves down
+    for (;;) {
+      std::size_t end = i;
+      while (end < n && p[end] == ' ') ++end;
+      longest = std::max(longest, end - i);
+      const std::size_t kept = (end - i + 15) / 16;
+      std::memset(p + to, ' ', kept);
+      to += kept;
+      std::size_t next = facts.pairFrom(end);
+      if (next == std::string::npos) next = n;
+      std::memmove(p + to, p + end, next - end);
+      to += next - end;
+      if (next == n) break;
+      i = next;
+    }
+    dest.resize(from + to);
   }
   // Only a run of more than 16 leaves two blanks in a row.
   if (longest <= 16) return;
-  std::string folded = dest.substr(start);
+  std::string folded = dest.substr(lineStart);
   if (folded.find(".  ") != std::string::npos) ReplaceAll(folded, ".  ", ". ");
   if (folded.find(":  ") != std::string::npos) ReplaceAll(folded, ":  ", ": ");
-  dest.resize(start);
+  dest.resize(lineStart);
   dest += folded;
 }
 
@@ -184,8 +197,9 @@ void appendFolded(std::string& dest, std::string_view line, const LineFacts& fac
 // turn, applied to the whole text from left to right, gives what one left-to-right
 // pass gives, as no replacement makes a text that a later rule looks for: so each
 // paragraph is rewritten in one pass, or two for a descriptor field with a "^".
-// `delimiters` tells which the paragraph holds (LineFacts' bits).
-void flush(std::string& paragraph, unsigned delimiters, std::string& work, TextOut& out) {
+// `delimiters` tells which the paragraph holds (LineFacts' bits), and `barsFrom` where
+// the first of its lines that holds a "|" begins.
+void flush(std::string& paragraph, unsigned delimiters, std::size_t barsFrom, std::string& work, TextOut& out) {
   const bool descriptors = paragraph.starts_with("DE- ");
   if (!delimiters && !descriptors) {
     out.line(paragraph);
@@ -196,7 +210,7 @@ void flush(std::string& paragraph, unsigned delimiters, std::string& work, TextO
   if (!descriptors) {
     // One character for one: the same as replacing every "|" by the text of code 0.
     if ((delimiters & LineFacts::kBar) != 0)
-      for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
+      for (std::size_t at = paragraph.find('|', barsFrom); at != std::string::npos; at = paragraph.find('|', at + 1))
         paragraph[at] = '\0';
     if ((delimiters & LineFacts::kCaret) == 0) {
       out.line(paragraph);
@@ -294,11 +308,11 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
     int32_t lTagLines = 0;
     int32_t labels = 0;
     std::string sParagraph;
-    std::string work;    // the paragraph as written
-    std::string folded;  // a line folded before it is looked at
+    std::string work;  // the paragraph as written
+    std::string next;  // a line that opens a paragraph, while the last one is written
     LineFacts facts;
     unsigned delimiters = 0;  // those sParagraph holds: "|", "^" or "_"
-    std::string& line = state.gsLine;
+    std::size_t barsFrom = 0;  // where its first line with a "|" begins
     for (int32_t i = 1; i <= io.lineCount; ++i) {
       if (i == 40 && labels < 1) {
         result.message = NotRecordFileMessage();
@@ -308,37 +322,38 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
         result.message = Message{std::string(kFormatErrorTitle), std::string(kNotTaggedText)};
         return JobOutcome::Refused;
       }
-      if (!io.in.readLine(line)) break;
+      std::string_view raw;
+      if (!io.in.readLine(raw)) break;
       result.lines = i;
-      cleanAndScan(line, facts);
-      // The line's class is read from its first nine characters once folded. Where
-      // folding leaves them as they are (no two blanks among them), or makes the
-      // first a blank (the line begins with two), the line is read as it stands and
-      // folded straight into the paragraph; else it is folded first.
-      const std::size_t firstPair = facts.pairFrom(0);
-      const bool foldLater = firstPair == 0 || firstPair >= 9;
-      if (!foldLater) {
-        folded.clear();
-        appendFolded(folded, line, facts);
-        line.swap(folded);
-      }
+      // The line goes onto the paragraph as it will stand there, and its class is read
+      // from it there; a line that ends the paragraph before it is then taken off.
+      const std::size_t lineStart = sParagraph.size();
+      appendCleanFolded(sParagraph, raw, facts);
+      const std::string_view line = std::string_view(sParagraph).substr(lineStart);
+      const bool empty = line.empty();
+      bool ends = false;
       if (isTagged(line)) {
-        Add32(lTagLines, 1);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
+        Count32(lTagLines, 1);
+        ends = true;
       } else if (!line.empty() && line[0] == 'R' && line.starts_with("Record - ")) {
-        Add32(labels, 1);
+        Count32(labels, 1);
         job.progress.recordDone(labels);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
-      } else if (line.empty()) {
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, work, io.out);
-        io.out.blank();
+        ends = true;
+      } else if (empty) {
+        ends = true;
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
-      if (sParagraph.empty()) delimiters = 0;
-      if (foldLater)
-        appendFolded(sParagraph, line, facts);
-      else
-        sParagraph += line;
+      if (ends && lineStart > 0) {
+        next.assign(line);
+        sParagraph.resize(lineStart);
+        flush(sParagraph, delimiters, barsFrom, work, io.out);
+        sParagraph.swap(next);
+      }
+      if (empty) io.out.blank();
+      const bool opens = lineStart == 0 || ends;  // the line begins the paragraph
+      if (opens) delimiters = 0;
+      if ((facts.delimiters & LineFacts::kBar) != 0 && (delimiters & LineFacts::kBar) == 0)
+        barsFrom = opens ? 0 : lineStart;
       delimiters |= facts.delimiters;
       if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
     }

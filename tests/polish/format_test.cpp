@@ -126,6 +126,67 @@ TEST(RemoveLineBreaks, RunsAndDelimitersAnywhereInLinesOfEveryLength) {
   EXPECT_EQ(run.result.records, 2);
 }
 
+// The cleaning of LowAscii and RemCtrl with character 0.
+std::string Cleaned(std::string text) {
+  for (char& ch : text) {
+    const auto c = static_cast<unsigned char>(ch & 0x7f);
+    ch = static_cast<char>(c < 32 ? 0 : c);
+  }
+  return text;
+}
+
+TEST(RemoveLineBreaks, AContinuationsIndentationIsCleanedThenFolded) {
+  // The blanks that open a line are folded from the bytes as read: a byte that
+  // cleans to a blank is one, a control character is not, and a long opening run
+  // folds with the rest of the line (its stop and colon blanks too).
+  const std::string hb("\xA0");  // a blank once its high bit goes
+  const std::vector<std::string> continuations{
+      "x",
+      " x",
+      "  x",
+      hb + hb + "x",
+      " " + hb + " x|y",
+      "\t  x",
+      "  \tx",
+      std::string(16, ' ') + "x",
+      std::string(17, ' ') + "x",
+      std::string(15, ' ') + hb + hb + "x",
+      std::string(33, ' ') + "x",
+      std::string(17, ' ') + "end.  Next:  one" + std::string(20, ' ') + "two",
+      std::string(3, ' ') + "end." + std::string(18, ' ') + "Next",
+      std::string(2, ' '),
+      std::string(20, ' '),
+      std::string(6, ' ') + "a" + std::string(40, ' '),
+  };
+  std::vector<std::string> in{"Record - 1", ""}, out{"Record - 1", ""};
+  for (const std::string& c : continuations) {
+    in.insert(in.end(), {"TI- t", c});
+    out.push_back(Folded(Cleaned("TI- t" + c)));
+    for (char& ch : out.back()) ch = ch == '|' ? '\0' : ch;
+  }
+  in.push_back("");
+  out.push_back("");
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, in);
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf(out));
+}
+
+TEST(RemoveLineBreaks, BarsOnAnyLineOfAParagraphAfterOneWithBarsFarOn) {
+  // Where a paragraph's first "|" stands, on its opening line or a later one, after a
+  // paragraph whose first "|" stood further on than the whole of the next.
+  const std::string far(120, 'w');
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, {"Record - 1|", "", "AB- " + far, "      " + far + "|", "TI- a", "      b",
+                                       "      c|d", "      e|", "AU- x|y", "   z|", "DE- p", "   q|r|",
+                                       "SO- s", "   t^u|", "Record - 2", "", "TI- n|", ""});
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf({"Record - 1" + kNul, "", "AB- " + far + " " + far + kNul, "TI- a b c" + kNul + "d e" + kNul,
+                           "AU- x" + kNul + "y z" + kNul, "DE- p q / r ", "SO- s t, u" + kNul, "Record - 2", "",
+                           "TI- n" + kNul, ""}));
+  EXPECT_EQ(run.result.records, 2);
+}
+
 TEST(RemoveLineBreaks, ALabelOrTagMissingFromTheFirst39LinesIsRefusedAtLine40) {
   std::vector<std::string> labelsOnly;
   for (int i = 1; i <= 20; ++i) labelsOnly.insert(labelsOnly.end(), {"Record - " + std::to_string(i), ""});
