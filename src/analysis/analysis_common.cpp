@@ -38,7 +38,8 @@ void forEachMatch(std::string_view line, const Term& term, const DelimiterSet& d
                   OnMatch&& onMatch) {
   const std::string_view trimmed = TrimBlanks(line);
   if (exactLimits && trimmed.size() > static_cast<std::size_t>(std::numeric_limits<int16_t>::max()))
-    ThrowOverflow();
+    ThrowOverflow(LimitReason("the length of a line searched for a term", std::numeric_limits<int16_t>::max()) +
+                  " This one has " + std::to_string(trimmed.size()) + " characters.");
   const std::string_view t = term.text;
   for (char c : t)
     if (delims.has(c)) return;
@@ -97,16 +98,20 @@ bool LineHolds(std::string_view text, std::string_view part) {
   return false;
 }
 
-void ThrowOverflow() { throw ZvError(err::kOverflow, ErrorText(err::kOverflow)); }
-
-int16_t Narrow16(int64_t value) {
-  if (value > std::numeric_limits<int16_t>::max() || value < std::numeric_limits<int16_t>::min()) ThrowOverflow();
+int16_t Narrow16(int64_t value, std::string_view what, LimitAt where) {
+  constexpr int64_t kMax = std::numeric_limits<int16_t>::max();
+  constexpr int64_t kMin = std::numeric_limits<int16_t>::min();
+  if (value > kMax) ThrowOverflow(LimitReason(what, kMax, where) + " It came to " + std::to_string(value) + ".");
+  if (value < kMin)
+    ThrowOverflow("Limit reached: " + std::string(what) + " can be no less than " + std::to_string(kMin) +
+                  "; it came to " + std::to_string(value) + ".");
   return static_cast<int16_t>(value);
 }
 
 int32_t RecordLines(int64_t startLine, int64_t endLine, bool large) {
   const int64_t n = endLine - startLine + 1;
-  return large ? static_cast<int32_t>(n) : Narrow16(n);
+  if (large) return static_cast<int32_t>(n);
+  return Narrow16(n, "the lines of a record", {"the record starting at line", startLine});
 }
 
 std::string ReportDateLine(std::optional<std::time_t> when) {

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/error.h"
 #include "core/job.h"
 #include "core/text_out.h"
 
@@ -75,10 +76,9 @@ inline void LowerInPlace(char* text, std::size_t n) {
 // a line is split into words at all.
 bool LineHolds(std::string_view text, std::string_view part);
 
-// The overflow error of a 16-bit counter or of a number narrowed to 16 bits.
-[[noreturn]] void ThrowOverflow();
-// `value` as a 16-bit number, or the overflow error.
-int16_t Narrow16(int64_t value);
+// `value` as a 16-bit number, or the overflow error with a reason line naming `what`
+// and, when given, the record or line the job had reached.
+int16_t Narrow16(int64_t value, std::string_view what, LimitAt where = {});
 
 // The line count of a record, endLine - startLine + 1, held in 16 bits unless `large`.
 int32_t RecordLines(int64_t startLine, int64_t endLine, bool large);

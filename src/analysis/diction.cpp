@@ -153,9 +153,11 @@ class WordTable {
     if (at != 0) {
       int32_t& n = words_[static_cast<std::size_t>(at)].count;
       if (large_) {
-        Add32(n, 1);
+        Add32(n, 1, "the count of a word");
       } else {
-        if (n == std::numeric_limits<int16_t>::max()) ThrowOverflow();
+        if (n == std::numeric_limits<int16_t>::max())
+          ThrowOverflow(LimitReason("the count of a word", std::numeric_limits<int16_t>::max()) + " \"" +
+                        words_[static_cast<std::size_t>(at)].word + "\" passed it.");
         ++n;
       }
       return false;
@@ -218,7 +220,8 @@ void forEachLineWord(std::string& line, const DelimiterSet& delims, std::string&
 JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& params, const std::string& gsDicFile,
                           WordCounter& counter) {
   counter.dropIndex();
-  if (counter.unique() > std::numeric_limits<int32_t>::max()) ThrowOverflow();
+  if (counter.unique() > std::numeric_limits<int32_t>::max())
+    ThrowOverflow(LimitReason("the distinct words of a list", std::numeric_limits<int32_t>::max()));
   const auto unique = static_cast<int32_t>(counter.unique());
   const std::vector<WordCounter::Element> list = counter.ordered();
   job.outputs.add(gsDicFile);
@@ -297,7 +300,7 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
     const int32_t glLineCount = job.state.glLineCount;
     job.start(result, "Generating Diction List", size, glLineCount);
     // The line counter is 16-bit: the loop cannot begin on a longer file.
-    if (!large) Narrow16(glLineCount);
+    if (!large) Narrow16(glLineCount, "the lines Diction reads (glLineCount)");
 
     const DelimiterSet delims(kDicDelims);
     if (large) {

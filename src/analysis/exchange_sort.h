@@ -32,7 +32,9 @@ void GapExchangeSort(std::vector<T>& a, int32_t count, OutOfOrder&& outOfOrder, 
         T& right = a[static_cast<std::size_t>(i + gap)];
         if (!outOfOrder(left, right)) continue;
         std::swap(left, right);
-        if (last16 && i > std::numeric_limits<int16_t>::max()) ThrowOverflow();
+        if (last16 && i > std::numeric_limits<int16_t>::max())
+          ThrowOverflow(LimitReason("the place of the last exchange (last)", std::numeric_limits<int16_t>::max()) +
+                        " An exchange came at " + std::to_string(i) + ".");
         last = i;
       }
       limit = last;

@@ -175,7 +175,7 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
       terms[i] = PrepareTerm(params.terms[i]);
       if (params.weights[i].empty()) continue;
       const int32_t w = ToLong(params.weights[i]);
-      giRankWt[i] = large ? w : Narrow16(w);
+      giRankWt[i] = large ? w : Narrow16(w, "a term's weight (giRankWt)");
     }
 
     IndexReader ndx(job.state.gsIndexFile);
@@ -220,7 +220,9 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
         int64_t sum = 0;
         for (std::size_t i = 0; i < kRankSlots; ++i)
           if (giRankWt[i] != 0) sum += finders[i].count(block.bytes) * giRankWt[i];
-        if (sum > INT32_MAX) ThrowOverflow();
+        if (sum > INT32_MAX)
+          ThrowOverflow(LimitReason("a record's weight (gRankRec.total)", INT32_MAX, {"record", k}) + " It came to " +
+                        std::to_string(sum) + ".");
         total = static_cast<int32_t>(sum);
         std::optional<RankWrite> w;
         if (RecordStart(k, rec) == rec.startByte || blocks->read(RecordStart(k, rec), lines, block))
@@ -248,8 +250,9 @@ JobResult Rank(JobState& state, JobProgress& progress, const RankParams& params)
           if (t.empty() || !LineHolds(line, t.text)) continue;
           const int32_t matches = CountMatches(line, t, delims, !large);
           if (matches == 0) continue;
-          Add32(total, static_cast<int64_t>(matches) * giRankWt[i]);
-          if (!large) Narrow16(total);
+          Add32(total, static_cast<int64_t>(matches) * giRankWt[i], "a record's weight (gRankRec.total)",
+                {"record", k});
+          if (!large) Narrow16(total, "a record's weight (gRankRec.total)", {"record", k});
         }
       }
       if (job.recordDone(k)) return JobOutcome::Interrupted;

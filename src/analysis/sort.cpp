@@ -112,7 +112,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
     AnalysisProgress& panels = PanelsOf(job.progress);
     const bool large = params.large;
     const std::string& gsTag = params.gsTag;
-    if (!large) Narrow16(static_cast<int64_t>(gsTag.size()));
+    if (!large) Narrow16(static_cast<int64_t>(gsTag.size()), "the length of the field tag (gsTag)");
 
     IndexReader ndx(job.state.gsIndexFile);
     const int32_t glRecCount = ndx.count();
@@ -182,7 +182,7 @@ JobResult SortRecords(JobState& state, JobProgress& progress, const SortParams& 
       StableSortFrom1(gSortRec, glRecCount, less);
     } else {
       // The record count is a 16-bit number from here on.
-      GapExchangeSort(gSortRec, Narrow16(glRecCount), greater);
+      GapExchangeSort(gSortRec, Narrow16(glRecCount, "the records Sort orders (glRecCount)"), greater);
     }
 
     // From here on the job cannot be interrupted, and an error leaves what it wrote.

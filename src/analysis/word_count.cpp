@@ -212,7 +212,7 @@ void WordCounter::countHashed(const char* word, std::size_t len, uint64_t w0, ui
     e.flags |= kSeen;
     ++unique_;
   }
-  if (++e.shortCount > kMaxCount) ThrowOverflow();
+  if (++e.shortCount > kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
   // Only a word met a few times takes a place there, so that the many words met once
   // do not push the common ones out.
   if (len <= 16 && e.shortCount >= kRecentAfter) {
@@ -273,7 +273,7 @@ void WordCounter::countText(char* text, std::size_t n) {
       const Recent& r = recent_[recentPlace(w0, w1, len)];
       // Counts commute, and a word here has been seen: it may go before the batch.
       if (r.w0 == w0 && r.w1 == w1 && r.len == len) {
-        if (++entries_[r.entry].shortCount > kMaxCount) ThrowOverflow();
+        if (++entries_[r.entry].shortCount > kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
         return;
       }
     }
@@ -354,7 +354,8 @@ std::vector<WordCounter::Element> WordCounter::ordered() const {
     if (e.shortCount > 0) {
       // A long word seen first made the element that the short ones then counted on.
       const uint64_t count = uint64_t{e.shortCount} + ((e.flags & kFirstLong) ? 1 : 0);
-      if (count > static_cast<uint64_t>(std::numeric_limits<int32_t>::max())) ThrowOverflow();
+      if (count > static_cast<uint64_t>(std::numeric_limits<int32_t>::max()))
+        ThrowOverflow(LimitReason("the count of a word", std::numeric_limits<int32_t>::max()));
       Element first = base;
       first.count = static_cast<uint32_t>(count);
       list.push_back(first);

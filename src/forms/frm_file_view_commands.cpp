@@ -3,10 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMenu>
-#include <QMenuBar>
 #include <QToolButton>
 
 #include "core/error.h"
@@ -17,21 +14,12 @@
 #include "forms/frm_options_fonts.h"
 #include "forms/frm_sift.h"
 #include "forms/messages.h"
+#include "forms/picture_toolbar.h"
 #include "forms/viewer_pictures.h"
 
 namespace zv::forms {
 
 namespace {
-
-// QBColor 3 and 5: a button's caption at rest and under the pointer, as in the sifter.
-const QColor kCaptionAtRest(0, 128, 128);
-const QColor kCaptionHovered(128, 0, 128);
-
-void setCaptionColour(QWidget* w, const QColor& colour) {
-  QPalette p = w->palette();
-  p.setColor(QPalette::ButtonText, colour);
-  w->setPalette(p);
-}
 
 constexpr int64_t kMaxCopyBytes = int64_t{64} << 20;
 
@@ -43,62 +31,27 @@ MsgIcon iconOf(const Message& m) {
 }  // namespace
 
 void FrmFileView::buildMenus() {
-  QMenu* open = nullptr;
-  for (const ViewerMenuRow& row : ViewerMenuRows()) {
-    const QString name = QLatin1String(row.name);
-    if (row.level == 0) {
-      open = menuBar()->addMenu(QLatin1String(row.caption));
-      open->setObjectName(name);
-      open->menuAction()->setObjectName(name);
-      continue;
-    }
-    QAction* action =
-        row.action == ViewerAction::Separator ? open->addSeparator() : open->addAction(QLatin1String(row.caption));
-    action->setObjectName(name);
-    if (row.action == ViewerAction::Separator) continue;
-    const ViewerAction what = row.action;
-    connect(action, &QAction::triggered, this, [this, what] { doAction(what); });
-  }
+  BuildMenuTree(
+      menuBar(), ViewerMenuRows(), [](const ViewerMenuRow&, QMenu*) {},
+      [this](const ViewerMenuRow& row, QAction* action) {
+        const ViewerAction what = row.action;
+        connect(action, &QAction::triggered, this, [this, what] { doAction(what); });
+      });
 }
 
+// The viewer's captions keep their colour in the disabled group too (while Split is open).
 QWidget* FrmFileView::buildToolbar() {
-  auto* strip = new QFrame(central_);
-  strip->setObjectName(QStringLiteral("pnlToolbar"));
-  strip->setFrameStyle(QFrame::Panel | QFrame::Raised);
-  auto* row = new QHBoxLayout(strip);
-  row->setContentsMargins(3, 3, 3, 3);
-  row->setSpacing(1);
-  int i = 0;
-  for (const ViewerButton& b : ViewerButtons()) {
-    auto* button = new QToolButton(strip);
-    button->setObjectName(QStringLiteral("cmdTB_%1").arg(i));
-    button->setText(QLatin1String(b.caption));
-    button->setToolTip(QLatin1String(b.hint));
-    button->setIcon(QIcon(ViewerPicture(i, false)));
-    button->setIconSize(QSize(kViewerPictureSize, kViewerPictureSize));
-    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::NoFocus);
-    button->setMinimumWidth(54);
-    button->setProperty("pictureIndex", i);
-    QFont f = button->font();
-    f.setBold(true);
-    button->setFont(f);
-    setCaptionColour(button, kCaptionAtRest);
-    button->installEventFilter(this);
-    const ViewerAction what = b.action;
-    connect(button, &QToolButton::clicked, this, [this, what] { doAction(what); });
-    row->addWidget(button);
-    cmdTB_[static_cast<std::size_t>(i++)] = button;
-  }
-  row->addStretch();
-  return strip;
+  return BuildPictureToolbar(central_, ViewerButtons(), &ViewerPicture, kViewerPictureSize, true,
+                             [this](int i, const ViewerButton& b, QToolButton* button) {
+                               button->installEventFilter(this);
+                               const ViewerAction what = b.action;
+                               connect(button, &QToolButton::clicked, this, [this, what] { doAction(what); });
+                               cmdTB_[static_cast<std::size_t>(i)] = button;
+                             });
 }
 
 void FrmFileView::buttonHover(QToolButton* button, bool entering) {
-  const int index = button->property("pictureIndex").toInt();
-  button->setIcon(QIcon(ViewerPicture(index, entering)));
-  setCaptionColour(button, entering ? kCaptionHovered : kCaptionAtRest);
+  HoverPictureButton(button, &ViewerPicture, entering, true);
   if (entering) display_->setFocus();
 }
 

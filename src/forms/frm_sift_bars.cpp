@@ -1,97 +1,43 @@
 // frmSift's menu tree, its toolbar with the pictures' two states, and its window keys.
 #include <QApplication>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QToolButton>
 
 #include "forms/frm_sift.h"
+#include "forms/picture_toolbar.h"
 #include "forms/sift_pictures.h"
 
 namespace zv::forms {
 
-namespace {
-
-// QBColor 3 and 5: a button's caption at rest and under the pointer.
-const QColor kCaptionAtRest(0, 128, 128);
-const QColor kCaptionHovered(128, 0, 128);
-
-void setCaptionColour(QWidget* w, const QColor& colour) {
-  // Not the disabled group: a disabled button keeps its greyed caption.
-  QPalette p = w->palette();
-  p.setColor(QPalette::Active, QPalette::ButtonText, colour);
-  p.setColor(QPalette::Inactive, QPalette::ButtonText, colour);
-  w->setPalette(p);
-}
-
-}  // namespace
-
 void FrmSift::buildMenus() {
-  QMenu* open = nullptr;
-  for (const SiftMenuRow& row : SiftMenuRows()) {
-    const QString name = QLatin1String(row.name);
-    if (row.level == 0) {
-      open = menuBar()->addMenu(QLatin1String(row.caption));
-      open->setObjectName(name);
-      open->menuAction()->setObjectName(name);
-      open->setProperty("helpContext", row.helpContext);
-      continue;
-    }
-    QAction* action =
-        row.action == SiftAction::Separator ? open->addSeparator() : open->addAction(QLatin1String(row.caption));
-    action->setObjectName(name);
-    if (row.action == SiftAction::Separator) continue;
-    if (row.shortcut != nullptr) action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
-    const SiftAction what = row.action;
-    connect(action, &QAction::triggered, this, [this, what] { doAction(what); });
-    if (what == SiftAction::KeepList) {
-      action->setCheckable(true);
-      mnuKeepList_ = action;
-    }
-  }
+  BuildMenuTree(
+      menuBar(), SiftMenuRows(),
+      [](const SiftMenuRow& row, QMenu* menu) { menu->setProperty("helpContext", row.helpContext); },
+      [this](const SiftMenuRow& row, QAction* action) {
+        if (row.shortcut != nullptr) action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+        const SiftAction what = row.action;
+        connect(action, &QAction::triggered, this, [this, what] { doAction(what); });
+        if (what == SiftAction::KeepList) {
+          action->setCheckable(true);
+          mnuKeepList_ = action;
+        }
+      });
 }
 
 QWidget* FrmSift::buildToolbar() {
-  auto* strip = new QFrame(central_);
-  strip->setObjectName(QStringLiteral("pnlToolbar"));
-  strip->setFrameStyle(QFrame::Panel | QFrame::Raised);
-  auto* row = new QHBoxLayout(strip);
-  row->setContentsMargins(3, 3, 3, 3);
-  row->setSpacing(1);
-  int i = 0;
-  for (const SiftButton& b : SiftButtons()) {
-    auto* button = new QToolButton(strip);
-    button->setObjectName(QStringLiteral("cmdTB_%1").arg(i));
-    button->setText(QLatin1String(b.caption));
-    button->setToolTip(QLatin1String(b.hint));
-    button->setIcon(QIcon(SiftPicture(i, false)));
-    button->setIconSize(QSize(kSiftPictureSize, kSiftPictureSize));
-    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::NoFocus);
-    button->setMinimumWidth(54);
-    button->setProperty("pictureIndex", i);
-    QFont f = button->font();
-    f.setBold(true);
-    button->setFont(f);
-    setCaptionColour(button, kCaptionAtRest);
-    const SiftAction what = b.action;
-    connect(button, &QToolButton::clicked, this, [this, what] { doAction(what); });
-    row->addWidget(button);
-    cmdTB_[static_cast<std::size_t>(i++)] = button;
-  }
-  row->addStretch();
-  return strip;
+  return BuildPictureToolbar(central_, SiftButtons(), &SiftPicture, kSiftPictureSize, false,
+                             [this](int i, const SiftButton& b, QToolButton* button) {
+                               const SiftAction what = b.action;
+                               connect(button, &QToolButton::clicked, this, [this, what] { doAction(what); });
+                               cmdTB_[static_cast<std::size_t>(i)] = button;
+                             });
 }
 
 void FrmSift::buttonHover(QToolButton* button, bool entering) {
-  const int index = button->property("pictureIndex").toInt();
-  button->setIcon(QIcon(SiftPicture(index, entering)));
-  setCaptionColour(button, entering ? kCaptionHovered : kCaptionAtRest);
+  HoverPictureButton(button, &SiftPicture, entering, false);
   if (entering) txtRecord_->setFocus();
 }
 

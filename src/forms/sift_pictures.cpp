@@ -3,25 +3,13 @@
 // pressed one pixel in.
 #include "forms/sift_pictures.h"
 
-#include <QPainter>
 #include <QPainterPath>
+
+#include "forms/toolbar_pictures.h"
 
 namespace zv::forms {
 
 namespace {
-
-const QColor kInkUp(31, 58, 95);
-const QColor kInkDown(128, 0, 128);
-const QColor kPaper(255, 255, 255);
-
-void triangle(QPainter& p, QPointF a, QPointF b, QPointF c) {
-  QPainterPath path;
-  path.moveTo(a);
-  path.lineTo(b);
-  path.lineTo(c);
-  path.closeSubpath();
-  p.fillPath(path, p.pen().color());
-}
 
 // A sheet with a folded corner, at the left of the picture.
 void page(QPainter& p) {
@@ -32,7 +20,7 @@ void page(QPainter& p) {
   sheet.lineTo(18, 22);
   sheet.lineTo(4, 22);
   sheet.closeSubpath();
-  p.fillPath(sheet, kPaper);
+  p.fillPath(sheet, kPicturePaper);
   p.drawPath(sheet);
   for (int y = 10; y <= 18; y += 4) p.drawLine(QPointF(7, y), QPointF(15, y));
 }
@@ -48,7 +36,7 @@ void check(QPainter& p, qreal dx, qreal dy) {
 
 void downArrowToTray(QPainter& p) {
   p.drawLine(QPointF(21, 8), QPointF(21, 17));
-  triangle(p, {17.5, 16}, {24.5, 16}, {21, 21});
+  FillTriangle(p, {17.5, 16}, {24.5, 16}, {21, 21});
   p.drawLine(QPointF(16, 23.5), QPointF(25, 23.5));
 }
 
@@ -64,23 +52,23 @@ void draw(QPainter& p, int index) {
       arc.moveTo(3, 20);
       arc.cubicTo(4, 4, 18, 2, 20, 12);
       p.drawPath(arc);
-      triangle(p, {16, 11}, {24, 11}, {20, 17});
+      FillTriangle(p, {16, 11}, {24, 11}, {20, 17});
       p.drawRect(QRectF(16, 18, 8, 6));
       break;
     }
     case 1:  // First: a bar and an arrow to it
       p.fillRect(QRectF(5, 6, 3, 14), p.pen().color());
-      triangle(p, {8, mid}, {20, 6}, {20, 20});
+      FillTriangle(p, {8, mid}, {20, 6}, {20, 20});
       break;
     case 2:  // Last
       p.fillRect(QRectF(18, 6, 3, 14), p.pen().color());
-      triangle(p, {18, mid}, {6, 6}, {6, 20});
+      FillTriangle(p, {18, mid}, {6, 6}, {6, 20});
       break;
     case 3:  // Prev
-      triangle(p, {6, mid}, {19, 5}, {19, 21});
+      FillTriangle(p, {6, mid}, {19, 5}, {19, 21});
       break;
     case 4:  // Next
-      triangle(p, {20, mid}, {7, 5}, {7, 21});
+      FillTriangle(p, {20, mid}, {7, 5}, {7, 21});
       break;
     case 5:  // Keep Exp: a page kept twice over, at once
       page(p);
@@ -109,14 +97,14 @@ void draw(QPainter& p, int index) {
     case 9:  // Order: one line of the list moves up or down
       listLines(p);
       p.drawLine(QPointF(20, 7), QPointF(20, 19));
-      triangle(p, {16, 9}, {24, 9}, {20, 3});
-      triangle(p, {16, 17}, {24, 17}, {20, 23});
+      FillTriangle(p, {16, 9}, {24, 9}, {20, 3});
+      FillTriangle(p, {16, 17}, {24, 17}, {20, 23});
       break;
     case 10:  // Ord Tog: forth and back
       p.drawLine(QPointF(4, 9), QPointF(18, 9));
-      triangle(p, {17, 5}, {17, 13}, {23, 9});
+      FillTriangle(p, {17, 5}, {17, 13}, {23, 9});
       p.drawLine(QPointF(8, 18), QPointF(22, 18));
-      triangle(p, {9, 14}, {9, 22}, {3, 18});
+      FillTriangle(p, {9, 14}, {9, 22}, {3, 18});
       break;
     case 11:  // Wrt Ord
       listLines(p);
@@ -134,7 +122,7 @@ void draw(QPainter& p, int index) {
     case 13:  // Exit: out through a door
       p.drawRect(QRectF(4, 3, 10, 20));
       p.drawLine(QPointF(11, 13), QPointF(21, 13));
-      triangle(p, {19, 9}, {19, 17}, {24, 13});
+      FillTriangle(p, {19, 9}, {19, 17}, {24, 13});
       break;
     default:
       break;
@@ -144,18 +132,7 @@ void draw(QPainter& p, int index) {
 }  // namespace
 
 QPixmap SiftPicture(int index, bool down) {
-  QPixmap pixmap(kSiftPictureSize, kSiftPictureSize);
-  pixmap.fill(Qt::transparent);
-  QPainter p(&pixmap);
-  p.setRenderHint(QPainter::Antialiasing);
-  QPen pen(down ? kInkDown : kInkUp);
-  pen.setWidthF(1.6);
-  pen.setCapStyle(Qt::RoundCap);
-  pen.setJoinStyle(Qt::RoundJoin);
-  p.setPen(pen);
-  if (down) p.translate(1, 1);
-  draw(p, index);
-  return pixmap;
+  return DrawToolbarPicture(kSiftPictureSize, down, 1.6, [index](QPainter& p) { draw(p, index); });
 }
 
 }  // namespace zv::forms

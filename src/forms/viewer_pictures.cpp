@@ -2,31 +2,18 @@
 // when up, coloured and pressed one pixel in when down.
 #include "forms/viewer_pictures.h"
 
-#include <QPainter>
 #include <QPainterPath>
 
 #include "forms/sift_pictures.h"
+#include "forms/toolbar_pictures.h"
 
 namespace zv::forms {
 
 namespace {
 
-const QColor kInkUp(31, 58, 95);
-const QColor kInkDown(128, 0, 128);
-const QColor kPaper(255, 255, 255);
-
-void triangle(QPainter& p, QPointF a, QPointF b, QPointF c) {
-  QPainterPath path;
-  path.moveTo(a);
-  path.lineTo(b);
-  path.lineTo(c);
-  path.closeSubpath();
-  p.fillPath(path, p.pen().color());
-}
-
 // A sheet of text at (x, y), w by h.
 void sheet(QPainter& p, qreal x, qreal y, qreal w, qreal h) {
-  p.fillRect(QRectF(x, y, w, h), kPaper);
+  p.fillRect(QRectF(x, y, w, h), kPicturePaper);
   p.drawRect(QRectF(x, y, w, h));
   for (qreal ly = y + 4; ly < y + h - 2; ly += 3.5) p.drawLine(QPointF(x + 2.5, ly), QPointF(x + w - 2.5, ly));
 }
@@ -36,7 +23,7 @@ void lens(QPainter& p, qreal x, qreal y) {
   p.save();
   pen.setWidthF(2.2);
   p.setPen(pen);
-  p.setBrush(kPaper);
+  p.setBrush(kPicturePaper);
   p.drawEllipse(QRectF(x, y, 9, 9));
   p.drawLine(QPointF(x + 8, y + 8), QPointF(x + 12.5, y + 12.5));
   p.restore();
@@ -54,7 +41,7 @@ void draw(QPainter& p, int index) {
   switch (index) {
     case 0:  // Open: a sheet coming out of a folder
       sheet(p, 8, 2, 12, 14);
-      p.fillRect(QRectF(3, 12, 20, 11), kPaper);
+      p.fillRect(QRectF(3, 12, 20, 11), kPicturePaper);
       p.drawRect(QRectF(3, 12, 20, 11));
       p.drawLine(QPointF(3, 12), QPointF(8, 9));
       break;
@@ -85,28 +72,28 @@ void draw(QPainter& p, int index) {
     case 5:  // Repeat Search: the lens and a turning arrow
       lens(p, 10, 10);
       p.drawArc(QRectF(2, 2, 14, 14), 30 * 16, 250 * 16);
-      triangle(p, {13, 1}, {18, 6}, {12, 8});
+      FillTriangle(p, {13, 1}, {18, 6}, {12, 8});
       break;
     case 6:  // Record Stepper: labelled records, one after another
       for (int k = 0; k < 3; ++k) {
         p.drawLine(QPointF(4, 5 + 7 * k), QPointF(13, 5 + 7 * k));
         p.drawLine(QPointF(6, 8 + 7 * k), QPointF(13, 8 + 7 * k));
       }
-      triangle(p, {23, 13}, {16, 7}, {16, 19});
+      FillTriangle(p, {23, 13}, {16, 7}, {16, 19});
       break;
     case 7:  // Jump to Line: a number and an arrow to it
       bold(p, QRectF(1, 1, 14, 12), QStringLiteral("#"), 12);
       p.drawLine(QPointF(8, 14), QPointF(8, 21));
       p.drawLine(QPointF(8, 21), QPointF(17, 21));
-      triangle(p, {16, 17}, {16, 25}, {22, 21});
+      FillTriangle(p, {16, 17}, {16, 25}, {22, 21});
       break;
     case 8:  // Top: an arrow up to a bar
       p.fillRect(QRectF(5, 4, 16, 3), p.pen().color());
-      triangle(p, {13, 8}, {5, 20}, {21, 20});
+      FillTriangle(p, {13, 8}, {5, 20}, {21, 20});
       break;
     case 9:  // Bottom
       p.fillRect(QRectF(5, 19, 16, 3), p.pen().color());
-      triangle(p, {13, 18}, {5, 6}, {21, 6});
+      FillTriangle(p, {13, 18}, {5, 6}, {21, 6});
       break;
     case 10:  // Font
       bold(p, QRectF(0, 0, 16, 22), QStringLiteral("A"), 18);
@@ -123,18 +110,7 @@ QPixmap ViewerPicture(int index, bool down) {
   // Help and Exit are the sifter's own pictures.
   if (index == 11) return SiftPicture(12, down);
   if (index == 12) return SiftPicture(13, down);
-  QPixmap pixmap(kViewerPictureSize, kViewerPictureSize);
-  pixmap.fill(Qt::transparent);
-  QPainter p(&pixmap);
-  p.setRenderHint(QPainter::Antialiasing);
-  QPen pen(down ? kInkDown : kInkUp);
-  pen.setWidthF(1.4);
-  pen.setCapStyle(Qt::RoundCap);
-  pen.setJoinStyle(Qt::RoundJoin);
-  p.setPen(pen);
-  if (down) p.translate(1, 1);
-  draw(p, index);
-  return pixmap;
+  return DrawToolbarPicture(kViewerPictureSize, down, 1.4, [index](QPainter& p) { draw(p, index); });
 }
 
 }  // namespace zv::forms

@@ -108,6 +108,9 @@ TEST(AnalysisWords, ALineBeyondSixteenBitsOverflowsOnlyWithTheLimits) {
     ADD_FAILURE() << "no overflow";
   } catch (const ZvError& e) {
     EXPECT_EQ(e.number(), err::kOverflow);
+    EXPECT_EQ(e.reason(),
+              "Limit reached: the length of a line searched for a term can be at most 32767. This one has 40005 "
+              "characters.");
   }
   EXPECT_TRUE(FirstMatch(line, PrepareTerm("cost"), delims, false));
   // Blanks around the line are trimmed before the limit is measured.

@@ -143,12 +143,19 @@ TEST(Diction, SixteenBitAndTableLimitsFailUnlessLifted) {
   struct Case {
     const std::string* text;
     int32_t error;
-  } cases[] = {{&manyLines, err::kOverflow}, {&manyWords, 9}, {&oneWordOften, err::kOverflow}};
+    std::string reason;
+  } cases[] = {
+      {&manyLines, err::kOverflow,
+       "Limit reached: the lines Diction reads (glLineCount) can be at most 32767. It came to 32768."},
+      {&manyWords, 9, ""},
+      {&oneWordOften, err::kOverflow, "Limit reached: the count of a word can be at most 32767. \"w\" passed it."},
+  };
   for (const Case& c : cases) {
     TempDir dir;
     const DictionRun exact = RunOn(dir, *c.text);
     EXPECT_EQ(exact.result.outcome, JobOutcome::Failed);
     EXPECT_EQ(exact.result.error->number(), c.error);
+    EXPECT_EQ(exact.result.error->reason(), c.reason);
     EXPECT_EQ(exact.dic, "<none>");
     EXPECT_EQ(RunOn(dir, *c.text, "<none>", true).result.outcome, JobOutcome::Done);
   }

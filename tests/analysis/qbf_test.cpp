@@ -170,6 +170,9 @@ TEST(Qbf, ARecordOfOverSixteenBitsOfLinesFails) {
   const QueryRun run = RunOn(dir, file, Boxes({{t11, "cost"}}));
   EXPECT_EQ(run.result.outcome, JobOutcome::Failed);
   EXPECT_EQ(run.result.error->number(), err::kOverflow);
+  EXPECT_EQ(run.result.error->reason(),
+            "Limit reached: the lines of a record can be at most 32767; passed at the record starting at line 1. "
+            "It came to 32770.");
   EXPECT_EQ(run.qry, "<none>");
 }
 

@@ -168,14 +168,19 @@ TEST(Rank, SixteenBitLimitsFailTheJobWithNothingLeftUnlessLifted) {
   const RecordFileChoice file = WriteRecordFile(dir, {{"cost cost"}, {"x"}}, Indexer::Filter);
   struct Case {
     std::vector<std::pair<std::string, std::string>> terms;
+    std::string reason;
   } cases[] = {
-      {{{"cost", "32768"}}},            // a weight beyond 16 bits
-      {{{"cost", "20000"}}},            // a total beyond 16 bits
+      // a weight beyond 16 bits
+      {{{"cost", "32768"}}, "Limit reached: a term's weight (giRankWt) can be at most 32767. It came to 32768."},
+      // a total beyond 16 bits
+      {{{"cost", "20000"}},
+       "Limit reached: a record's weight (gRankRec.total) can be at most 32767; passed at record 1. It came to 40000."},
   };
   for (const Case& c : cases) {
     const RankRun exact = RunOn(file, c.terms);
     EXPECT_EQ(exact.result.outcome, JobOutcome::Failed);
     EXPECT_EQ(exact.result.error->number(), err::kOverflow);
+    EXPECT_EQ(exact.result.error->reason(), c.reason);
     EXPECT_EQ(exact.rnk, "<none>");
     EXPECT_EQ(exact.tbl, "<none>");
     EXPECT_EQ(RunOn(file, c.terms, true).result.outcome, JobOutcome::Done);
@@ -196,6 +201,8 @@ TEST(Rank, AnExchangeAboveSixteenBitsOfRecordsFails) {
   const RankRun exact = RunOn(file, {{"cost", "1"}});
   EXPECT_EQ(exact.result.outcome, JobOutcome::Failed);
   EXPECT_EQ(exact.result.error->number(), err::kOverflow);
+  EXPECT_EQ(exact.result.error->reason(),
+            "Limit reached: the place of the last exchange (last) can be at most 32767. An exchange came at 36000.");
   EXPECT_EQ(exact.rnk, "<none>");
   const RankRun large = RunOn(file, {{"cost", "1"}}, true);
   EXPECT_EQ(large.result.outcome, JobOutcome::Done);

@@ -123,6 +123,8 @@ TEST(Sort, OverSixteenBitsOfRecordsFailsUnlessLifted) {
   const SortRun exact = RunOn(file, "K -");
   EXPECT_EQ(exact.result.outcome, JobOutcome::Failed);
   EXPECT_EQ(exact.result.error->number(), err::kOverflow);
+  EXPECT_EQ(exact.result.error->reason(),
+            "Limit reached: the records Sort orders (glRecCount) can be at most 32767. It came to 32768.");
   EXPECT_EQ(exact.srt, "<none>");
   EXPECT_EQ(RunOn(file, "K -", true).result.outcome, JobOutcome::Done);
 }

@@ -291,7 +291,8 @@ class TestAnalysisForms : public QObject {
     // No OMIT.LST where the program is: said, and the job runs without one.
     QCOMPARE(t.log.messages.size(), 1);
     QCOMPARE(t.log.messages[0].title, "No Omit List");
-    QCOMPARE(modal.errorTexts, QStringList{"Error number 6\nOverflow"});
+    QCOMPARE(modal.errorTexts, QStringList{"Error number 6\nOverflow\nLimit reached: the lines Diction reads "
+                                         "(glLineCount) can be at most 32767. It came to 32768."});
     QVERIFY(!f.isVisible() && t.frmMain->mainEnabled() && !QFile::exists(t.file("long.DIC")));
 
     Child<QCheckBox>(f, "chkNoLimits")->setChecked(true);
