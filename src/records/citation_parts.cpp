@@ -37,13 +37,23 @@ struct TokenSlot {
   Token get() const { return {std::string_view(p, len), at}; }
 };
 
+// Whether each byte is a 7-bit letter or digit, by table: one look per byte.
+struct TokenBytes {
+  std::array<bool, 256> in{};
+  constexpr TokenBytes() {
+    for (int c = 0; c < 256; ++c) in[static_cast<std::size_t>(c)] = isDigit(static_cast<char>(c)) || isAlpha(static_cast<char>(c));
+  }
+  bool operator()(char c) const { return in[static_cast<unsigned char>(c)]; }
+};
+constexpr TokenBytes kTokenByte;
+
 template <class Visit>
 void forTokens(std::string_view text, Visit&& visit) {
   std::size_t i = 0;
   while (i < text.size()) {
-    while (i < text.size() && !isDigit(text[i]) && !isAlpha(text[i])) ++i;
+    while (i < text.size() && !kTokenByte(text[i])) ++i;
     std::size_t e = i;
-    while (e < text.size() && (isDigit(text[e]) || isAlpha(text[e]))) ++e;
+    while (e < text.size() && kTokenByte(text[e])) ++e;
     if (e > i && !visit(Token{text.substr(i, e - i), i})) return;
     i = e;
   }
