@@ -406,14 +406,16 @@ std::string_view FindIsbn(std::string_view text, bool afterLabel) {
 
 namespace {
 
-// The marks of the words that begin at text[i].
+// The mark of the word that begins at text[i], which holds '1', 'P' or 'I'.
 unsigned marksAt(std::string_view text, std::size_t i) {
-  const std::string_view rest = text.substr(i);
-  if (rest.starts_with("10.")) return kDoiMark;
-  if (rest.starts_with("PMID")) return kPmidMark;
-  if (rest.starts_with("ISSN")) return kIssnMark;
-  if (rest.starts_with("ISBN")) return kIsbnMark;
-  return 0;
+  const std::size_t left = text.size() - i;
+  const char* p = text.data() + i;
+  if (left < 3) return 0;
+  if (p[0] == '1') return p[1] == '0' && p[2] == '.' ? kDoiMark : 0;
+  if (left < 4) return 0;
+  if (p[0] == 'P') return p[1] == 'M' && p[2] == 'I' && p[3] == 'D' ? kPmidMark : 0;
+  if (p[1] != 'S' || p[3] != 'N') return 0;
+  return p[2] == 'S' ? kIssnMark : p[2] == 'B' ? kIsbnMark : 0;
 }
 
 }  // namespace
