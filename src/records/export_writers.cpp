@@ -94,12 +94,13 @@ class RisWriter final : public ExportWriter {
   }
 
  private:
+  // Every tag has two characters: the line's head goes on in one piece.
   static void tag(std::string& out, std::string_view name, std::string_view value) {
     if (value.empty()) return;
-    out += name;
-    out += "  - ";
+    const char head[6] = {name[0], name[1], ' ', ' ', '-', ' '};
+    out.append(head, sizeof head);
     AppendUtf8(out, value);
-    out += "\r\n";
+    out.append("\r\n", 2);
   }
 };
 
