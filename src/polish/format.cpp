@@ -39,6 +39,7 @@ class LineFacts {
   // The delimiters the line holds, a bit each.
   static constexpr unsigned kBar = 1, kCaret = 2, kUnderline = 4;
   unsigned delimiters = 0;
+  bool barsGone = false;  // "|"s were made byte 0 as the line was cleaned
 
   // Sized for a line of n bytes, no pair marked.
   void reset(std::size_t n) {
@@ -82,9 +83,16 @@ char cleanByte(char ch) {
 }
 
 // Lines shorter than a vector, a byte at a time, from `src` to `p`.
-void cleanAndScanShort(const char* src, char* p, std::size_t n, LineFacts& facts) {
+void cleanAndScanShort(const char* src, char* p, std::size_t n, LineFacts& facts, bool barsToNul) {
   facts.delimiters = 0;
-  for (std::size_t i = 0; i < n; ++i) p[i] = cleanByte(src[i]);
+  facts.barsGone = false;
+  for (std::size_t i = 0; i < n; ++i) {
+    p[i] = cleanByte(src[i]);
+    if (barsToNul && p[i] == '|') {
+      p[i] = '\0';
+      facts.barsGone = true;
+    }
+  }
   for (std::size_t i = 0; i < n; ++i) {
     facts.delimiters |= delimiterBit(p[i]);
     if (i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.mark(i, 1);
@@ -93,31 +101,40 @@ void cleanAndScanShort(const char* src, char* p, std::size_t n, LineFacts& facts
 
 // The line as read, put at `p` with LowAscii and RemCtrl done with character 0 (high
 // bits cleared, control characters to byte 0), and the facts of the cleaned line, in
-// one pass over the bytes read.
+// one pass over the bytes read. With `barsToNul` each "|" is made byte 0 as well, as
+// the paragraph of a field other than descriptors will have it: the facts then tell
+// of no "|".
 #if defined(__SSE2__)
 // Sixteen bytes at a time. The line's tail is taken as its last sixteen bytes, which
 // overlap bytes seen already: a pair of blanks marked twice is one pair.
 __m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
 
-void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts, bool barsToNul) {
   const std::size_t n = raw.size();
   const char* src = raw.data();
   facts.reset(n);
-  if (n < 16) return cleanAndScanShort(src, p, n, facts);
+  if (n < 16) return cleanAndScanShort(src, p, n, facts, barsToNul);
   const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
   const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
   const __m128i tail = load16(src + n - 16);
   unsigned delimiters = 0;
+  bool barsGone = false;
   unsigned lastBlank = 0;  // the previous block ended in a blank
+  // All ones where a "|" is to stay, none where it is to be made byte 0.
+  const __m128i keepBars = barsToNul ? _mm_setzero_si128() : _mm_set1_epi8(-1);
   const auto block = [&](__m128i v, std::size_t at) {
     v = _mm_and_si128(v, low7);
     v = _mm_and_si128(v, _mm_cmpgt_epi8(v, below));  // all bytes are 0 to 127 now
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
     const __m128i bars = _mm_cmpeq_epi8(v, bar), carets = _mm_cmpeq_epi8(v, caret), unders = _mm_cmpeq_epi8(v, under);
-    if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(bars, carets), unders)) != 0)  // seldom: which ones
-      delimiters |= (_mm_movemask_epi8(bars) != 0 ? LineFacts::kBar : 0u) |
+    const __m128i goneBars = _mm_andnot_si128(keepBars, bars);
+    v = _mm_andnot_si128(goneBars, v);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
+    if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(bars, carets), unders)) != 0) {  // seldom: which ones
+      delimiters |= (_mm_movemask_epi8(_mm_and_si128(keepBars, bars)) != 0 ? LineFacts::kBar : 0u) |
                     (_mm_movemask_epi8(carets) != 0 ? LineFacts::kCaret : 0u) |
                     (_mm_movemask_epi8(unders) != 0 ? LineFacts::kUnderline : 0u);
+      barsGone = barsGone || _mm_movemask_epi8(goneBars) != 0;
+    }
     const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
     const unsigned pairs = blanks & (blanks >> 1);
     if (pairs != 0) facts.mark(at, pairs);
@@ -129,11 +146,12 @@ void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
   if (n - 16 != i) lastBlank = 0;  // the tail overlaps the last block: no edge to cross
   block(tail, n - 16);
   facts.delimiters = delimiters;
+  facts.barsGone = barsGone;
 }
 #else
-void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts, bool barsToNul) {
   facts.reset(raw.size());
-  cleanAndScanShort(raw.data(), p, raw.size(), facts);
+  cleanAndScanShort(raw.data(), p, raw.size(), facts, barsToNul);
 }
 #endif
 
@@ -141,13 +159,14 @@ void cleanAndScan(std::string_view raw, char* p, LineFacts& facts) {
 // blanks halved four times over (replacing two blanks by one, four times), and the two
 // blanks typed after a full stop or a colon made one. Each halving turns a run of k
 // blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16 become one,
-// longer runs keep a few. `facts` gets the delimiters of the line.
+// longer runs keep a few. `facts` gets the delimiters of the line; `barsToNul` makes
+// each "|" byte 0 (see cleanAndScan).
 //
 // A run of blanks that opens the line (an indented continuation) is folded before the
 // rest is cleaned, straight from the bytes read; the rest is cleaned in place at the
 // end of `dest`, and what runs it holds are folded there, the text between them moved
 // down in pieces.
-void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts) {
+void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts, bool barsToNul) {
   const std::size_t lineStart = dest.size();
   std::size_t lead = 0;
   while (lead < raw.size() && (raw[lead] & 0x7f) == ' ') ++lead;  // a blank once cleaned
@@ -158,7 +177,7 @@ void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts
   const std::size_t from = dest.size();
   dest.resize(from + raw.size());
   char* p = dest.data() + from;
-  cleanAndScan(raw, p, facts);
+  cleanAndScan(raw, p, facts, barsToNul);
   std::size_t i = facts.pairFrom(0);
   if (i != std::string::npos) {
     const std::size_t n = raw.size();
@@ -167,9 +186,7 @@ void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts
       std::size_t end = i;
       while (end < n && p[end] == ' ') ++end;
       longest = std::max(longest, end - i);
-      const std::size_t kept = (end - i + 15) / 16;
-      std::memset(p + to, ' ', kept);
-      to += kept;
+      for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[to++] = ' ';  // mostly one
       std::size_t next = facts.pairFrom(end);
       if (next == std::string::npos) next = n;
       std::memmove(p + to, p + end, next - end);
@@ -276,6 +293,19 @@ void flush(std::string& paragraph, unsigned delimiters, std::size_t barsFrom, st
   paragraph.clear();
 }
 
+// What the first four bytes of a line will be once cleaned: a tag (folding leaves them
+// as they are), and the tag of descriptors.
+struct Head {
+  bool tagged = false;
+  bool descriptors = false;
+};
+Head headOf(std::string_view raw) {
+  if (raw.size() < 4) return {};
+  const char h[4] = {cleanByte(raw[0]), cleanByte(raw[1]), cleanByte(raw[2]), cleanByte(raw[3])};
+  if (!isTagged(std::string_view(h, 4))) return {};
+  return {true, h[0] == 'D' && h[1] == 'E'};
+}
+
 // The checks both tools make of their input, and the name of the output.
 std::optional<Message> checkInput(const JobState& state, const std::string& inFile, std::string_view ext,
                                   std::string& outFile) {
@@ -327,9 +357,15 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
       result.lines = i;
       // The line goes onto the paragraph as it will stand there, and its class is read
       // from it there; a line that ends the paragraph before it is then taken off.
+      // Its "|"s are made byte 0 as it is cleaned unless it will stand in a paragraph of
+      // descriptors: its own, when its first bytes make it a tagged line (folding
+      // keeps them), else the one it continues. A line of descriptors whose "|"s went
+      // after all is cleaned again with them.
       const std::size_t lineStart = sParagraph.size();
-      appendCleanFolded(sParagraph, raw, facts);
-      const std::string_view line = std::string_view(sParagraph).substr(lineStart);
+      const bool inDescriptors = lineStart > 0 && sParagraph.starts_with("DE- ");
+      const Head head = headOf(raw);
+      appendCleanFolded(sParagraph, raw, facts, head.tagged ? !head.descriptors : !inDescriptors);
+      std::string_view line = std::string_view(sParagraph).substr(lineStart);
       const bool empty = line.empty();
       bool ends = false;
       if (isTagged(line)) {
@@ -341,6 +377,12 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
         ends = true;
       } else if (empty) {
         ends = true;
+      }
+      const bool descriptors = isTagged(line) ? line.starts_with("DE- ") : !ends && inDescriptors;
+      if (descriptors && facts.barsGone) {
+        sParagraph.resize(lineStart);
+        appendCleanFolded(sParagraph, raw, facts, false);
+        line = std::string_view(sParagraph).substr(lineStart);
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
       if (ends && lineStart > 0) {

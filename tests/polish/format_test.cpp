@@ -187,6 +187,18 @@ TEST(RemoveLineBreaks, BarsOnAnyLineOfAParagraphAfterOneWithBarsFarOn) {
   EXPECT_EQ(run.result.records, 2);
 }
 
+TEST(RemoveLineBreaks, ALinesBarsGoAsItsParagraphHasThemWhateverItsBytesBeforeCleaning) {
+  // Tags that high bits hide until the line is cleaned, and a label with two blanks
+  // in it after a paragraph of descriptors: each "|" still goes by its paragraph.
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, {"Record - 1", "", "\xC4\xC5- a|b|", "\xD4I- a|b", "DE- x|", "Record  -  2|", "",
+                                       "DE-\xA0" "c|d", "      e|", "AB- f|", ""});
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf({"Record - 1", "", "DE- a / b ", "TI- a" + kNul + "b", "DE- x ", "Record - 2" + kNul, "",
+                           "DE- c / d e ", "AB- f" + kNul, ""}));
+  EXPECT_EQ(run.result.records, 2);
+}
+
 TEST(RemoveLineBreaks, ALabelOrTagMissingFromTheFirst39LinesIsRefusedAtLine40) {
   std::vector<std::string> labelsOnly;
   for (int i = 1; i <= 20; ++i) labelsOnly.insert(labelsOnly.end(), {"Record - " + std::to_string(i), ""});
