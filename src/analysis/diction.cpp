@@ -215,15 +215,12 @@ void forEachLineWord(std::string& line, const DelimiterSet& delims, std::string&
   }
 }
 
-// The .DIC of a count without limits: the five head lines, then the elements group
-// by group as the writing loop writes them.
+// The .DIC of a count without limits: the five head lines, then the counter's list.
 JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& params, const std::string& gsDicFile,
                           WordCounter& counter) {
-  counter.dropIndex();
   if (counter.unique() > std::numeric_limits<int32_t>::max())
     ThrowOverflow(LimitReason("the distinct words of a list", std::numeric_limits<int32_t>::max()));
   const auto unique = static_cast<int32_t>(counter.unique());
-  const std::vector<WordCounter::Element> list = counter.ordered();
   job.outputs.add(gsDicFile);
   TextOut dic(gsDicFile);
   dic.line("Diction List for " + params.gsInFile);
@@ -231,29 +228,7 @@ JobOutcome writeLargeList(Job& job, JobResult& result, const DictionParams& para
   dic.blank();
   PrintLine(false).text("Unique Words: ").str(unique).writeTo(dic);
   dic.blank();
-  // Every group but the last is written; the last only when its count is 1 and a
-  // group of a higher count came before it.
-  std::string out;
-  char digits[16], scratch[16];
-  for (std::size_t p = 0; p < list.size(); ++p) {
-    const bool lastGroup = list.back().count == list[p].count;
-    if (lastGroup && (list[p].count != 1 || list.front().count == list.back().count)) break;
-    // The count as a number (a blank, the digits, a blank), the word at column 9.
-    int len = 0;
-    for (uint32_t c = list[p].count; c != 0 || len == 0; c /= 10) digits[len++] = static_cast<char>('0' + c % 10);
-    std::reverse(digits, digits + len);
-    out += ' ';
-    out.append(digits, static_cast<std::size_t>(len));
-    out += ' ';
-    if (len + 2 < 8) out.append(static_cast<std::size_t>(8 - len - 2), ' ');
-    out.append(counter.wordOf(list[p], scratch));
-    out.append("\r\n");
-    if (out.size() >= (std::size_t{1} << 16)) {
-      dic.raw(out);
-      out.clear();
-    }
-  }
-  dic.raw(out);
+  counter.writeList([&dic](std::string_view lines) { dic.raw(lines); });
   dic.close();
   result.records = unique;
   job.finish(result);
@@ -304,41 +279,16 @@ JobResult Diction(JobState& state, JobProgress& progress, const DictionParams& p
 
     const DelimiterSet delims(kDicDelims);
     if (large) {
-      // Without limits: the file in large blocks of whole lines. The lines that hold
-      // "--" or "Record - " go through the loop's own steps one by one; the text
-      // between them only needs cutting at the delimiters, CR and LF among them, and
-      // goes to the counter in one piece.
+      // Without limits: the file in large blocks of whole lines, which the counter
+      // takes line by line as the loop below would.
       WordCounter counter(omit.lines());
       LineBlocks in(params.gsInFile);
-      std::string line, word;
       int32_t n = 0;
       int64_t shown = 0;
       while (n < glLineCount) {
         std::string_view block = in.next();
         if (block.empty()) break;
-        std::size_t cut = 0;
-        const std::size_t lines = LinesIn(block, static_cast<std::size_t>(glLineCount - n), cut);
-        block = block.substr(0, cut);
-        char* text = in.data();
-        std::size_t plain = 0;  // the text not yet counted begins here
-        for (std::size_t at = 0;;) {
-          const void* hyphen = std::memchr(text + at, '-', block.size() - at);
-          if (hyphen == nullptr) break;
-          const auto i = static_cast<std::size_t>(static_cast<const char*>(hyphen) - text);
-          at = i + 1;
-          const bool special = i + 1 < block.size() && (text[i + 1] == '-' || (text[i + 1] == ' ' && i >= 7 &&
-                                                                               std::memcmp(text + i - 7, "Record ", 7) == 0));
-          if (!special) continue;
-          std::size_t from = i, to = i;
-          while (from > plain && text[from - 1] != '\n' && text[from - 1] != '\r') --from;
-          while (to < block.size() && text[to] != '\n' && text[to] != '\r') ++to;
-          counter.countText(text + plain, from - plain);
-          line.assign(text + from, to - from);
-          forEachLineWord(line, delims, word, [&](const std::string& w) { counter.countWord(w); });
-          plain = at = to;
-        }
-        counter.countText(text + plain, block.size() - plain);
-        n += static_cast<int32_t>(lines);
+        n += static_cast<int32_t>(counter.countLines(block.data(), block.size(), static_cast<std::size_t>(glLineCount - n)));
         if (counter.unique() != shown) {
           shown = counter.unique();
           panels.uniqueWords(static_cast<int32_t>(std::min<int64_t>(shown, INT32_MAX)));

@@ -1,60 +1,29 @@
-// Diction's hashed word table without size limits.
+// Diction's hashed word table without size limits: cutting the words, counting them,
+// and the ordered list.
 #include "analysis/word_count.h"
+
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <stdexcept>
-
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
+#include <new>
 
 #include "analysis/analysis_common.h"
+#include "analysis/line_blocks.h"
+#include "analysis/word_list.h"
+#include "core/brindle.h"
+#include "core/text.h"
 
 namespace zv {
 
 namespace {
 
-#if defined(__x86_64__)
-bool hasAvx2() {
-  static const bool has = __builtin_cpu_supports("avx2");
-  return has;
-}
-
-__attribute__((target("avx2"))) uint64_t nibbleMask64(const char* p, const unsigned char* low, const unsigned char* high) {
-  const __m256i lo = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(low)));
-  const __m256i hi = _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(high)));
-  const __m256i nibble = _mm256_set1_epi8(0x0F);
-  uint64_t bits = 0;
-  for (int half = 0; half < 2; ++half) {
-    const __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + 32 * half));
-    const __m256i l = _mm256_and_si256(v, nibble);
-    const __m256i h = _mm256_and_si256(_mm256_srli_epi16(v, 4), nibble);
-    const __m256i both = _mm256_and_si256(_mm256_shuffle_epi8(lo, l), _mm256_shuffle_epi8(hi, h));
-    const auto none = static_cast<uint32_t>(_mm256_movemask_epi8(_mm256_cmpeq_epi8(both, _mm256_setzero_si256())));
-    bits |= static_cast<uint64_t>(~none) << (32 * half);
-  }
-  return bits;
-}
-#endif
-
-// A to Z made small, other bytes kept, sixteen at a time.
-void lowerInPlace(char* text, std::size_t n) {
-  std::size_t i = 0;
-#if defined(__SSE2__)
-  const __m128i a = _mm_set1_epi8('A');
-  const __m128i span = _mm_set1_epi8(25);
-  const __m128i bit = _mm_set1_epi8(0x20);
-  for (; i + 16 <= n; i += 16) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
-    const __m128i t = _mm_sub_epi8(v, a);
-    const __m128i upper = _mm_cmpeq_epi8(_mm_min_epu8(t, span), t);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(text + i), _mm_add_epi8(v, _mm_and_si128(upper, bit)));
-  }
-#endif
-  LowerInPlace(text + i, n - i);
-}
+// Text is counted in pieces of whole lines of about this size, so that the piece, its
+// lowered copy and the table's common words stay in the processor's second cache.
+constexpr std::size_t kPiece = std::size_t{64} << 10;
+constexpr std::size_t kFirstSlots = std::size_t{1} << 12;
+constexpr std::size_t kHugePage = std::size_t{2} << 20;
 
 uint64_t load8(const char* p) {
   uint64_t v;
@@ -62,332 +31,547 @@ uint64_t load8(const char* p) {
   return v;
 }
 
-// The first `len` bytes of the eight at p, zeros after.
-uint64_t head8(const char* p, std::size_t len) {
-  if (len >= 8) return load8(p);
-  return len == 0 ? 0 : load8(p) & ((uint64_t{1} << (8 * len)) - 1);
-}
-
-uint64_t mix(uint64_t h) {
-  h ^= h >> 32;
-  h *= 0xd6e8feb86659fd93ull;
-  h ^= h >> 32;
-  return h;
-}
-
-// The hash of a word of `len` bytes whose first sixteen are w0 and w1.
-uint64_t hashOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1) {
-  uint64_t h = (w0 ^ 0x9E3779B97F4A7C15ull) * 0xC2B2AE3D27D4EB4Full;
-  h ^= ((w1 + len) * 0x165667B19E3779F9ull) >> 7 | ((w1 + len) * 0x165667B19E3779F9ull) << 57;
-  for (std::size_t at = 16; at < len; at += 8) h = (h ^ head8(word + at, len - at)) * 0x9E3779B97F4A7C15ull;
-  return mix(h);
-}
-
-uint64_t byteSwapped(uint64_t v) { return __builtin_bswap64(v); }
-
-// The length of a word of at most 16 bytes from its key: up to its last non-zero byte.
-std::size_t keyLength(uint64_t key0, uint64_t key1) {
-  if (key1 != 0) return 16 - static_cast<std::size_t>(__builtin_ctzll(key1)) / 8;
-  if (key0 != 0) return 8 - static_cast<std::size_t>(__builtin_ctzll(key0)) / 8;
-  return 0;
-}
+// The bytes of a word of `len` (1 to 11) bytes that belong to it, by its length.
+struct InlineMasks {
+  uint64_t a[12];
+  uint32_t b[12];
+  constexpr InlineMasks() : a(), b() {
+    for (int len = 0; len < 12; ++len) {
+      a[len] = len >= 8 ? ~uint64_t{0} : (uint64_t{1} << (8 * len)) - 1;
+      b[len] = len <= 8 ? 0u : static_cast<uint32_t>((uint64_t{1} << (8 * (len - 8))) - 1);
+    }
+  }
+};
+constexpr InlineMasks kInlineMasks;
 
 }  // namespace
 
-ByteSetMasks::ByteSetMasks(const std::array<bool, 256>& in) : in_(in) {
-  // The low halves of the bytes in the set, for each high half.
-  std::array<uint16_t, 16> lows{};
-  for (int b = 0; b < 256; ++b)
-    if (in[static_cast<std::size_t>(b)]) lows[static_cast<std::size_t>(b >> 4)] |= static_cast<uint16_t>(1u << (b & 15));
-  std::vector<uint16_t> classes;
-  for (int h = 0; h < 16; ++h) {
-    const uint16_t set = lows[static_cast<std::size_t>(h)];
-    if (set == 0) continue;
-    auto at = std::find(classes.begin(), classes.end(), set);
-    if (at == classes.end()) {
-      if (classes.size() == 8) return;  // more than eight: byte by byte
-      classes.push_back(set);
-      at = classes.end() - 1;
-    }
-    const auto bit = static_cast<unsigned char>(1u << (at - classes.begin()));
-    high_[h] = bit;
-    for (int l = 0; l < 16; ++l)
-      if (set & (1u << l)) low_[l] = static_cast<unsigned char>(low_[l] | bit);
-  }
-  nibbles_ = true;
-}
-
-uint64_t ByteSetMasks::mask64(const char* p) const {
-#if defined(__x86_64__)
-  if (nibbles_ && hasAvx2()) return nibbleMask64(p, low_, high_);
+PageBlock::PageBlock(std::size_t bytes) {
+  if (bytes == 0) return;
+  const bool huge = bytes >= kHugePage;
+  mapSize_ = huge ? bytes + kHugePage : bytes;
+  void* map = ::mmap(nullptr, mapSize_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (map == MAP_FAILED) throw std::bad_alloc();
+  map_ = map;
+  data_ = map;
+  if (huge) {
+    const auto at = (reinterpret_cast<std::uintptr_t>(map) + kHugePage - 1) & ~(kHugePage - 1);
+    data_ = reinterpret_cast<void*>(at);
+#ifdef MADV_HUGEPAGE
+    ::madvise(data_, bytes, MADV_HUGEPAGE);
 #endif
-  uint64_t bits = 0;
-  for (int i = 0; i < 64; ++i)
-    bits |= static_cast<uint64_t>(in_[static_cast<unsigned char>(p[i])]) << i;
-  return bits;
-}
-
-namespace {
-std::array<bool, 256> wordEnds() {
-  std::array<bool, 256> in{};
-  const DelimiterSet delims(kDicDelims);
-  for (int c = 0; c < 256; ++c) in[static_cast<std::size_t>(c)] = delims.has(static_cast<char>(c)) || c == '\r' || c == '\n';
-  return in;
-}
-}  // namespace
-
-WordCounter::WordCounter(const std::vector<std::string>& omit)
-    : delims_(wordEnds()), slots_(std::size_t{1} << 12), recent_(std::size_t{1} << kRecentBits) {
-  bits_ = 12;
-  mask_ = slots_.size() - 1;
-  for (const std::string& entry : omit) {
-    if (entry.size() > kWordLen) {
-      longOmit_.push_back(entry);
-      continue;
-    }
-    std::string padded = entry + std::string(16, '\0');
-    Entry& e = entries_[entryOf(padded.data(), entry.size(), head8(padded.data(), entry.size()),
-                       entry.size() > 8 ? head8(padded.data() + 8, entry.size() - 8) : 0,
-                       hashOf(padded.data(), entry.size(), head8(padded.data(), entry.size()),
-                              entry.size() > 8 ? head8(padded.data() + 8, entry.size() - 8) : 0))];
-    e.flags |= kOmitted;
   }
+  size_ = bytes;
+}
+
+PageBlock::~PageBlock() {
+  if (map_ != nullptr) ::munmap(map_, mapSize_);
+}
+
+WordCounter::WordCounter(const std::vector<std::string>& omit) : table_(kFirstSlots * sizeof(Slot)) {
+  slots_ = static_cast<Slot*>(table_.data());
+  mask_ = kFirstSlots - 1;
+  shift_ = 64 - 12;
+  growAt_ = kFirstSlots / 2;
+  for (const std::string& entry : omit) {
+    if (entry.empty()) continue;  // no word is empty
+    if (entry.size() > kWordLen) {
+      longOmit_.insert(entry);
+    } else if (entry.size() > kInline) {
+      specials_[specialOf(entry.data(), entry.size(), hashBytes(entry.data(), entry.size()))].flags |= kOmittedFlag;
+    } else {
+      char padded[16] = {};
+      std::memcpy(padded, entry.data(), entry.size());
+      uint64_t a;
+      uint32_t b;
+      std::memcpy(&a, padded, 8);
+      std::memcpy(&b, padded + 8, 4);
+      b = (b & 0xFFFFFF) | static_cast<uint32_t>(entry.size()) << 24;
+      for (std::size_t i = hashInline(a, b) >> shift_;; i = (i + 1) & mask_) {
+        Slot& s = slots_[i];
+        if (s.a == a && s.b == b) break;
+        if (s.b == 0) {
+          s = {a, b, kOmitted};
+          takeSlot();
+          break;
+        }
+      }
+    }
+  }
+}
+
+WordCounter::~WordCounter() = default;
+
+uint64_t WordCounter::hashBytes(const char* word, std::size_t len) {
+  uint64_t h = (len + 1) * 0x9E3779B97F4A7C15ull;
+  std::size_t at = 0;
+  for (; at + 8 <= len; at += 8) {
+    h = (h ^ load8(word + at)) * 0xC2B2AE3D27D4EB4Full;
+    h ^= h >> 31;
+  }
+  if (at < len) {
+    uint64_t tail = 0;
+    std::memcpy(&tail, word + at, len - at);
+    h = (h ^ tail) * 0xC2B2AE3D27D4EB4Full;
+  }
+  h ^= h >> 29;
+  h *= 0xD6E8FEB86659FD93ull;
+  return h ^ (h >> 32);
+}
+
+void WordCounter::takeSlot() {
+  if (++used_ > growAt_) grow();
 }
 
 void WordCounter::grow() {
-  std::vector<Slot> old(slots_.size() * 2);
-  old.swap(slots_);
-  ++bits_;
-  mask_ = slots_.size() - 1;
-  // A slot's place comes from the top bits of its tag, so the words need no new hash.
-  for (const Slot& s : old) {
-    if (s.entry == 0) continue;
-    std::size_t i = s.tag >> (32 - bits_);
-    while (slots_[i].entry != 0) i = (i + 1) & mask_;
-    slots_[i] = s;
-  }
-}
-
-uint32_t WordCounter::entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
-  const auto tag = static_cast<uint32_t>(hash >> 32);
-  std::size_t i = tag >> (32 - bits_);
-  for (;; i = (i + 1) & mask_) {
+  const std::size_t size = (mask_ + 1) * 2;
+  PageBlock bigger(size * sizeof(Slot));
+  auto* to = static_cast<Slot*>(bigger.data());
+  const int shift = shift_ - 1;
+  const std::size_t mask = size - 1;
+  // A slot's place is the top bits of its hash: the old table read in order fills the
+  // new one nearly in order.
+  for (std::size_t i = 0; i <= mask_; ++i) {
     const Slot s = slots_[i];
-    if (s.entry == 0) break;
-    if (s.tag != tag) continue;
-    Entry& e = entries_[s.entry - 1];
-    if (e.len == len && e.w0 == w0 && e.w1 == w1 &&
-        (len <= 16 || std::memcmp(tails_.data() + e.tail + 16, word + 16, len - 16) == 0))
-      return s.entry - 1;
+    if (s.b == 0) continue;
+    const uint64_t h = (s.b & kSpecial) == kSpecial ? specials_[s.a].hash : hashInline(s.a, s.b);
+    std::size_t j = h >> shift;
+    while (to[j].b != 0) j = (j + 1) & mask;
+    to[j] = s;
   }
-  if ((entries_.size() + 1) * 2 > slots_.size()) {
-    grow();
-    i = tag >> (32 - bits_);
-    while (slots_[i].entry != 0) i = (i + 1) & mask_;
-  }
-  Entry e;
-  e.w0 = w0;
-  e.w1 = w1;
-  e.len = static_cast<uint8_t>(len);
-  if (len > 16) {
-    e.tail = static_cast<uint32_t>(tails_.size());
-    tails_.append(word, len);
-  }
-  entries_.push_back(e);
-  slots_[i] = {tag, static_cast<uint32_t>(entries_.size())};
-  return static_cast<uint32_t>(entries_.size() - 1);
+  table_ = std::move(bigger);
+  slots_ = to;
+  mask_ = mask;
+  shift_ = shift;
+  growAt_ = size / 2;
 }
 
-void WordCounter::countShort(const char* word, std::size_t len) {
-  const uint64_t w0 = head8(word, len);
-  const uint64_t w1 = len > 8 ? head8(word + 8, len - 8) : 0;
-  countHashed(word, len, w0, w1, hashOf(word, len, w0, w1));
+inline void WordCounter::countInline(uint64_t a, uint32_t b, uint64_t h) {
+  for (std::size_t i = h >> shift_;; i = (i + 1) & mask_) {
+    Slot& s = slots_[i];
+    if (s.a == a && s.b == b) {
+      if (s.count >= kMaxCount) [[unlikely]] {
+        if (s.count == kOmitted) return;
+        ThrowOverflow(LimitReason("the count of a word", kMaxCount));
+      }
+      ++s.count;
+      return;
+    }
+    if (s.b == 0) {
+      s = {a, b, 1};
+      ++unique_;
+      takeSlot();
+      return;
+    }
+  }
 }
 
-void WordCounter::countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash) {
-  const uint32_t at = entryOf(word, len, w0, w1, hash);
-  Entry& e = entries_[at];
-  if (e.flags & kOmitted) return;
+uint64_t WordCounter::specialOf(const char* word, std::size_t len, uint64_t h) {
+  const uint32_t tag = kSpecial | static_cast<uint32_t>(h & 0xFFFFFF);
+  for (std::size_t i = h >> shift_;; i = (i + 1) & mask_) {
+    Slot& s = slots_[i];
+    if (s.b == tag) {
+      const Special& e = specials_[s.a];
+      if (e.len == len && std::memcmp(bytes_.data() + e.at, word, len) == 0) return s.a;
+    } else if (s.b == 0) {
+      Special e;
+      e.hash = h;
+      e.at = bytes_.size();
+      e.len = static_cast<uint8_t>(len);
+      bytes_.append(word, len);
+      specials_.push_back(e);
+      const uint64_t at = specials_.size() - 1;
+      s = {at, tag, 0};
+      takeSlot();
+      return at;
+    }
+  }
+}
+
+void WordCounter::countSpecial(const char* word, std::size_t len) {
+  Special& e = specials_[specialOf(word, len, hashBytes(word, len))];
+  if (e.flags & kOmittedFlag) return;
   if (!(e.flags & kSeen)) {
     e.flags |= kSeen;
     ++unique_;
   }
-  if (++e.shortCount > kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
-  // Only a word met a few times takes a place there, so that the many words met once
-  // do not push the common ones out.
-  if (len <= 16 && e.shortCount >= kRecentAfter) {
-    Recent& r = recent_[recentPlace(w0, w1, len)];
-    r = {w0, w1, at, static_cast<uint32_t>(len)};
-  }
+  if (e.shortCount >= kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
+  ++e.shortCount;
 }
 
-void WordCounter::countLong(std::string_view word) {
-  for (const std::string& omitted : longOmit_)
-    if (omitted == word) return;
+void WordCounter::countLong(const char* word, std::size_t len) {
+  if (!longOmit_.empty() && longOmit_.contains(std::string_view(word, len))) return;
   // Stored as its first 35 characters; found again only by a word of exactly those.
-  char cut[kWordLen + 16] = {};
-  std::memcpy(cut, word.data(), kWordLen);
-  const uint64_t w0 = load8(cut), w1 = load8(cut + 8);
-  Entry& e = entries_[entryOf(cut, kWordLen, w0, w1, hashOf(cut, kWordLen, w0, w1))];
+  Special& e = specials_[specialOf(word, kWordLen, hashBytes(word, kWordLen))];
   if (!(e.flags & kSeen)) e.flags |= kSeen | kFirstLong;
   ++e.longCount;
   ++unique_;
 }
 
-void WordCounter::countWord(std::string_view word) {
-  if (word.size() > kWordLen) {
-    countLong(word);
-    return;
+void WordCounter::countWord(const char* word, std::size_t len) {
+  if (len > kWordLen) {
+    countLong(word, len);
+  } else if (len > kInline) {
+    countSpecial(word, len);
+  } else {
+    char padded[16] = {};
+    std::memcpy(padded, word, len);
+    uint64_t a;
+    uint32_t b;
+    std::memcpy(&a, padded, 8);
+    std::memcpy(&b, padded + 8, 4);
+    b = (b & 0xFFFFFF) | static_cast<uint32_t>(len) << 24;
+    countInline(a, b, hashInline(a, b));
   }
-  char padded[kWordLen + 16] = {};
-  std::memcpy(padded, word.data(), word.size());
-  countShort(padded, word.size());
 }
 
-void WordCounter::countText(char* text, std::size_t n) {
-  lowerInPlace(text, n);
-  // The words are taken in batches: each one's slot is asked for ahead of its turn,
-  // so that the table's misses of the cache overlap.
-  struct Pending {
-    const char* word;
-    std::size_t len;
-    uint64_t w0, w1, hash;
-  };
-  constexpr int kBatch = 16;
-  Pending batch[kBatch];
-  int pending = 0;
-  auto settle = [&] {
-    for (int i = 0; i < pending; ++i) {
-      const Pending& w = batch[i];
-      if (w.len <= kWordLen)
-        countHashed(w.word, w.len, w.w0, w.w1, w.hash);
-      else
-        countLong(std::string_view(w.word, w.len));
-    }
-    pending = 0;
-  };
-  auto take = [&](const char* word, std::size_t len) {
-    if (len <= 16) {
-      const uint64_t w0 = head8(word, len);
-      const uint64_t w1 = len > 8 ? head8(word + 8, len - 8) : 0;
-      const Recent& r = recent_[recentPlace(w0, w1, len)];
-      // Counts commute, and a word here has been seen: it may go before the batch.
-      if (r.w0 == w0 && r.w1 == w1 && r.len == len) {
-        if (++entries_[r.entry].shortCount > kMaxCount) ThrowOverflow(LimitReason("the count of a word", kMaxCount));
-        return;
-      }
-    }
-    if (pending == kBatch) settle();
-    Pending& w = batch[pending++];
-    w.word = word;
-    w.len = len;
-    if (len > kWordLen) return;
-    w.w0 = head8(word, len);
-    w.w1 = len > 8 ? head8(word + 8, len - 8) : 0;
-    w.hash = hashOf(word, len, w.w0, w.w1);
-    __builtin_prefetch(&slots_[(static_cast<uint32_t>(w.hash >> 32) >> (32 - bits_))]);
-  };
-  // The delimiter bits of the 64 bytes from `at`; bytes past the end count as delimiters.
-  auto ends = [&](std::size_t at) {
-    uint64_t m = delims_.mask64(text + at);
-    if (n - at < 64) m |= ~uint64_t{0} << (n - at);
-    return m;
-  };
-  std::size_t chunk = 0;
-  uint64_t m = n > 0 ? ends(0) : ~uint64_t{0};
-  uint64_t words = ~m;  // bytes of words from the place reached on
-  for (;;) {
-    while (words == 0) {
-      chunk += 64;
-      if (chunk >= n) break;
-      m = ends(chunk);
-      words = ~m;
-    }
-    if (words == 0) break;
-    const std::size_t start = chunk + static_cast<std::size_t>(__builtin_ctzll(words));
-    uint64_t stop = m & (~uint64_t{0} << (start - chunk));
+std::size_t WordCounter::countLines(const char* text, std::size_t n, std::size_t most) {
+  std::size_t lines = 0;
+  for (std::size_t at = 0; at < n && lines < most;) {
     std::size_t end = n;
-    while (stop == 0) {
-      chunk += 64;
-      if (chunk >= n) break;
-      m = ends(chunk);
-      stop = m;
+    if (n - at > kPiece) {
+      end = at + kPiece;
+      while (end > at && text[end - 1] != '\n' && text[end - 1] != '\r') --end;
+      if (end == at) {  // one line longer than a piece, with its end
+        end = at + kPiece;
+        while (end < n && text[end] != '\n' && text[end] != '\r') ++end;
+        if (end < n) ++end;
+      }
+      if (end < n && text[end - 1] == '\r' && text[end] == '\n') ++end;  // a CR LF pair stays whole
     }
-    if (stop != 0) end = chunk + static_cast<std::size_t>(__builtin_ctzll(stop));
-    take(text + start, end - start);
-    if (end >= n) break;
-    words = ~m & (~uint64_t{0} << (end - chunk));
+    ScanText(text + at, end - at, scan_);
+    std::size_t got = scan_.lines;
+    if (lines + got > most) {
+      // The lines past the last to be read are left out.
+      std::size_t cut = 0;
+      got = LinesIn(std::string_view(text + at, end - at), most - lines, cut);
+      end = at + cut;
+      ScanText(text + at, cut, scan_);
+    }
+    countScanned(text + at, end - at);
+    lines += got;
+    at = end;
   }
+  return lines;
+}
+
+void WordCounter::countScanned(const char* text, std::size_t n) {
+  exactLines_.clear();
+  if (!scan_.hyphens.empty()) markLines(text, n);
+  // The words in order; a line that needs the exact steps comes in its place.
+  std::size_t from = 0;
+  for (const auto& [start, end] : exactLines_) {
+    cutWords(from, start);
+    settle();
+    countExactLine(std::string_view(text + start, end - start));
+    from = end;
+  }
+  cutWords(from, n);
   settle();
 }
 
-std::string_view WordCounter::wordOf(const Element& e, char (&scratch)[16]) const {
-  if (e.entry & kLookUp) {
-    const Entry& entry = entries_[e.entry & ~kLookUp];
-    if (entry.len > 16) return std::string_view(tails_.data() + entry.tail, entry.len);
-    return std::string_view(reinterpret_cast<const char*>(&entry.w0), entry.len);
+// The lines with a hyphen before a hyphen or a blank: a line holding "Record - " has
+// no words; in a line holding "--" each pair of hyphens from the start of a run ends
+// words as the blank it becomes would; a line holding both "--" and "Record" could
+// make "Record - " of them and takes the exact steps.
+void WordCounter::markLines(const char* text, std::size_t n) {
+  const uint64_t* lineEnds = scan_.lineEnds.data();
+  uint64_t* ends = scan_.ends.data();
+  auto setEnd = [ends](std::size_t i) { ends[i / 64] |= uint64_t{1} << (i % 64); };
+  std::size_t looked = 0;  // hyphens before this lie in lines already looked at
+  for (const std::size_t j : scan_.hyphens) {
+    if (j < looked) continue;
+    std::size_t c = j / 64;
+    uint64_t m = lineEnds[c] & ((uint64_t{1} << (j % 64)) - 1);
+    while (m == 0 && c > 0) m = lineEnds[--c];
+    const std::size_t start = m == 0 ? 0 : 64 * c + 64 - static_cast<std::size_t>(__builtin_clzll(m));
+    c = j / 64;
+    m = lineEnds[c] & (~uint64_t{0} << (j % 64));
+    while (m == 0 && 64 * (c + 1) < n) m = lineEnds[++c];
+    const std::size_t end = m == 0 ? n : 64 * c + static_cast<std::size_t>(__builtin_ctzll(m));
+    looked = end;
+    const std::string_view line(text + start, end - start);
+    if (line.find("Record - ") != std::string_view::npos) {
+      for (std::size_t i = start; i < end; ++i) setEnd(i);
+      continue;
+    }
+    // The first hyphen of a pair in the line is at j or after.
+    if (line.find("--", j - start) == std::string_view::npos) continue;
+    if (line.find("Record") != std::string_view::npos) {
+      exactLines_.emplace_back(start, end);
+      continue;
+    }
+    for (std::size_t k = j; k + 1 < end;) {
+      const void* hyphen = std::memchr(text + k, '-', end - k);
+      if (hyphen == nullptr) break;
+      k = static_cast<std::size_t>(static_cast<const char*>(hyphen) - text);
+      std::size_t run = k;
+      while (run < end && text[run] == '-') ++run;
+      for (; k + 1 < run; k += 2) {
+        setEnd(k);
+        setEnd(k + 1);
+      }
+      k = run;
+    }
   }
-  // The word is its sixteen key bytes without the zeros after it.
-  const uint64_t w0 = byteSwapped(e.key0), w1 = byteSwapped(e.key1);
-  std::memcpy(scratch, &w0, 8);
-  std::memcpy(scratch + 8, &w1, 8);
-  return std::string_view(scratch, keyLength(e.key0, e.key1));
 }
 
-void WordCounter::dropIndex() {
-  slots_.clear();
-  slots_.shrink_to_fit();
-  std::fill(recent_.begin(), recent_.end(), Recent{});
+void WordCounter::cutWords(std::size_t from, std::size_t to) {
+  if (from >= to) return;
+  // Locals: the compiler cannot tell that the stores to the batch leave the members be.
+  const uint64_t* ends = scan_.ends.data();
+  const char* lower = scan_.lower.data();
+  Pending* const batch = batch_;
+  int pending = pending_;
+  const Slot* slots = slots_;
+  int shift = shift_;
+  std::size_t c = from / 64;
+  const std::size_t last = (to - 1) / 64;
+  uint64_t m = ends[c] | ((uint64_t{1} << (from % 64)) - 1);
+  uint64_t before = 1;  // the byte before `from` ends a word
+  for (;;) {
+    const uint64_t next = ends[c + 1];
+    uint64_t starts = ~m & ((m << 1) | before);
+    if (c == last && to - 64 * c < 64) starts &= (uint64_t{1} << (to - 64 * c)) - 1;
+    while (starts != 0) {
+      const auto s = static_cast<unsigned>(__builtin_ctzll(starts));
+      starts &= starts - 1;
+      const std::size_t at = 64 * c + s;
+      // The word's end: the first end from s on, in this mask or the next.
+      const auto rest = static_cast<uint64_t>(((static_cast<unsigned __int128>(next) << 64) | m) >> s);
+      std::size_t len;
+      if (rest != 0) [[likely]] {
+        len = static_cast<std::size_t>(__builtin_ctzll(rest));
+      } else {
+        std::size_t k = c + 2;
+        while (ends[k] == 0) ++k;
+        len = 64 * k + static_cast<std::size_t>(__builtin_ctzll(ends[k])) - at;
+      }
+      const char* word = lower + at;
+      if (len <= kInline) {
+        uint64_t a;
+        uint32_t b;
+        std::memcpy(&a, word, 8);
+        std::memcpy(&b, word + 8, 4);
+        a &= kInlineMasks.a[len];
+        b = (b & kInlineMasks.b[len]) | static_cast<uint32_t>(len) << 24;
+        const uint64_t h = hashInline(a, b);
+        __builtin_prefetch(slots + (h >> shift));
+        batch[pending] = {a, h, b};
+      } else {
+        batch[pending] = {reinterpret_cast<std::uintptr_t>(word), len, 0};
+      }
+      if (++pending == kBatch) {
+        pending_ = pending;
+        settle();
+        pending = 0;
+        slots = slots_;
+        shift = shift_;
+      }
+    }
+    if (c == last) break;
+    before = m >> 63;
+    m = next;
+    ++c;
+  }
+  pending_ = pending;
 }
 
-std::vector<WordCounter::Element> WordCounter::ordered() const {
-  std::vector<Element> list;
-  list.reserve(static_cast<std::size_t>(unique_));
-  for (std::size_t i = 0; i < entries_.size(); ++i) {
-    const Entry& e = entries_[i];
+void WordCounter::settle() {
+  Slot* slots = slots_;
+  std::size_t mask = mask_;
+  int shift = shift_;
+  const int pending = pending_;
+  for (int i = 0; i < pending; ++i) {
+    const Pending w = batch_[i];
+    if (w.b == 0) {
+      countWord(reinterpret_cast<const char*>(w.a), w.h);
+      slots = slots_;
+      mask = mask_;
+      shift = shift_;
+      continue;
+    }
+    for (std::size_t j = w.h >> shift;; j = (j + 1) & mask) {
+      Slot& s = slots[j];
+      if (s.a == w.a && s.b == w.b) {
+        if (s.count >= kMaxCount) [[unlikely]] {
+          if (s.count == kOmitted) break;
+          ThrowOverflow(LimitReason("the count of a word", kMaxCount));
+        }
+        ++s.count;
+        break;
+      }
+      if (s.b == 0) {
+        s = {w.a, w.b, 1};
+        ++unique_;
+        if (++used_ > growAt_) {
+          grow();
+          slots = slots_;
+          mask = mask_;
+          shift = shift_;
+        }
+        break;
+      }
+    }
+  }
+  pending_ = 0;
+}
+
+// The loop's own steps for one line: "--" made a blank, the line passed over when it
+// then holds "Record - ", the words cut at the delimiters and lowered.
+void WordCounter::countExactLine(std::string_view line) {
+  line_.assign(line);
+  ReplaceAll(line_, "--", " ");
+  if (line_.find("Record - ") != std::string::npos) return;
+  LowerInPlace(line_.data(), line_.size());
+  const ByteSetMasks& ends = DictionWordEnds();
+  for (std::size_t at = 0; at < line_.size();) {
+    if (ends.has(static_cast<unsigned char>(line_[at]))) {
+      ++at;
+      continue;
+    }
+    std::size_t end = at;
+    while (end < line_.size() && !ends.has(static_cast<unsigned char>(line_[end]))) ++end;
+    countWord(line_.data() + at, end - at);
+    at = end;
+  }
+}
+
+namespace {
+
+// An element of the list other than a word of at most eleven bytes met once.
+struct Listed {
+  uint64_t count;
+  WordKey key;
+  uint64_t special;  // kNotSpecial for a word held in its slot
+};
+constexpr uint64_t kNotSpecial = ~uint64_t{0};
+
+// The list's lines, gathered into large pieces for the output.
+class ListLines {
+ public:
+  explicit ListLines(const std::function<void(std::string_view)>& out) : out_(out), buf_(kSize + 128) {}
+  ~ListLines() = default;
+  void flush() {
+    out_(std::string_view(buf_.data(), at_));
+    at_ = 0;
+  }
+  // A line of the count as a number (a blank, the digits, a blank), the word at column 9.
+  void line(uint64_t count, std::string_view word) {
+    room(word.size());
+    char digits[24];
+    int len = 0;
+    for (uint64_t c = count; c != 0 || len == 0; c /= 10) digits[len++] = static_cast<char>('0' + c % 10);
+    char* p = buf_.data() + at_;
+    *p++ = ' ';
+    for (int i = len - 1; i >= 0; --i) *p++ = digits[i];
+    *p++ = ' ';
+    for (int i = len + 2; i < 8; ++i) *p++ = ' ';
+    std::memcpy(p, word.data(), word.size());
+    p += word.size();
+    *p++ = '\r';
+    *p++ = '\n';
+    at_ = static_cast<std::size_t>(p - buf_.data());
+  }
+  // A line of a word of at most eleven bytes met once.
+  void single(const WordKey& key) {
+    room(16);
+    char* p = buf_.data() + at_;
+    std::memcpy(p, " 1      ", 8);
+    const std::size_t len = key.spell(p + 8);
+    std::memcpy(p + 8 + len, "\r\n", 2);
+    at_ += 10 + len;
+  }
+
+ private:
+  static constexpr std::size_t kSize = std::size_t{1} << 20;
+  void room(std::size_t word) {
+    if (at_ + word + 40 > buf_.size()) flush();
+    if (word + 40 > buf_.size()) buf_.resize(word + 40);
+  }
+  const std::function<void(std::string_view)>& out_;
+  std::vector<char> buf_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace
+
+void WordCounter::writeList(const std::function<void(std::string_view)>& out) {
+  settle();
+  // The table's slots become the keys of the words held in them and met once, in place;
+  // the other elements are few and go to lists of their own.
+  auto* keys = static_cast<WordKey*>(table_.data());
+  std::size_t singles = 0;
+  std::vector<Listed> others, longSingles;
+  for (std::size_t i = 0; i <= mask_; ++i) {
+    const Slot s = slots_[i];
+    if (s.b == 0 || (s.b & kSpecial) == kSpecial || s.count == kOmitted) continue;
+    WordKey key;
+    key.k0 = __builtin_bswap64(s.a);
+    key.k1 = static_cast<uint64_t>(__builtin_bswap32(s.b & 0xFFFFFF) | (s.b >> 24)) << 32;
+    if (s.count == 1)
+      std::memcpy(static_cast<void*>(keys + singles++), &key, sizeof key);
+    else
+      others.push_back({s.count, key, kNotSpecial});
+  }
+  for (std::size_t i = 0; i < specials_.size(); ++i) {
+    const Special& e = specials_[i];
     if (!(e.flags & kSeen)) continue;
-    if (i >= kLookUp) throw std::length_error("more distinct words than the list can hold");
-    Element base{byteSwapped(e.w0), byteSwapped(e.w1), 1, static_cast<uint32_t>(i)};
-    // A word longer than its key, or one ending in code 0, is read from its entry.
-    if (e.len > 16 || keyLength(base.key0, base.key1) != e.len) base.entry |= kLookUp;
-    uint32_t singles = e.longCount;
+    const WordKey key = WordKey::of(bytes_.data() + e.at, e.len);
+    uint64_t alone = e.longCount;
     if (e.shortCount > 0) {
       // A long word seen first made the element that the short ones then counted on.
       const uint64_t count = uint64_t{e.shortCount} + ((e.flags & kFirstLong) ? 1 : 0);
       if (count > static_cast<uint64_t>(std::numeric_limits<int32_t>::max()))
         ThrowOverflow(LimitReason("the count of a word", std::numeric_limits<int32_t>::max()));
-      Element first = base;
-      first.count = static_cast<uint32_t>(count);
-      list.push_back(first);
-      if (e.flags & kFirstLong) --singles;
+      (count == 1 ? longSingles : others).push_back({count, key, i});
+      if (e.flags & kFirstLong) --alone;
     }
-    for (uint32_t s = 0; s < singles; ++s) list.push_back(base);
+    for (uint64_t k = 0; k < alone; ++k) longSingles.push_back({1, key, i});
   }
-  auto before = [this](const Element& a, const Element& b) {
-    if (a.count != b.count) return a.count > b.count;
-    if (a.key0 != b.key0) return a.key0 < b.key0;
-    if (a.key1 != b.key1) return a.key1 < b.key1;
-    if ((a.entry | b.entry) & kLookUp) {
-      char x[16], y[16];
-      return wordOf(a, x) < wordOf(b, y);
-    }
-    return keyLength(a.key0, a.key1) < keyLength(b.key0, b.key1);
+  slots_ = nullptr;  // the table is keys from here on
+
+  auto wordOf = [this](const Listed& l, char (&scratch)[16]) {
+    if (l.special == kNotSpecial) return std::string_view(scratch, l.key.spell(scratch));
+    const Special& e = specials_[l.special];
+    return std::string_view(bytes_.data() + e.at, e.len);
   };
-  // Most elements of a large text are words met once. They go last, spread by their
-  // first two bytes into shares that are each sorted alone.
-  const auto once = std::partition(list.begin(), list.end(), [](const Element& e) { return e.count != 1; });
-  std::sort(list.begin(), once, before);
-  const std::vector<Element> singles(once, list.end());
-  std::vector<std::size_t> starts((std::size_t{1} << 16) + 1);
-  for (const Element& e : singles) ++starts[(e.key0 >> 48) + 1];
-  for (std::size_t b = 1; b < starts.size(); ++b) starts[b] += starts[b - 1];
-  const auto first = static_cast<std::size_t>(once - list.begin());
-  std::vector<std::size_t> next(starts.begin(), starts.end() - 1);
-  for (const Element& e : singles) list[first + next[e.key0 >> 48]++] = e;
-  for (std::size_t b = 0; b + 1 < starts.size(); ++b)
-    std::sort(list.begin() + static_cast<std::ptrdiff_t>(first + starts[b]),
-              list.begin() + static_cast<std::ptrdiff_t>(first + starts[b + 1]), before);
-  return list;
+  auto before = [&](const Listed& x, const Listed& y) {
+    if (x.count != y.count) return x.count > y.count;
+    if (!(x.key == y.key)) return x.key < y.key;
+    if (x.special == kNotSpecial || y.special == kNotSpecial) return false;  // the same word
+    char sx[16], sy[16];
+    return wordOf(x, sx) < wordOf(y, sy);
+  };
+  std::sort(others.begin(), others.end(), before);
+  std::sort(longSingles.begin(), longSingles.end(), before);
+  PageBlock spare;
+  WordKey* scratch = keys + singles;
+  if (table_.size() / sizeof(WordKey) < 2 * singles) {
+    spare = PageBlock(singles * sizeof(WordKey));
+    scratch = static_cast<WordKey*>(spare.data());
+  }
+  SortWordKeys(keys, scratch, singles);
+
+  // Every group but the last is written; the last only when its count is 1 and a group
+  // of a higher count came before it.
+  ListLines lines(out);
+  char scratchWord[16];
+  const bool anySingle = singles + longSingles.size() > 0;
+  std::size_t listed = others.size();
+  if (!anySingle)
+    while (listed > 0 && others[listed - 1].count == others.back().count) --listed;
+  for (std::size_t i = 0; i < listed; ++i) lines.line(others[i].count, wordOf(others[i], scratchWord));
+  if (anySingle && !others.empty()) {
+    std::size_t s = 0, l = 0;
+    while (s < singles || l < longSingles.size()) {
+      if (l == longSingles.size() || (s < singles && keys[s] < longSingles[l].key))
+        lines.single(keys[s++]);
+      else
+        lines.line(1, wordOf(longSingles[l++], scratchWord));
+    }
+  }
+  lines.flush();
 }
 
 }  // namespace zv

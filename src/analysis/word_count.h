@@ -2,31 +2,45 @@
 // that keeps each distinct word once, and the list of what was counted.
 #pragma once
 
-#include <array>
-#include <memory>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 #include <vector>
+
+#include "analysis/word_scan.h"
 
 namespace zv {
 
-// Which bytes of a text are in a set, 64 bytes at a time, as the bits of a number.
-class ByteSetMasks {
+// Zeroed memory straight from the system; a large block asks for huge pages, so that a
+// table touched at random costs few page faults and few misses of the address cache.
+class PageBlock {
  public:
-  explicit ByteSetMasks(const std::array<bool, 256>& in);
-  // Bit i is set when p[i] is in the set, for i from 0 to 63. Reads all 64 bytes.
-  uint64_t mask64(const char* p) const;
+  PageBlock() = default;
+  explicit PageBlock(std::size_t bytes);
+  ~PageBlock();
+  PageBlock(PageBlock&& other) noexcept { swap(other); }
+  PageBlock& operator=(PageBlock&& other) noexcept {
+    swap(other);
+    return *this;
+  }
+  void* data() const { return data_; }
+  std::size_t size() const { return size_; }
 
  private:
-  std::array<bool, 256> in_{};
-  // The set as two 16-entry tables, by the low and the high half of a byte, whose
-  // AND is not zero exactly for the bytes in the set; possible when the high halves
-  // fall into at most eight classes of the same low halves.
-  bool nibbles_ = false;
-  alignas(16) unsigned char low_[16] = {};
-  alignas(16) unsigned char high_[16] = {};
+  void swap(PageBlock& other) noexcept {
+    std::swap(map_, other.map_);
+    std::swap(mapSize_, other.mapSize_);
+    std::swap(data_, other.data_);
+    std::swap(size_, other.size_);
+  }
+  void* map_ = nullptr;
+  std::size_t mapSize_ = 0;
+  void* data_ = nullptr;
+  std::size_t size_ = 0;
 };
 
 // Counts words as Diction does: a word is stored cut to 35 characters; a word of more
@@ -39,95 +53,97 @@ class WordCounter {
 
   // `omit`: the omit list's lines, compared as they stand with the lowered words.
   explicit WordCounter(const std::vector<std::string>& omit);
+  ~WordCounter();
+  WordCounter(const WordCounter&) = delete;
+  WordCounter& operator=(const WordCounter&) = delete;
 
-  // Counts the words of lines that need nothing but cutting at the delimiters (the
-  // caller sends lines holding "--" or "Record - " one by one to countWord): CR and LF
-  // end words like the delimiters. Lowers the text in place. `text` must have 64
-  // readable bytes after its end.
-  void countText(char* text, std::size_t n);
-  // Counts one word: lowered, not empty.
-  void countWord(std::string_view word);
+  // Counts the words of `n` bytes of whole lines as Diction's loop takes them, line by
+  // line: "--" made a blank, a line holding "Record - " passed over, the rest cut at
+  // the delimiters, CR and LF, and lowered; at most `most` lines (a CR LF pair ends
+  // one, and a last line without its end counts). Returns the lines counted. `text`
+  // must have 64 readable bytes after the lines; it is not changed.
+  std::size_t countLines(const char* text, std::size_t n, std::size_t most);
 
   // The elements so far, as the table in order of first sight would hold them.
   int64_t unique() const { return unique_; }
 
-  // The list: each element's count and word, by falling count and, for each count,
-  // by word in byte order. A count over 32 bits is the overflow error.
-  struct Element {
-    uint64_t key0 = 0, key1 = 0;  // the word's first 16 bytes, for ordering
-    uint32_t count = 0;
-    uint32_t entry = 0;  // with kLookUp when the key does not hold the whole word
-  };
-  std::vector<Element> ordered() const;
-  // Frees the hashed index once the counting is over (nothing can be counted after).
-  void dropIndex();
-  // The element's word, in `scratch` when it is there in whole.
-  std::string_view wordOf(const Element& e, char (&scratch)[16]) const;
+  // The list's lines as the .DIC has them, handed to `out` in pieces: the elements by
+  // falling count and, within a count, by word in byte order; every group but the last,
+  // and the last only when its count is 1 and a group of a higher count came before
+  // it. A count over 32 bits is the overflow error. Ends the count: the table's memory
+  // is used to order the list.
+  void writeList(const std::function<void(std::string_view)>& out);
 
  private:
-  struct Entry {
-    uint64_t w0 = 0, w1 = 0;  // the first 16 bytes, zeros after the word
+  // A slot of the table: a word of at most kInline bytes is held in the slot itself,
+  // its bytes 0-7 in `a`, 8-10 in the low three bytes of `b` and its length in the high
+  // one; a longer word is an element of `specials_`, numbered in `a`, with kSpecial and
+  // 24 bits of its hash in `b`. `b` is 0 in a free slot.
+  struct Slot {
+    uint64_t a;
+    uint32_t b;
+    uint32_t count;  // of a word held in the slot; kOmitted for a word of the omit list
+  };
+  struct Special {
+    uint64_t hash = 0;
+    uint64_t at = 0;  // the word's bytes in bytes_
     uint32_t shortCount = 0;  // words of at most 35 characters equal to it
-    uint32_t longCount = 0;   // words longer, whose first 35 it is
-    uint32_t tail = 0;        // where bytes 17 to 35 lie in tails_
     uint8_t len = 0;
     uint8_t flags = 0;
+    uint64_t longCount = 0;  // words longer, whose first 35 it is
   };
-  static constexpr uint8_t kOmitted = 1, kSeen = 2, kFirstLong = 4;
-  static constexpr uint32_t kLookUp = uint32_t{1} << 31;
+  // A word cut, waiting for its turn while its slot is fetched.
+  struct Pending {
+    uint64_t a;
+    uint64_t h;  // of a longer word: its length, `a` its place
+    uint32_t b;  // 0 for a longer word
+  };
+  static constexpr std::size_t kInline = 11;
+  static constexpr uint32_t kSpecial = 0xFF000000u;
   static constexpr uint32_t kMaxCount = 0x7FFFFFFF;  // counts are 32-bit signed numbers
-  struct Slot {
-    uint32_t tag = 0;
-    uint32_t entry = 0;  // entry number + 1; 0 is free
-  };
-  // The entries in blocks that never move: growing copies nothing.
-  class Entries {
-   public:
-    Entry& operator[](std::size_t i) { return blocks_[i >> kShift][i & kMask]; }
-    const Entry& operator[](std::size_t i) const { return blocks_[i >> kShift][i & kMask]; }
-    std::size_t size() const { return size_; }
-    Entry& push_back(const Entry& e) {
-      if ((size_ & kMask) == 0) blocks_.push_back(std::make_unique<Entry[]>(kMask + 1));
-      Entry& slot = (*this)[size_++];
-      slot = e;
-      return slot;
-    }
+  static constexpr uint32_t kOmitted = 0xFFFFFFFFu;
+  static constexpr uint8_t kOmittedFlag = 1, kSeen = 2, kFirstLong = 4;
+  static constexpr int kBatch = 256;
 
-   private:
-    static constexpr int kShift = 16;
-    static constexpr std::size_t kMask = (std::size_t{1} << kShift) - 1;
-    std::vector<std::unique_ptr<Entry[]>> blocks_;
-    std::size_t size_ = 0;
-  };
-  // Words of at most 16 bytes met lately, each with its entry, seen and not omitted:
-  // most words of a text are a few hundred common ones, found here without the table.
-  struct Recent {
-    uint64_t w0 = 0, w1 = 0;
-    uint32_t entry = 0;
-    uint32_t len = ~uint32_t{0};
-  };
-  static constexpr int kRecentBits = 11;
-  static constexpr uint32_t kRecentAfter = 8;
-  static std::size_t recentPlace(uint64_t w0, uint64_t w1, std::size_t len) {
-    return static_cast<std::size_t>(((w0 + w1 * 31 + len) * 0x9E3779B97F4A7C15ull) >> (64 - kRecentBits));
-  }
+  // The top bits place the word.
+  static uint64_t hashInline(uint64_t a, uint32_t b) { return a * 0xD6E8FEB86659FD93ull + uint64_t{b} * 0x9E3779B97F4A7C15ull; }
+  static uint64_t hashBytes(const char* word, std::size_t len);
 
-  // The number of the entry of `word` (at most 35 bytes), made when it is new.
-  uint32_t entryOf(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
+  void countInline(uint64_t a, uint32_t b, uint64_t h);
+  uint64_t specialOf(const char* word, std::size_t len, uint64_t h);
+  void countSpecial(const char* word, std::size_t len);
+  void countLong(const char* word, std::size_t len);
+  // One word, lowered, of any length but 0.
+  void countWord(const char* word, std::size_t len);
+  void takeSlot();
   void grow();
-  void countShort(const char* word, std::size_t len);
-  void countHashed(const char* word, std::size_t len, uint64_t w0, uint64_t w1, uint64_t hash);
-  void countLong(std::string_view word);
 
-  ByteSetMasks delims_;
-  std::vector<Slot> slots_;
+  void countScanned(const char* text, std::size_t n);
+  void markLines(const char* text, std::size_t n);
+  void cutWords(std::size_t from, std::size_t to);
+  void settle();
+  void countExactLine(std::string_view line);
+
+  PageBlock table_;
+  Slot* slots_ = nullptr;
   std::size_t mask_ = 0;
-  int bits_ = 0;  // slots_ has 2^bits_ slots
-  Entries entries_;
-  std::vector<Recent> recent_;
-  std::string tails_;
-  std::vector<std::string> longOmit_;  // omit entries of more than 35 characters
+  int shift_ = 0;  // a hash's slot is its top bits: h >> shift_
+  std::size_t used_ = 0, growAt_ = 0;
+  std::vector<Special> specials_;
+  std::string bytes_;
+  struct ViewHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view s) const { return std::hash<std::string_view>{}(s); }
+  };
+  // Omit entries of more than 35 characters, found by the whole of a longer word.
+  std::unordered_set<std::string, ViewHash, std::equal_to<>> longOmit_;
   int64_t unique_ = 0;
+
+  TextScan scan_;
+  std::vector<std::pair<std::size_t, std::size_t>> exactLines_;
+  Pending batch_[kBatch];
+  int pending_ = 0;
+  std::string line_;
 };
 
 }  // namespace zv

@@ -47,33 +47,36 @@ void TextOut::line(std::string_view text) {
 }
 
 void TextOut::raw(std::string_view bytes) {
-  if (buf_.size() + bytes.size() > kBufferSize) flush();
-  if (bytes.size() >= kBufferSize) {  // a large block goes straight through, uncopied
-    writeAll(bytes.data(), bytes.size());
-    return;
+  if (buf_.size() + bytes.size() > kBufferSize) {
+    flush();
+    if (bytes.size() >= kBufferSize) {  // a buffer's worth or more goes straight through
+      if (const int e = writeAll(bytes.data(), bytes.size())) ThrowSystemError(e, path_);
+      return;
+    }
   }
   buf_.append(bytes);
   if (buf_.size() >= kBufferSize) flush();
 }
 
 void TextOut::flush() {
-  writeAll(buf_.data(), buf_.size());
+  if (fd_ < 0) throw ZvError(err::kBadFileNumber, ErrorText(err::kBadFileNumber), path_);
+  const int e = writeAll(buf_.data(), buf_.size());
   buf_.clear();
+  if (e != 0) ThrowSystemError(e, path_);
 }
 
-void TextOut::writeAll(const char* p, std::size_t left) {
-  if (fd_ < 0) throw ZvError(err::kBadFileNumber, ErrorText(err::kBadFileNumber), path_);
-  while (left > 0) {
-    const ssize_t n = ::write(fd_, p, left);
-    if (n < 0) {
+int TextOut::writeAll(const char* p, std::size_t n) {
+  if (fd_ < 0) return EBADF;
+  while (n > 0) {
+    const ssize_t done = ::write(fd_, p, n);
+    if (done < 0) {
       if (errno == EINTR) continue;
-      const int e = errno;
-      buf_.clear();
-      ThrowSystemError(e, path_);
+      return errno;
     }
-    p += n;
-    left -= static_cast<std::size_t>(n);
+    p += done;
+    n -= static_cast<std::size_t>(done);
   }
+  return 0;
 }
 
 void TextOut::close() {

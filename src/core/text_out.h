@@ -40,7 +40,8 @@ class TextOut {
  private:
   void openWith(const std::string& path, int mode);
   void flush();
-  void writeAll(const char* bytes, std::size_t size);
+  // Writes `n` bytes at `p` to the open file: 0, or the error number of the failed write.
+  int writeAll(const char* p, std::size_t n);
 
   int fd_ = -1;
   std::string path_;

@@ -163,12 +163,14 @@ TEST(Diction, SixteenBitAndTableLimitsFailUnlessLifted) {
 
 TEST(Diction, AnInterruptOrAnInputTheListWouldReplaceLeavesNoList) {
   TempDir dir;
-  const DictionRun stopped =
-      RunOn(dir, "a b\r\nc d\r\n", "<none>", false, "words.txt", [](JobState& job, RecordingPanels& panels) {
-        panels.onLine = [&job](int32_t) { job.giInterrupt = 1; };
-      });
-  EXPECT_EQ(stopped.result.outcome, JobOutcome::Interrupted);
-  EXPECT_EQ(stopped.dic, "<none>");
+  for (const bool large : {false, true}) {
+    const DictionRun stopped =
+        RunOn(dir, "a b\r\nc d\r\n", "<none>", large, "words.txt", [](JobState& job, RecordingPanels& panels) {
+          panels.onLine = [&job](int32_t) { job.giInterrupt = 1; };
+        });
+    EXPECT_EQ(stopped.result.outcome, JobOutcome::Interrupted) << large;
+    EXPECT_EQ(stopped.dic, "<none>") << large;
+  }
   const DictionRun self = RunOn(dir, "a b\r\n", "<none>", false, "list.DIC");
   EXPECT_EQ(self.result.outcome, JobOutcome::Refused);
   EXPECT_EQ(ReadFile(dir.file("list.DIC")), "a b\r\n");
