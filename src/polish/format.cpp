@@ -166,10 +166,24 @@ void cleanAndScan(std::string_view raw, char* p, LineFacts& facts, bool barsToNu
 // rest is cleaned, straight from the bytes read; the rest is cleaned in place at the
 // end of `dest`, and what runs it holds are folded there, the text between them moved
 // down in pieces.
+// The bytes that open `raw` and are blanks once cleaned.
+std::size_t leadingBlanks(std::string_view raw) {
+  std::size_t lead = 0;
+#if defined(__SSE2__)
+  const __m128i low7 = _mm_set1_epi8(0x7f), blank = _mm_set1_epi8(' ');
+  for (; lead + 16 <= raw.size(); lead += 16) {
+    const __m128i v = _mm_and_si128(load16(raw.data() + lead), low7);
+    const unsigned other = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank))) & 0xFFFFu;
+    if (other != 0) return lead + static_cast<std::size_t>(__builtin_ctz(other));
+  }
+#endif
+  while (lead < raw.size() && (raw[lead] & 0x7f) == ' ') ++lead;
+  return lead;
+}
+
 void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts, bool barsToNul) {
   const std::size_t lineStart = dest.size();
-  std::size_t lead = 0;
-  while (lead < raw.size() && (raw[lead] & 0x7f) == ' ') ++lead;  // a blank once cleaned
+  std::size_t lead = leadingBlanks(raw);
   if (lead < 2) lead = 0;
   std::size_t longest = lead;
   if (lead > 0) dest.append((lead + 15) / 16, ' ');
