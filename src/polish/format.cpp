@@ -186,10 +186,11 @@ void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts
   std::size_t lead = leadingBlanks(raw);
   if (lead < 2) lead = 0;
   std::size_t longest = lead;
-  if (lead > 0) dest.append((lead + 15) / 16, ' ');
+  const std::size_t opening = (lead + 15) / 16;  // the blanks the opening run leaves
   raw.remove_prefix(lead);
-  const std::size_t from = dest.size();
+  const std::size_t from = lineStart + opening;
   dest.resize(from + raw.size());
+  for (std::size_t k = lineStart; k < from; ++k) dest[k] = ' ';
   char* p = dest.data() + from;
   cleanAndScan(raw, p, facts, barsToNul);
   std::size_t i = facts.pairFrom(0);
