@@ -67,8 +67,11 @@ LineTally TallyLineReader(const std::string& path, bool clean) {
   return tally;
 }
 
-void RegisterCase(const std::string& name, void (*fn)(benchmark::State&), int64_t repetitions) {
-  benchmark::RegisterBenchmark(name.c_str(), fn)->Iterations(1)->Repetitions(static_cast<int>(repetitions))->UseRealTime();
+void RegisterCase(const std::string& name, void (*fn)(benchmark::State&), int64_t repetitions, bool processCpu) {
+  benchmark::internal::Benchmark* b =
+      benchmark::RegisterBenchmark(name.c_str(), fn)->Iterations(1)->Repetitions(static_cast<int>(repetitions));
+  if (processCpu) b->MeasureProcessCPUTime();
+  b->UseRealTime();
 }
 
 double CaseResult::best() const { return *std::min_element(seconds.begin(), seconds.end()); }

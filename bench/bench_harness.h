@@ -36,7 +36,10 @@ LineTally TallyGetline(const std::string& path);
 LineTally TallyLineReader(const std::string& path, bool clean = false);
 
 // Registers a case for RunCaseInChild: one iteration a repetition, wall-clock time.
-void RegisterCase(const std::string& name, void (*fn)(benchmark::State&), int64_t repetitions);
+// With `processCpu` the CPU time is that of every thread of the process (a case whose
+// job hands work to worker threads), else that of the case's own thread.
+void RegisterCase(const std::string& name, void (*fn)(benchmark::State&), int64_t repetitions,
+                  bool processCpu = false);
 
 struct CaseResult {
   std::string name;

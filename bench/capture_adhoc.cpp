@@ -18,11 +18,10 @@ constexpr std::array<sv, 40> kWords = {
     "kept", "open", "recorded", "peak", "model", "cut", "during", "through", "the", "of", "and", "in", "on",
     "by", "was", "were", "a", "to"};
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0xAD40C0DEu), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
-  }
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0xAD40C0DEu, kWords) {}
 
   SyntheticCapture run() {
     while (out_.bytes() < target_) session();
@@ -30,8 +29,6 @@ class Generator {
   }
 
  private:
-  const std::string& text() { return rng_.pick(pool_); }
-
   void session() {
     out_.line("NORDLINK ONLINE RETRIEVAL   Host 4   Port 17");
     out_.line("Enter user code: LK-22087");
@@ -74,13 +71,6 @@ class Generator {
     if (rng_.chance(20)) out_.line(std::string(kAdHocBegin) + " ");
     out_.line(kAdHocEnd);
   }
-
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
-  CaptureClock clock_;
 };
 
 }  // namespace

@@ -52,10 +52,10 @@ constexpr std::array<sv, 12> kTerms = {
     "SPHAGNUM", "REWET$", "SUBSIDENCE AND PEAT$", "FEN$ AND GRAZING", "CARBON ADJ STORE$",
     "SEDIMENT$ AND NITROGEN", "BOG$ SAME DAM$", "HYDROLOGY AND MIRE$"};
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0xB125D07Du), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0xB125D07Du, kWords) {
     titles_.reserve(1024);
     for (std::size_t i = 0; i < 1024; ++i) {
       std::string t = pool_[i];
@@ -180,18 +180,12 @@ class Generator {
     if (rng_.chance(100)) out_.line("    ");  // a line of blanks is kept
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   std::vector<std::string> titles_;
   const DataBase* base_ = &kBases[0];
   std::size_t baseTurn_ = 0;
   int set_ = 0;
   int searches_ = 0;
   int printsInBase_ = 0;
-  CaptureClock clock_;
 };
 
 }  // namespace

@@ -53,11 +53,10 @@ constexpr std::array<sv, 10> kTerms = {
     "sediment$ and mercury", "trout and stock$", "lake$ near reservoir$", "bottom adj sediment$",
     "mercury.ti."};
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0xDA7A57A2u), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
-  }
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0xDA7A57A2u, kWords) {}
 
   SyntheticCapture run() {
     logon();
@@ -75,8 +74,6 @@ class Generator {
   }
 
  private:
-  const std::string& text() { return rng_.pick(pool_); }
-
   std::string clock() { return clock_.next(rng_); }
 
   void prompt(const std::string& command) {
@@ -165,17 +162,11 @@ class Generator {
     }
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   const Database* base_ = &kBases[0];
   std::size_t baseTurn_ = 0;
   int set_ = 0;
   int searches_ = 0;
   int printsInBase_ = 0;
-  CaptureClock clock_;
 };
 
 }  // namespace

@@ -20,14 +20,10 @@ constexpr std::array<sv, 40> kWords = {
     "years", "first", "second", "third", "after", "before", "the", "of", "and", "in", "on", "by", "was",
     "were", "a", "to", "from", "with", "field", "trial"};
 
-constexpr int64_t kFscBudget = 30000;
-constexpr int64_t kLargestFscEvent = 20;
-
-class Generator {
+class Generator : DialogCaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0xD1A1A11Eu), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
-  }
+  Generator(const std::string& path, int64_t target)
+      : DialogCaptureGenerator(path, target, 0xD1A1A11Eu, kWords, 20) {}
 
   SyntheticCapture run() {
     while (out_.bytes() < target_) session();
@@ -35,18 +31,6 @@ class Generator {
   }
 
  private:
-  bool affordable() const { return result_.fscLines + kLargestFscEvent <= kFscBudget; }
-
-  template <typename F>
-  void fscBlock(F&& emit) {
-    const int64_t before = out_.lines();
-    emit();
-    result_.fscLines += out_.lines() - before;
-    ++result_.fscSeparators;
-  }
-
-  const std::string& text() { return rng_.pick(pool_); }
-
   void session() {
     for (sv line : {"Trying 31060000447...Open", "DIALOG INFORMATION SERVICES", "PLEASE LOGON:", " *******",
                     "Welcome to DIALOG", ""})
@@ -116,13 +100,6 @@ class Generator {
       for (uint32_t i = 1; i < lines; ++i) out_.line(text());
     }
   }
-
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
-  CaptureClock clock_;
 };
 
 }  // namespace

@@ -42,15 +42,10 @@ constexpr std::array<Format, 7> kFormats = {{
     {"3,k", "3,K", false, 10},
 }};
 
-// The filters count .FSC lines in 16 bits: blocks stop short of that.
-constexpr int64_t kFscBudget = 30000;
-constexpr int64_t kLargestFscEvent = 40;
-
-class Generator {
+class Generator : DialogCaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0x7E5A3B01u), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
-  }
+  Generator(const std::string& path, int64_t target)
+      : DialogCaptureGenerator(path, target, 0x7E5A3B01u, kWords, 40) {}
 
   SyntheticCapture run() {
     logon();
@@ -64,19 +59,6 @@ class Generator {
   }
 
  private:
-  bool affordable() const { return result_.fscLines + kLargestFscEvent <= kFscBudget; }
-
-  // A block runs from its command to the next prompt, which adds a blank separator.
-  template <typename F>
-  void fscBlock(F&& emit) {
-    const int64_t before = out_.lines();
-    emit();
-    result_.fscLines += out_.lines() - before;
-    ++result_.fscSeparators;
-  }
-
-  const std::string& text() { return rng_.pick(pool_); }
-
   void logon() {
     for (sv line : {"Trying 31060000447...Open", "", "DIALOG INFORMATION SERVICES", "PLEASE LOGON:", " *******",
                     "ENTER PASSWORD:", " *********", "Welcome to DIALOG", "", "Dialog level 24.05.02D", ""})
@@ -191,12 +173,6 @@ class Generator {
     }
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
-  CaptureClock clock_;
   int file_ = 155;
   int sets_ = 0;
   int step_ = 0;

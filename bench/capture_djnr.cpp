@@ -37,12 +37,11 @@ constexpr std::array<sv, 16> kTerms = {
     "electric vans", "chief executive", "plant", "council", "merger", "profit warning", "cell prices",
     "postal service"};
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0xD0C0DE11u), target_(target), out_(path) {
-    // Body text behind the six-blank indent of the TD field.
-    pool_ = CaptureTextPool(rng_, kWords, {.minWidth = 50, .maxWidth = 72, .indent = 6});
-  }
+  // Body text behind the six-blank indent of the TD field.
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0xD0C0DE11u, kWords, {.minWidth = 50, .maxWidth = 72, .indent = 6}) {}
 
   SyntheticCapture run() {
     logon();
@@ -59,8 +58,6 @@ class Generator {
   }
 
  private:
-  const std::string& text() { return rng_.pick(pool_); }
-
   void logon() {
     out_.line("ATDT 5551804");
     out_.line("CONNECT 9600");
@@ -158,11 +155,6 @@ class Generator {
     }
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   int sets_ = 0;
 };
 

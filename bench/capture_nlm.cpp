@@ -41,12 +41,11 @@ constexpr std::array<sv, 16> kTerms = {
 
 constexpr std::array<sv, 3> kFiles = {"MEDFILE", "TOXFILE", "BACKFILE"};
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0x4E4C4D01u), target_(target), out_(path) {
-    // Continuation lines behind a six-blank indent.
-    pool_ = CaptureTextPool(rng_, kWords, {.minWidth = 50, .maxWidth = 70, .indent = 6});
-  }
+  // Continuation lines behind a six-blank indent.
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0x4E4C4D01u, kWords, {.minWidth = 50, .maxWidth = 70, .indent = 6}) {}
 
   SyntheticCapture run() {
     logon();
@@ -155,11 +154,6 @@ class Generator {
     field("MH", rng_.between(0, 2));
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   sv file_ = kFiles[0];
   int sets_ = 0;
 };

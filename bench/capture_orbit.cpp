@@ -24,13 +24,10 @@ constexpr std::array<sv, 6> kTitles = {
     "Potting compound for fibre bundles", "Membrane contactor for biogas upgrading",
     "Cleaning of fouled gas separation modules", "Thin film composite of a glassy polymer"};
 
-class OrbitGenerator {
+class OrbitGenerator : CaptureGenerator {
  public:
   OrbitGenerator(const std::string& path, int64_t target)
-      : rng_(0x0E817u),
-        out_(path),
-        target_(target),
-        text_(CaptureTextPool(rng_, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 6})) {}
+      : CaptureGenerator(path, target, 0x0E817u, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 6}) {}
 
   SyntheticCapture run() {
     logon();
@@ -48,8 +45,6 @@ class OrbitGenerator {
   }
 
  private:
-  const std::string& text() { return rng_.pick(text_); }
-
   // The prompt, the user's command and the program's answer line.
   void command(const std::string& typed) {
     out_.line(CaptureFormat("SS %d /C?", ss_));
@@ -157,14 +152,9 @@ class OrbitGenerator {
     out_.line("TYMNET: call cleared by request");
   }
 
-  CaptureRng rng_;
-  CaptureStream out_;
-  int64_t target_;
-  std::vector<std::string> text_;
   sv file_ = kFiles[0];
   int ss_ = 1;
   int64_t searches_ = 0;
-  SyntheticCapture result_;
   int64_t itemsInSession_ = 0;
 };
 

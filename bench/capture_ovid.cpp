@@ -42,11 +42,10 @@ constexpr std::array<sv, 12> kTerms = {
 
 constexpr sv kMargin = "         ";  // 9 columns
 
-class Generator {
+class Generator : CaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0x0F1D0F1Du), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords, {.maxWidth = 70});
-  }
+  Generator(const std::string& path, int64_t target)
+      : CaptureGenerator(path, target, 0x0F1D0F1Du, kWords, {.maxWidth = 70}) {}
 
   SyntheticCapture run() {
     logon();
@@ -62,9 +61,9 @@ class Generator {
   }
 
  private:
-  void body(sv s) { out_.line(kMargin, s); }
+  using CaptureGenerator::text;  // beside the text(minLines, maxLines) of a print
 
-  const std::string& text() { return rng_.pick(pool_); }
+  void body(sv s) { out_.line(kMargin, s); }
 
   std::string clock() { return clock_.next(rng_); }
 
@@ -165,15 +164,9 @@ class Generator {
     out_.blank();
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   int printsInSession_ = 0;
   int pageLines_ = 0;
   uint32_t page_ = 0;
-  CaptureClock clock_;
 };
 
 }  // namespace

@@ -20,13 +20,10 @@ constexpr std::array<sv, 10> kTerms = {"membrane?", "gas(w)separation", "polyimi
                                        "carbon(w)dioxide", "permeance", "ageing", "plasticiz?",
                                        "mixed(w)matrix", "free(w)volume"};
 
-class StnGenerator {
+class StnGenerator : CaptureGenerator {
  public:
   StnGenerator(const std::string& path, int64_t target)
-      : rng_(0x57A7u),
-        out_(path),
-        target_(target),
-        text_(CaptureTextPool(rng_, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 5})) {}
+      : CaptureGenerator(path, target, 0x57A7u, kMembraneWords, {.count = 2048, .maxWidth = 72, .indent = 5}) {}
 
   SyntheticCapture run() {
     logon();
@@ -43,8 +40,6 @@ class StnGenerator {
   }
 
  private:
-  const std::string& text() { return rng_.pick(text_); }
-
   void logon() {
     out_.line("Welcome to STN International!  Enter x:x");
     out_.blank();
@@ -178,14 +173,9 @@ class StnGenerator {
     out_.line("STN INTERNATIONAL LOGOFF AT 09:42:31 ON 14 MAR 2024");
   }
 
-  CaptureRng rng_;
-  CaptureStream out_;
-  int64_t target_;
-  std::vector<std::string> text_;
   sv file_ = kFiles[0];
   int lSet_ = 0;
   int64_t searches_ = 0;
-  SyntheticCapture result_;
   int64_t answersInSession_ = 0;
 };
 

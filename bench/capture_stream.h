@@ -153,6 +153,56 @@ std::vector<std::string> CaptureTextPool(CaptureRng& rng, const std::array<std::
   return pool;
 }
 
+// What every generator starts from: its random source, seeded with a number of its own;
+// the stream it writes and the size it writes up to; the counts it returns; a pool of
+// running text from its words, made first thing from the random source; the session
+// clock.
+class CaptureGenerator {
+ protected:
+  template <std::size_t N>
+  CaptureGenerator(const std::string& path, int64_t target, uint64_t seed,
+                   const std::array<std::string_view, N>& words, TextPoolShape shape = {})
+      : rng_(seed), target_(target), out_(path), pool_(CaptureTextPool(rng_, words, shape)) {}
+
+  // A line of the pool.
+  const std::string& text() { return rng_.pick(pool_); }
+
+  CaptureRng rng_;
+  int64_t target_;
+  CaptureStream out_;
+  SyntheticCapture result_;
+  std::vector<std::string> pool_;
+  CaptureClock clock_;
+};
+
+// The DIALOG generators also count what the filter copies to the .FSC. The filters
+// count .FSC lines in 16 bits, so the commands that feed the .FSC stop once the largest
+// block one of them writes could pass a budget well under that limit.
+class DialogCaptureGenerator : public CaptureGenerator {
+ protected:
+  template <std::size_t N>
+  DialogCaptureGenerator(const std::string& path, int64_t target, uint64_t seed,
+                         const std::array<std::string_view, N>& words, int64_t largestFscBlock)
+      : CaptureGenerator(path, target, seed, words), largestFscBlock_(largestFscBlock) {}
+
+  static constexpr int64_t kFscBudget = 30000;
+
+  bool affordable() const { return result_.fscLines + largestFscBlock_ <= kFscBudget; }
+
+  // A block runs from its command to the next prompt, which adds a blank separator:
+  // counts what `emit` wrote.
+  template <typename F>
+  void fscBlock(F&& emit) {
+    const int64_t before = out_.lines();
+    emit();
+    result_.fscLines += out_.lines() - before;
+    ++result_.fscSeparators;
+  }
+
+ private:
+  int64_t largestFscBlock_;
+};
+
 inline constexpr std::array<std::string_view, 12> kCaptureMonths = {
     "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 

@@ -209,7 +209,7 @@ int main(int argc, char** argv) {
   const int64_t reps = EnvInt("ZV_BENCH_REPS", 3);
   RecordSetOptions options;
   options.records = EnvInt("ZV_BENCH_RECORDS", 1'000'000);
-  for (const Case& c : kCases) RegisterCase(c.name, c.fn, reps);
+  for (const Case& c : kCases) RegisterCase(c.name, c.fn, reps, true);
 
   gSetup.dir = MakeBenchDir("zv-export-bench-");
   if (gSetup.dir.empty()) return 2;
@@ -233,7 +233,8 @@ int main(int argc, char** argv) {
   std::printf("  mixed .PRO %.1f MB, %lld lines; the same records in four files of one form each for dedup\n",
               static_cast<double>(set.bytes) / kMiB, static_cast<long long>(set.lines));
   std::printf("  %lld repetitions per case, each case in its own process; MB = 2^20 bytes;\n"
-              "  cpu s is the CPU time of the job's thread (the workers of export and dedup not counted)\n\n",
+              "  cpu s is the CPU time of the case's process, every thread of it (the workers of export\n"
+              "  and dedup too)\n\n",
               static_cast<long long>(reps));
 
   std::printf("  %-24s %9s %9s %10s %10s\n", "case", "best s", "cpu s", "MB/s", "peak RSS");
@@ -254,16 +255,20 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
   }
 
-  std::printf("\n  targets (best repetition of each case, wall clock)\n");
+  std::printf("\n  targets (best repetition of each case; wall clock, then CPU time of all threads)\n");
   const CaseResult* copy = FindCase(results, "write/copy_lines");
   for (const char* name : {"export/ris", "export/csl-json", "export/csv"}) {
     const CaseResult* e = FindCase(results, name);
     if (copy == nullptr || e == nullptr) continue;
-    // The speed ratio is the time ratio upside down, on the wall clock: export reads
-    // fields on worker threads, whose CPU time the "cpu s" column (the job's thread
-    // alone) leaves out.
+    // The speed ratio is the time ratio upside down. On the wall clock the export's
+    // workers share the machine's cores with whatever else runs; its CPU time, all
+    // threads added up, is the steadier figure and the stricter one, as it gives the
+    // workers no credit for running side by side.
     const double speed = copy->best() / e->best();
     PrintVerdict((std::string(name) + " speed / copy_lines speed").c_str(), speed, "", ">= 0.5", speed >= kTargetExportSpeed);
+    const double cpuSpeed = copy->bestCpu() / e->bestCpu();
+    PrintVerdict((std::string(name) + " CPU speed / copy_lines").c_str(), cpuSpeed, "", ">= 0.5",
+                 cpuSpeed >= kTargetExportSpeed);
   }
   if (const CaseResult* d = FindCase(results, "dedup/find_duplicates")) {
     const Quality q = judge(gSetup.report);

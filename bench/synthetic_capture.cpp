@@ -73,16 +73,10 @@ constexpr std::array<Format, 6> kFormats = {{
     {"3,k", "3,K", 50, 15},
 }};
 
-// The .FSC counter of the filter is 16 bits; commands that feed the file stop short
-// of this, with room left for the closing logoff block.
-constexpr int64_t kFscBudget = 30000;
-constexpr int64_t kLargestFscEvent = 40;
-
-class Generator {
+class Generator : DialogCaptureGenerator {
  public:
-  Generator(const std::string& path, int64_t target) : rng_(0x5A0A7A11u), target_(target), out_(path) {
-    pool_ = CaptureTextPool(rng_, kWords);
-  }
+  Generator(const std::string& path, int64_t target)
+      : DialogCaptureGenerator(path, target, 0x5A0A7A11u, kWords, 40) {}
 
   SyntheticCapture run() {
     logon(true);
@@ -102,20 +96,6 @@ class Generator {
   }
 
  private:
-  bool affordable() const { return result_.fscLines + kLargestFscEvent <= kFscBudget; }
-
-  // A block of the .FSC runs from its command to the next prompt, and the prompt that
-  // closes it adds a blank separator: count what the block function wrote.
-  template <typename F>
-  void fscBlock(F&& emit) {
-    const int64_t before = out_.lines();
-    emit();
-    result_.fscLines += out_.lines() - before;
-    ++result_.fscSeparators;
-  }
-
-  const std::string& text() { return rng_.pick(pool_); }
-
   std::string clock() { return clock_.next(rng_); }
 
   void logon(bool first) {
@@ -326,18 +306,12 @@ class Generator {
     }
   }
 
-  CaptureRng rng_;
-  int64_t target_;
-  CaptureStream out_;
-  SyntheticCapture result_;
-  std::vector<std::string> pool_;
   const DialogFile* file_ = &kFiles[0];
   std::size_t fileTurn_ = 0;
   int sets_ = 0;
   int printsInFile_ = 0;
   int64_t recordsInSession_ = 0;
   int sessionStep_ = 0;
-  CaptureClock clock_;
 };
 
 }  // namespace

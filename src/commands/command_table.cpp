@@ -31,21 +31,8 @@ namespace zv {
 
 namespace {
 
-using FilterTool = JobResult (*)(JobState&, JobProgress&, const FilterInput&);
-
-// A filter's row: the capture the front end chose, handed to the filter.
-template <FilterTool Tool>
-JobResult runFilter(CommandContext& context) {
-  const FilterInput* input = context.get<FilterInput>();
-  if (input == nullptr) {
-    JobResult none;
-    none.outcome = JobOutcome::NoCommand;
-    return none;
-  }
-  return Tool(context.job, context.progress, *input);
-}
-
-// A tool's row whose parameters its dialog (or the command line) gathered.
+// A tool's row whose parameters its dialog (or the command line) gathered; without
+// them, NoCommand.
 template <class Params, JobResult (*Tool)(JobState&, JobProgress&, const Params&)>
 JobResult runWith(CommandContext& context) {
   const Params* params = context.get<Params>();
@@ -57,11 +44,15 @@ JobResult runWith(CommandContext& context) {
   return Tool(context.job, context.progress, *params);
 }
 
+// A filter's row: the capture the front end chose, handed to the filter.
+template <JobResult (*Tool)(JobState&, JobProgress&, const FilterInput&)>
+constexpr CommandHandler runFilter = &runWith<FilterInput, Tool>;
+
 constexpr std::array kCommands{
     Command{1, "FilterAdHoc", "filter", "adhoc", "Ad hoc: the records between marker lines you name (.PRO, .NDX)",
             &runWith<AdHocParams, &FilterAdHoc>, CommandInput::Own},
     Command{100, "FilterDialogAll", "filter", "dialog-all",
-            "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", &runFilter<&FilterDialogAll>, CommandInput::Capture},
+            "DIALOG: every typed or printed record to one file (.PRO, .NDX, .FSC)", runFilter<&FilterDialogAll>, CommandInput::Capture},
     // 200 and 300 show their dialogs; the dialogs' Begin buttons run 201 and 301.
     Command{200, "FilterDialogPik", "filter", "dialog-types",
             "DIALOG: the records of up to five types you name, to one file (.PRO, .NDX, .FSC)",
@@ -74,19 +65,19 @@ constexpr std::array kCommands{
     Command{301, "FilterDialogSep", "", "", "Filter the types the dialog names to their own files",
             &runWith<SepTypesParams, &FilterDialogSep>, CommandInput::Own},
     Command{400, "FilterDialmail", "filter", "dialmail",
-            "DIALMAIL: every mailed offline print to one file (.PRO, .NDX, .FSC)", &runFilter<&FilterDialmail>,
+            "DIALMAIL: every mailed offline print to one file (.PRO, .NDX, .FSC)", runFilter<&FilterDialmail>,
             CommandInput::Capture},
     Command{500, "FilterBRS", "filter", "brs", "BRS .. (dot dot) mode: every printed document (.PRO, .NDX)",
-            &runFilter<&FilterBRS>, CommandInput::Capture},
+            runFilter<&FilterBRS>, CommandInput::Capture},
     Command{600, "FilterDataStar", "filter", "datastar", "Data-Star: every printed document (.PRO, .NDX)",
-            &runFilter<&FilterDataStar>, CommandInput::Capture},
-    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", &runFilter<&FilterDJ>, CommandInput::Capture},
-    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", &runFilter<&FilterNLM>, CommandInput::Capture},
+            runFilter<&FilterDataStar>, CommandInput::Capture},
+    Command{800, "FilterDJ", "filter", "djnr", "DJN/R //TEXT: every document of the session (.PRO, .NDX)", runFilter<&FilterDJ>, CommandInput::Capture},
+    Command{900, "FilterNLM", "filter", "nlm", "NLM: every citation of the session (.PRO, .NDX)", runFilter<&FilterNLM>, CommandInput::Capture},
     Command{1100, "FilterOrbit", "filter", "orbit",
-            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", &runFilter<&FilterOrbit>, CommandInput::Capture},
+            "Orbit/Questel: every printed item to one file (.PRO, .NDX)", runFilter<&FilterOrbit>, CommandInput::Capture},
     Command{1200, "FilterOvid", "filter", "ovid",
-            "Ovid: every citation to one file, its 9-column margin cut off (.PRO, .NDX)", &runFilter<&FilterOvid>, CommandInput::Capture},
-    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", &runFilter<&FilterSTN>, CommandInput::Capture},
+            "Ovid: every citation to one file, its 9-column margin cut off (.PRO, .NDX)", runFilter<&FilterOvid>, CommandInput::Capture},
+    Command{1300, "FilterSTN", "filter", "stn", "STN: every displayed answer to one file (.PRO, .NDX)", runFilter<&FilterSTN>, CommandInput::Capture},
     // The sifter's commands answer only a host that is the sifter's window.
     Command{kOpenSifter, "OpenSifter", "", "", "Open a record file in the sifter", &OpenSifter, CommandInput::Sifter},
     Command{kShowOrdRecord, "ShowOrdRecord", "", "", "Show the record at the current position of the order",

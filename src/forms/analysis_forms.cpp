@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "analysis/qbf.h"
 #include "core/files.h"
@@ -17,7 +18,9 @@
 #include "forms/frm_indexing.h"
 #include "forms/frm_main.h"
 #include "forms/frm_sift.h"
+#include "forms/help_window.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 
 namespace zv::forms {
 
@@ -114,6 +117,84 @@ QCheckBox* NoLimitsCheckBox(QWidget* parent) {
   box->setToolTip(QStringLiteral("Lift the limits of 32,767 records, lines and counts and of the word tables; "
                                  "equal keys then keep their file order."));
   return box;
+}
+
+AnalysisJobDialog::AnalysisJobDialog(FrmMain& frmMain, const char* name, const char* title)
+    : QDialog(&frmMain), frmMain_(frmMain) {
+  setObjectName(QLatin1String(name));
+  setWindowTitle(QLatin1String(title));
+  setModal(false);
+  setMouseTracking(true);
+}
+
+void AnalysisJobDialog::setButtons(const JobButtons& buttons) {
+  buttons_ = buttons;
+  connect(buttons_.cmdCancel, &QPushButton::clicked, this, &AnalysisJobDialog::cmdCancelClick);
+  connect(buttons_.cmdCancel2, &QPushButton::clicked, this, &AnalysisJobDialog::cmdCancel2Click);
+  connect(buttons_.cmdOkay, &QPushButton::clicked, this, [this] { cmdOkayClick(); });
+}
+
+void AnalysisJobDialog::cmdCancelClick() {
+  frmMain_.ClearStatusPanels();
+  ResetForm();
+  frmMain_.EnableMain(true);
+  frmMain_.activateWindow();
+}
+
+void AnalysisJobDialog::cmdCancel2Click() {
+  frmMain_.job().giInterrupt = 1;
+  frmMain_.ClearStatusPanels();
+}
+
+void AnalysisJobDialog::reject() {
+  if (buttons_.cmdOkay->isVisible())
+    cmdOkayClick();
+  else if (buttons_.cmdCancel2->isEnabled())
+    cmdCancel2Click();
+  else
+    cmdCancelClick();
+}
+
+void AnalysisJobDialog::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
+
+void AnalysisJobDialog::jobStarted(const Start& start) {
+  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
+}
+
+JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage) {
+  auto button = [parent](const char* name, const char* caption) {
+    QPushButton* b = NamedButton(caption, name, parent);
+    b->setAutoDefault(false);
+    return b;
+  };
+  JobButtons b;
+  b.cmdBegin = button(beginName, beginCaption);
+  b.cmdCancel = button("cmdCancel", "Cancel");
+  b.cmdHelp = button("cmdHelp", "Help");
+  b.cmdCancel2 = button("cmdCancel2", "Cancel");
+  b.cmdOkay = button("cmdOkay", "Okay");
+  b.row = CentredRow({b.cmdBegin, b.cmdCancel, b.cmdHelp, b.cmdCancel2, b.cmdOkay});
+  QObject::connect(b.cmdHelp, &QPushButton::clicked, parent, [parent, helpPage] { ShowHelp(parent, helpPage); });
+  return b;
+}
+
+void JobButtons::idle() {
+  for (QPushButton* b : {cmdBegin, cmdCancel, cmdHelp}) b->setEnabled(true);
+  cmdCancel2->show();
+  cmdCancel2->setEnabled(false);
+  cmdOkay->hide();
+}
+
+void JobButtons::running() {
+  for (QPushButton* b : {cmdBegin, cmdCancel, cmdHelp}) b->setEnabled(false);
+  cmdCancel2->setEnabled(true);
+}
+
+void JobButtons::done() {
+  cmdCancel2->hide();
+  cmdOkay->show();
+  cmdOkay->setEnabled(true);
+  cmdOkay->setFocus();
 }
 
 }  // namespace zv::forms

@@ -7,15 +7,17 @@
 #include <string>
 #include <string_view>
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QString>
 
 #include "analysis/analysis_common.h"
 
 class QCheckBox;
-class QDialog;
+class QHBoxLayout;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 class QWidget;
 
 namespace zv::forms {
@@ -64,5 +66,60 @@ void SetStatusHint(QWidget* widget, FrmMain& frmMain, const QString& hint);
 
 // The check box "No size limits" of Rank, Sort and Diction, off until ticked.
 QCheckBox* NoLimitsCheckBox(QWidget* parent);
+
+// The foot of Query by Form, Rank and Sort, in a centred row: the button that begins
+// (Submit or Begin), Cancel, Help (the tool's page), the Cancel that interrupts, and
+// Okay, which takes its place once the job is done. None is a default button.
+struct JobButtons {
+  QHBoxLayout* row = nullptr;
+  QPushButton* cmdBegin = nullptr;
+  QPushButton* cmdCancel = nullptr;
+  QPushButton* cmdHelp = nullptr;
+  QPushButton* cmdCancel2 = nullptr;
+  QPushButton* cmdOkay = nullptr;
+
+  // Filling the form: the first three enabled, the interrupting Cancel in view but
+  // disabled, Okay hidden.
+  void idle();
+  // The job running: of the five, only the interrupting Cancel works.
+  void running();
+  // The job done: Okay in place of the interrupting Cancel, with the focus.
+  void done();
+};
+JobButtons MakeJobButtons(QWidget* parent, const char* beginName, const char* beginCaption, const QString& helpPage);
+
+// What the windows of Query by Form, Rank and Sort share around their job: shown without
+// modality over the disabled main window, the foot of job buttons, Cancel before the
+// job, the interrupt while it runs, the close box and Escape, the timing panels.
+class AnalysisJobDialog : public QDialog, public AnalysisProgress {
+  Q_OBJECT
+
+ public:
+  // Back to the look of a form just opened, emptied and hidden.
+  virtual void ResetForm() = 0;
+
+  // AnalysisProgress: the main window's timing panels.
+  void ClearStatusPanels() override;
+  void jobStarted(const Start& start) override;
+
+ public slots:
+  // The close box and Escape do what the button in view does.
+  void reject() override;
+
+ protected:
+  AnalysisJobDialog(FrmMain& frmMain, const char* name, const char* title);
+
+  // The foot made by MakeJobButtons, its Cancel, interrupting Cancel and Okay connected.
+  void setButtons(const JobButtons& buttons);
+  // Cancel before the job: the form reset and the main window back.
+  void cmdCancelClick();
+  // The interrupt: the job looks at the flag at the end of the record in hand.
+  void cmdCancel2Click();
+  // Okay once the job is done.
+  virtual void cmdOkayClick() = 0;
+
+  FrmMain& frmMain_;
+  JobButtons buttons_;
+};
 
 }  // namespace zv::forms

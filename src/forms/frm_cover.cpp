@@ -19,6 +19,7 @@
 #include "forms/frm_main.h"
 #include "forms/help_window.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 #include "polish/polish_commands.h"
 
 namespace zv::forms {
@@ -142,9 +143,7 @@ FrmCover::FrmCover(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
       option("optSepFile", "Separate File", saveGroup_, static_cast<int>(SaveMode::SepFile), saveFrame));
   layout->addWidget(saveFrame);
 
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
+  pnlProgress_ = PercentBar(this, false);
   layout->addWidget(pnlProgress_);
 
   auto* buttons = new QHBoxLayout;

@@ -2,7 +2,6 @@
 #include "forms/frm_dedup.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
@@ -18,13 +17,6 @@
 #include "forms/panels.h"
 
 namespace zv::forms {
-
-namespace {
-
-QString fromPath(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
-std::string toPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
-
-}  // namespace
 
 FrmDedup::FrmDedup(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("frmDedup"));
@@ -56,12 +48,8 @@ FrmDedup::FrmDedup(QWidget* parent) : QDialog(parent) {
   cmdOutput->setObjectName(QStringLiteral("cmdOutput"));
   auto* cmdReport = new QPushButton(QStringLiteral("Browse..."), this);
   cmdReport->setObjectName(QStringLiteral("cmdReport"));
-  outputs->addWidget(new QLabel(QStringLiteral("Write the records kept to:"), this), 0, 0, 1, 2);
-  outputs->addWidget(txtOutput_, 1, 0);
-  outputs->addWidget(cmdOutput, 1, 1);
-  outputs->addWidget(new QLabel(QStringLiteral("Write the report of the groups to (empty: no report):"), this), 2, 0, 1, 2);
-  outputs->addWidget(txtReport_, 3, 0);
-  outputs->addWidget(cmdReport, 3, 1);
+  PlaceNameRow(*outputs, 0, QStringLiteral("Write the records kept to:"), txtOutput_, cmdOutput);
+  PlaceNameRow(*outputs, 2, QStringLiteral("Write the report of the groups to (empty: no report):"), txtReport_, cmdReport);
   layout->addLayout(outputs);
 
   const OkayCancelRow buttons = MakeOkayCancelRow(this);
@@ -70,15 +58,15 @@ FrmDedup::FrmDedup(QWidget* parent) : QDialog(parent) {
   connect(buttons.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(cmdAdd, &QPushButton::clicked, this, &FrmDedup::browseRecordFiles);
   connect(cmdRemove, &QPushButton::clicked, this, &FrmDedup::removeRecordFile);
-  connect(cmdOutput, &QPushButton::clicked, this, [this] { browse(txtOutput_); });
-  connect(cmdReport, &QPushButton::clicked, this, [this] { browse(txtReport_); });
+  connect(cmdOutput, &QPushButton::clicked, this, [this] { BrowseSaveName(this, txtOutput_); });
+  connect(cmdReport, &QPushButton::clicked, this, [this] { BrowseSaveName(this, txtReport_); });
 }
 
 DedupParams FrmDedup::params() const {
   DedupParams p;
-  for (int i = 0; i < lstFiles_->count(); ++i) p.inputs.push_back(toPath(lstFiles_->item(i)->text()));
-  p.output = toPath(txtOutput_->text().trimmed());
-  p.report = toPath(txtReport_->text().trimmed());
+  for (int i = 0; i < lstFiles_->count(); ++i) p.inputs.push_back(ToPath(lstFiles_->item(i)->text()));
+  p.output = ToPath(txtOutput_->text().trimmed());
+  p.report = ToPath(txtReport_->text().trimmed());
   return p;
 }
 
@@ -91,18 +79,10 @@ void FrmDedup::addRecordFile(const QString& path) {
 }
 
 void FrmDedup::browseRecordFiles() {
-  const QStringList paths = QFileDialog::getOpenFileNames(
-      this, QStringLiteral("Open"), QDir::currentPath(), QStringLiteral("Record Files (*.PRO *.pro *.NDX *.ndx);;All Files (*)"));
-  for (const QString& p : paths) addRecordFile(p);
-  if (!paths.isEmpty()) QDir::setCurrent(QFileInfo(paths.front()).absolutePath());
+  for (const QString& p : BrowseRecordFiles(this, true)) addRecordFile(p);
 }
 
 void FrmDedup::removeRecordFile() { delete lstFiles_->takeItem(lstFiles_->currentRow()); }
-
-void FrmDedup::browse(QLineEdit* field) {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save As"), field->text());
-  if (!path.isEmpty()) field->setText(path);
-}
 
 void FrmDedup::cmdOkayClick() {
   if (lstFiles_->count() == 0) {
@@ -118,35 +98,18 @@ void FrmDedup::cmdOkayClick() {
 
 void RunFindDuplicates(FrmMain& frmMain, const Command& command) {
   FrmDedup dialog(&frmMain);
-  CenterForm(dialog, frmMain);
-  // A dialog answered by a test's runner tells by its result whether Okay let it go.
-  if (ExecModal(dialog) != QDialog::Accepted || dialog.result() != QDialog::Accepted) return;
+  if (!ExecChoices(dialog, frmMain)) return;
   DedupSummary summary;
   DedupParams params = dialog.params();
   params.summary = &summary;
-  FrmRecordJob progress(frmMain, frmMain.job());
-  CenterForm(progress, frmMain);
-  progress.show();
-  frmMain.EnableMain(false);
-  const JobResult result = frmMain.runJob(command.number, params, progress);
-  progress.hide();
-  frmMain.EnableMain(true);
-  switch (result.outcome) {
-    case JobOutcome::Done: {
-      QString text = QString::number(summary.records) + QStringLiteral(" records read, ") +
-                     QString::number(summary.groups) + QStringLiteral(" groups of one work, ") +
-                     QString::number(summary.removed) + QStringLiteral(" records left out.\n\n") +
-                     QString::number(result.records) + QStringLiteral(" records kept in\n") + fromPath(params.output);
-      if (!params.report.empty()) text += QStringLiteral("\n\nReport:\n") + fromPath(params.report);
-      ShowMessage(&frmMain, MsgIcon::Information, QLatin1String(kDedupDialogTitle), text);
-      break;
-    }
-    case JobOutcome::Refused:
-    case JobOutcome::ZeroRecords:
-      if (result.message) ShowMessage(&frmMain, MsgIcon::Warning, result.message->title, result.message->text);
-      break;
-    default:  // an interrupt says nothing; a failure was shown in frmError
-      break;
+  const JobResult result = RunRecordJob(frmMain, command.number, params);
+  if (result.outcome == JobOutcome::Done) {
+    QString text = QString::number(summary.records) + QStringLiteral(" records read, ") +
+                   QString::number(summary.groups) + QStringLiteral(" groups of one work, ") +
+                   QString::number(summary.removed) + QStringLiteral(" records left out.\n\n") +
+                   QString::number(result.records) + QStringLiteral(" records kept in\n") + FromPath(params.output);
+    if (!params.report.empty()) text += QStringLiteral("\n\nReport:\n") + FromPath(params.report);
+    ShowMessage(&frmMain, MsgIcon::Information, QLatin1String(kDedupDialogTitle), text);
   }
 }
 

@@ -31,7 +31,6 @@ class FrmDedup : public QDialog {
  private:
   void browseRecordFiles();
   void removeRecordFile();
-  void browse(QLineEdit* field);
 
   QListWidget* lstFiles_ = nullptr;
   QLineEdit* txtOutput_ = nullptr;

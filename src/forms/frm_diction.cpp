@@ -5,7 +5,6 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -52,42 +51,26 @@ FrmDiction::FrmDiction(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) 
 
   auto* layout = new QVBoxLayout(this);
   auto* grid = new QGridLayout;
-  panels_.lineOdom = SunkenPanel("pnlLineOdom", this, 22);
-  panels_.recOdom = SunkenPanel("pnlWords", this, 22);
-  for (QLabel* odom : {panels_.lineOdom, panels_.recOdom}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
+  panels_.lineOdom = OdometerPanel("pnlLineOdom", this, 22);
+  panels_.recOdom = OdometerPanel("pnlWords", this, 22);
   grid->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
   grid->addWidget(panels_.lineOdom, 0, 1);
   grid->addWidget(new QLabel(QStringLiteral("Unique Words:"), this), 1, 0);
   grid->addWidget(panels_.recOdom, 1, 1);
   grid->setColumnStretch(2, 1);
   layout->addLayout(grid);
-  auto* bar = new QProgressBar(this);
-  bar->setObjectName(QStringLiteral("pnlProgress"));
-  bar->setRange(0, 100);
-  bar->setAlignment(Qt::AlignCenter);
-  panels_.bar = bar;
-  layout->addWidget(bar);
+  panels_.bar = PercentBar(this);
+  layout->addWidget(panels_.bar);
   layout->addWidget(new QLabel(QStringLiteral("Diction Table Written To:"), this));
-  pnlDicFile_ = SunkenPanel("pnlDicFile", this, 22);
-  pnlDicFile_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  pnlDicFile_ = NamePanel("pnlDicFile", this);
   layout->addWidget(pnlDicFile_);
   // Read when the next list is begun: tick it before Okay to run again without limits.
   chkNoLimits_ = NoLimitsCheckBox(this);
   layout->addWidget(chkNoLimits_);
 
-  auto* buttons = new QHBoxLayout;
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel_);
-  buttons->addWidget(cmdOkay_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
+  layout->addLayout(CentredRow({cmdCancel_, cmdOkay_}));
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmDiction::cmdCancelClick);
   connect(cmdOkay_, &QPushButton::clicked, this, &FrmDiction::cmdOkayClick);
   ResetForm();

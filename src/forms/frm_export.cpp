@@ -2,7 +2,6 @@
 #include "forms/frm_export.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -20,13 +19,6 @@
 
 namespace zv::forms {
 
-namespace {
-
-QString fromPath(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
-std::string toPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
-
-}  // namespace
-
 FrmExport::FrmExport(QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("frmExport"));
   setWindowTitle(QLatin1String(kExportDialogTitle));
@@ -43,12 +35,9 @@ FrmExport::FrmExport(QWidget* parent) : QDialog(parent) {
   txtOutput_->setObjectName(QStringLiteral("txtOutput"));
   auto* cmdOutput = new QPushButton(QStringLiteral("Browse..."), this);
   cmdOutput->setObjectName(QStringLiteral("cmdOutput"));
-  files->addWidget(new QLabel(QStringLiteral("Record file (.PRO, its .NDX, or any file of records):"), this), 0, 0, 1, 2);
-  files->addWidget(txtRecordFile_, 1, 0);
-  files->addWidget(cmdRecordFile, 1, 1);
-  files->addWidget(new QLabel(QStringLiteral("Write the references to:"), this), 3, 0, 1, 2);
-  files->addWidget(txtOutput_, 4, 0);
-  files->addWidget(cmdOutput, 4, 1);
+  PlaceNameRow(*files, 0, QStringLiteral("Record file (.PRO, its .NDX, or any file of records):"), txtRecordFile_,
+               cmdRecordFile);
+  PlaceNameRow(*files, 3, QStringLiteral("Write the references to:"), txtOutput_, cmdOutput);
 
   auto* formats = new QGroupBox(QStringLiteral("Format"), this);
   auto* formatRows = new QVBoxLayout(formats);
@@ -72,7 +61,7 @@ FrmExport::FrmExport(QWidget* parent) : QDialog(parent) {
   connect(buttons.cmdOkay, &QPushButton::clicked, this, &FrmExport::cmdOkayClick);
   connect(buttons.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(cmdRecordFile, &QPushButton::clicked, this, &FrmExport::browseRecordFile);
-  connect(cmdOutput, &QPushButton::clicked, this, &FrmExport::browseOutput);
+  connect(cmdOutput, &QPushButton::clicked, this, [this] { BrowseSaveName(this, txtOutput_); });
   connect(txtRecordFile_, &QLineEdit::textChanged, this, &FrmExport::suggestOutput);
 }
 
@@ -83,7 +72,7 @@ ExportFormat FrmExport::format() const {
 }
 
 ExportParams FrmExport::params() const {
-  return ExportParams{toPath(txtRecordFile_->text().trimmed()), format(), toPath(txtOutput_->text().trimmed())};
+  return ExportParams{ToPath(txtRecordFile_->text().trimmed()), format(), ToPath(txtOutput_->text().trimmed())};
 }
 
 void FrmExport::setRecordFile(const QString& path) { txtRecordFile_->setText(path); }
@@ -97,16 +86,8 @@ void FrmExport::suggestOutput() {
 }
 
 void FrmExport::browseRecordFile() {
-  const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open"), QDir::currentPath(),
-                                                    QStringLiteral("Record Files (*.PRO *.pro *.NDX *.ndx);;All Files (*)"));
-  if (path.isEmpty()) return;
-  QDir::setCurrent(QFileInfo(path).absolutePath());
-  txtRecordFile_->setText(path);
-}
-
-void FrmExport::browseOutput() {
-  const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save As"), txtOutput_->text());
-  if (!path.isEmpty()) txtOutput_->setText(path);
+  const QStringList paths = BrowseRecordFiles(this, false);
+  if (!paths.isEmpty()) txtRecordFile_->setText(paths.front());
 }
 
 void FrmExport::cmdOkayClick() {
@@ -123,29 +104,12 @@ void FrmExport::cmdOkayClick() {
 
 void RunExportRecords(FrmMain& frmMain, const Command& command) {
   FrmExport dialog(&frmMain);
-  CenterForm(dialog, frmMain);
-  // A dialog answered by a test's runner tells by its result whether Okay let it go.
-  if (ExecModal(dialog) != QDialog::Accepted || dialog.result() != QDialog::Accepted) return;
+  if (!ExecChoices(dialog, frmMain)) return;
   const ExportParams params = dialog.params();
-  FrmRecordJob progress(frmMain, frmMain.job());
-  CenterForm(progress, frmMain);
-  progress.show();
-  frmMain.EnableMain(false);
-  const JobResult result = frmMain.runJob(command.number, params, progress);
-  progress.hide();
-  frmMain.EnableMain(true);
-  switch (result.outcome) {
-    case JobOutcome::Done:
-      ShowMessage(&frmMain, MsgIcon::Information, QLatin1String(kExportDialogTitle),
-                  QString::number(result.records) + QStringLiteral(" records exported to\n") + fromPath(params.output));
-      break;
-    case JobOutcome::Refused:
-    case JobOutcome::ZeroRecords:
-      if (result.message) ShowMessage(&frmMain, MsgIcon::Warning, result.message->title, result.message->text);
-      break;
-    default:  // an interrupt says nothing; a failure was shown in frmError
-      break;
-  }
+  const JobResult result = RunRecordJob(frmMain, command.number, params);
+  if (result.outcome == JobOutcome::Done)
+    ShowMessage(&frmMain, MsgIcon::Information, QLatin1String(kExportDialogTitle),
+                QString::number(result.records) + QStringLiteral(" records exported to\n") + FromPath(params.output));
 }
 
 }  // namespace zv::forms

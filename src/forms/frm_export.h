@@ -30,7 +30,6 @@ class FrmExport : public QDialog {
 
  private:
   void browseRecordFile();
-  void browseOutput();
   void suggestOutput();
   ExportFormat format() const;
 

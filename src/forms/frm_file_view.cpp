@@ -102,8 +102,7 @@ QFrame* FrmFileView::buildBackground() {
   auto* row = new QGridLayout(header_);
   row->setContentsMargins(kDisplayLeft, 6, kDisplayLeft, 4);
   row->setHorizontalSpacing(6);
-  pnlFileName_ = SunkenPanel("pnlFileName", header_, 22);
-  pnlFileName_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  pnlFileName_ = NamePanel("pnlFileName", header_);
   pnlViewLine_ = SunkenPanel("pnlViewLine", header_, 22);
   pnlLinesInFile_ = SunkenPanel("pnlLinesInFile", header_, 22);
   for (QLabel* number : {pnlViewLine_, pnlLinesInFile_}) {

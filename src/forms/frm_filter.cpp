@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -20,16 +19,6 @@
 
 namespace zv::forms {
 
-namespace {
-
-QLabel* sunkenPanel(const char* name, QWidget* parent) {
-  QLabel* panel = SunkenPanel(name, parent, 22);
-  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);  // names can be copied
-  return panel;
-}
-
-}  // namespace
-
 FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMain_(frmMain), job_(job) {
   setObjectName(QStringLiteral("frmFilter"));
   setWindowTitle(QStringLiteral("Filtering"));
@@ -38,9 +27,9 @@ FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMa
   setMinimumWidth(480);
 
   auto* layout = new QVBoxLayout(this);
-  pnlInFile_ = sunkenPanel("pnlInFile", this);
-  pnlProFile_ = sunkenPanel("pnlProFile", this);
-  pnlIndexFile_ = sunkenPanel("pnlIndexFile", this);
+  pnlInFile_ = NamePanel("pnlInFile", this);
+  pnlProFile_ = NamePanel("pnlProFile", this);
+  pnlIndexFile_ = NamePanel("pnlIndexFile", this);
   layout->addWidget(new QLabel(QStringLiteral("Search File Unaltered:"), this));
   layout->addWidget(pnlInFile_);
   layout->addWidget(new QLabel(QStringLiteral("Records Saved To:"), this));
@@ -49,37 +38,24 @@ FrmFilter::FrmFilter(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), frmMa
   layout->addWidget(pnlIndexFile_);
 
   auto* odometers = new QGridLayout;
-  pnlLineOdom_ = sunkenPanel("pnlLineOdom", this);
-  pnlRecOdom_ = sunkenPanel("pnlRecOdom", this);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
+  odometers_.lineOdom = OdometerPanel("pnlLineOdom", this, 22);
+  odometers_.recOdom = OdometerPanel("pnlRecOdom", this, 22);
+  for (QLabel* odom : {odometers_.lineOdom, odometers_.recOdom}) odom->setTextInteractionFlags(Qt::TextSelectableByMouse);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(odometers_.lineOdom, 0, 1);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Record:"), this), 0, 2);
-  odometers->addWidget(pnlRecOdom_, 0, 3);
+  odometers->addWidget(odometers_.recOdom, 0, 3);
   odometers->setColumnStretch(4, 1);
   layout->addSpacing(6);
   layout->addLayout(odometers);
 
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
-  layout->addWidget(pnlProgress_);
+  odometers_.bar = PercentBar(this);
+  layout->addWidget(odometers_.bar);
 
-  auto* buttons = new QHBoxLayout;
-  cmdOkay_ = new QPushButton(QStringLiteral("OK"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdOkay_ = NamedButton("OK", "cmdOkay", this);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
   cmdCancel_->installEventFilter(this);
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay_);
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  layout->addLayout(CentredRow({cmdOkay_, cmdCancel_}));
 
   connect(cmdOkay_, &QPushButton::clicked, this, &FrmFilter::cmdOkayClick);
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmFilter::cmdCancelClick);
@@ -150,33 +126,41 @@ void FrmFilter::caption(std::string_view text) {
   QCoreApplication::processEvents();
 }
 
-void FrmFilter::lineDone(int32_t lInLine, int32_t glLineCount) {
-  lineOdom_ = lInLine;
-  percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
-  // Even reading the clock on every line would show on a large capture: look at it
-  // on every 256th line only, which is still far more often than every 30 ms.
-  if (repaintClock_.isValid() && ((lInLine & 255) != 1 || repaintClock_.elapsed() < kRepaintMs)) return;
-  showPanels();
-  repaintClock_.start();
-  // The job's one yield: Cancel's handler runs here and raises giInterrupt.
+void LineOdometers::reset() {
+  line_ = record_ = percent_ = 0;
+  clock_.invalidate();
+  lineOdom->clear();
+  recOdom->clear();
+  if (bar != nullptr) bar->setValue(0);
+}
+
+bool LineOdometers::lineDone(int32_t line, int32_t totalLines) {
+  line_ = line;
+  percent_ = totalLines > 0 ? static_cast<int>(static_cast<int64_t>(line) * 100 / totalLines) : 100;
+  if (clock_.isValid() && ((line & 255) != 1 || clock_.elapsed() < FrmFilter::kRepaintMs)) return false;
+  show();
+  clock_.start();
   QCoreApplication::processEvents();
+  return true;
 }
 
-void FrmFilter::recordDone(int32_t record) { recOdom_ = record; }
-
-void FrmFilter::showPanels() {
-  pnlLineOdom_->setText(lineOdom_ > 0 ? OdometerText(lineOdom_) : QString());
-  pnlRecOdom_->setText(recOdom_ > 0 ? OdometerText(recOdom_) : QString());
-  pnlProgress_->setValue(std::min(percent_, 100));
+void LineOdometers::show() {
+  lineOdom->setText(line_ > 0 ? FrmFilter::OdometerText(line_) : QString());
+  recOdom->setText(record_ > 0 ? FrmFilter::OdometerText(record_) : QString());
+  if (bar != nullptr) bar->setValue(std::min(percent_, 100));
 }
+
+void FrmFilter::lineDone(int32_t lInLine, int32_t glLineCount) { odometers_.lineDone(lInLine, glLineCount); }
+
+void FrmFilter::recordDone(int32_t record) { odometers_.recordDone(record); }
 
 void FrmFilter::jobFinished(std::string_view finishTime, std::string_view elapsed) {
-  showPanels();
+  odometers_.show();
   frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
 }
 
 void FrmFilter::FinishFilter(std::string_view inFile, std::string_view proFile, std::string_view indexFile) {
-  showPanels();
+  odometers_.show();
   pnlInFile_->setText(QLatin1Char(' ') + Q(inFile));
   pnlProFile_->setText(QLatin1Char(' ') + Q(proFile));
   pnlIndexFile_->setText(QLatin1Char(' ') + Q(indexFile));
@@ -187,14 +171,10 @@ void FrmFilter::FinishFilter(std::string_view inFile, std::string_view proFile, 
 }
 
 void FrmFilter::ResetFilterForm() {
-  lineOdom_ = recOdom_ = percent_ = 0;
-  repaintClock_.invalidate();
+  odometers_.reset();
   captionClock_.invalidate();
-  pnlLineOdom_->clear();
-  pnlRecOdom_->clear();
-  pnlLineOdom_->repaint();
-  pnlRecOdom_->repaint();
-  pnlProgress_->setValue(0);
+  odometers_.lineOdom->repaint();
+  odometers_.recOdom->repaint();
   pnlInFile_->clear();
   pnlProFile_->clear();
   pnlIndexFile_->clear();

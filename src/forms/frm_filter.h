@@ -20,6 +20,32 @@ namespace zv::forms {
 
 class FrmMain;
 
+// The line and record odometers, and the bar where there is one, of a job that reads a
+// file line by line. The panels are repainted, and the interface served, at most every
+// FrmFilter::kRepaintMs: the clock is read on every 256th line only, since reading it on
+// every line would show on a large capture.
+class LineOdometers {
+ public:
+  QLabel* lineOdom = nullptr;
+  QLabel* recOdom = nullptr;
+  QProgressBar* bar = nullptr;
+
+  // The counts back to zero, the panels empty, the bar at 0.
+  void reset();
+  // True when the panels were shown and the interface served (the job's yield, where
+  // Cancel's handler runs and raises giInterrupt).
+  bool lineDone(int32_t line, int32_t totalLines);
+  void recordDone(int32_t record) { record_ = record; }
+  // Shows what is held now: an empty panel for a count of 0.
+  void show();
+
+ private:
+  QElapsedTimer clock_;
+  int32_t line_ = 0;
+  int32_t record_ = 0;
+  int percent_ = 0;
+};
+
 class FrmFilter : public QDialog, public JobProgress {
   Q_OBJECT
 
@@ -75,25 +101,18 @@ class FrmFilter : public QDialog, public JobProgress {
 
  private:
   QString chooseFile(const QStringList& nameFilters);
-  void showPanels();
   void cmdOkayClick();
   void cmdCancelClick();
 
   FrmMain& frmMain_;
   JobState& job_;
   FileChooser chooser_;
-  QElapsedTimer repaintClock_;
   QElapsedTimer captionClock_;
-  int32_t lineOdom_ = 0;
-  int32_t recOdom_ = 0;
-  int percent_ = 0;
+  LineOdometers odometers_;
 
   QLabel* pnlInFile_ = nullptr;
   QLabel* pnlProFile_ = nullptr;
   QLabel* pnlIndexFile_ = nullptr;
-  QLabel* pnlLineOdom_ = nullptr;
-  QLabel* pnlRecOdom_ = nullptr;
-  QProgressBar* pnlProgress_ = nullptr;
   QPushButton* cmdOkay_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
 };

@@ -75,18 +75,11 @@ FrmFltAdHoc::FrmFltAdHoc(QWidget* parent, JobState& job) : QDialog(parent), job_
   layout->addSpacing(6);
   layout->addWidget(optBMandEM_);
   layout->addWidget(optBMOnly_);
-  auto* okay = new QPushButton(QStringLiteral("OK"), this);
-  okay->setObjectName(QStringLiteral("cmdOkay"));
+  QPushButton* okay = NamedButton("OK", "cmdOkay", this);
   okay->setDefault(true);
-  auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cancel->setObjectName(QStringLiteral("cmdCancel"));
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(okay);
-  buttons->addWidget(cancel);
-  buttons->addStretch();
+  QPushButton* cancel = NamedButton("Cancel", "cmdCancel", this);
   layout->addSpacing(6);
-  layout->addLayout(buttons);
+  layout->addLayout(CentredRow({okay, cancel}));
 
   connect(optBMandEM_, &QRadioButton::clicked, this, &FrmFltAdHoc::optionClicked);
   connect(optBMOnly_, &QRadioButton::clicked, this, &FrmFltAdHoc::optionClicked);

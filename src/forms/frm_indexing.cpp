@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -24,25 +23,17 @@ FrmIndexing::FrmIndexing(FrmMain& frmMain, std::atomic<int16_t>& giInterrupt)
 
   auto* layout = new QVBoxLayout(this);
   auto* odometers = new QGridLayout;
-  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this, 22);
-  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this, 22);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(100);
-  }
+  odometers_.lineOdom = OdometerPanel("pnlLineOdom", this, 22);
+  odometers_.recOdom = OdometerPanel("pnlRecOdom", this, 22);
+  for (QLabel* odom : {odometers_.lineOdom, odometers_.recOdom}) odom->setMinimumWidth(100);
   odometers->addWidget(new QLabel(QStringLiteral("Scanning line number:"), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(odometers_.lineOdom, 0, 1);
   odometers->addWidget(new QLabel(QStringLiteral("Indexing record number:"), this), 1, 0);
-  odometers->addWidget(pnlRecOdom_, 1, 1);
+  odometers->addWidget(odometers_.recOdom, 1, 1);
   layout->addLayout(odometers);
 
-  auto* buttons = new QHBoxLayout;
-  auto* cmdCancel = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  QPushButton* cmdCancel = NamedButton("Cancel", "cmdCancel", this);
+  layout->addLayout(CentredRow({cmdCancel}));
   connect(cmdCancel, &QPushButton::clicked, this, &FrmIndexing::cmdCancelClick);
 }
 
@@ -52,9 +43,7 @@ void FrmIndexing::jobStarted(const Start& start) {
   // Both counters blank, the main window's timing panels (cleared just before) given
   // the .PRO's size and the start time, the main window disabled.
   building_ = true;
-  line_ = record_ = 0;
-  showCounters();
-  repaintClock_.invalidate();
+  odometers_.reset();
   frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString());
   frmMain_.EnableMain(false);
   CenterForm(*this, frmMain_);
@@ -63,26 +52,13 @@ void FrmIndexing::jobStarted(const Start& start) {
   repaint();
 }
 
-void FrmIndexing::lineDone(int32_t lineNumber, int32_t /*totalLines*/) {
-  // The builder's yield, where Cancel gets through. The odometer is repainted, and
-  // the interface served, every 30 ms or so: after every line would be slower than
-  // the build itself.
-  line_ = lineNumber;
-  if (repaintClock_.isValid() && ((lineNumber & 255) != 1 || repaintClock_.elapsed() < FrmFilter::kRepaintMs)) return;
-  showCounters();
-  repaintClock_.start();
-  QCoreApplication::processEvents();
-}
+// The builder's yield, where Cancel gets through.
+void FrmIndexing::lineDone(int32_t lineNumber, int32_t totalLines) { odometers_.lineDone(lineNumber, totalLines); }
 
-void FrmIndexing::recordDone(int32_t recordCount) { record_ = recordCount; }
-
-void FrmIndexing::showCounters() {
-  pnlLineOdom_->setText(line_ > 0 ? FrmFilter::OdometerText(line_) : QString());
-  pnlRecOdom_->setText(record_ > 0 ? FrmFilter::OdometerText(record_) : QString());
-}
+void FrmIndexing::recordDone(int32_t recordCount) { odometers_.recordDone(recordCount); }
 
 void FrmIndexing::jobFinished(std::string_view finishTime, std::string_view elapsed) {
-  showCounters();
+  odometers_.show();
   frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
 }
 

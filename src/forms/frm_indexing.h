@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 
 #include "core/job.h"
+#include "forms/frm_filter.h"
 
 class QLabel;
 
@@ -35,16 +36,10 @@ class FrmIndexing : public QDialog, public JobProgress {
   void reject() override;
 
  private:
-  void showCounters();
-
   FrmMain& frmMain_;
   std::atomic<int16_t>& giInterrupt_;
-  QElapsedTimer repaintClock_;
   bool building_ = false;
-  int32_t line_ = 0;
-  int32_t record_ = 0;
-  QLabel* pnlLineOdom_ = nullptr;
-  QLabel* pnlRecOdom_ = nullptr;
+  LineOdometers odometers_;
 };
 
 }  // namespace zv::forms

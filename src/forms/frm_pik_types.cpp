@@ -2,11 +2,8 @@
 #include "forms/frm_pik_types.h"
 
 #include <QApplication>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -23,14 +20,6 @@ constexpr int32_t kRunPikTypes = 201;
 constexpr std::array<const char*, kMaxTypes> kRows = {"First Type  .........", "Second Type  ...",
                                                       "Third Type  .......", "Fourth Type  .....",
                                                       "Fifth Type  ........."};
-const char* const kTypeHint = "Up to ten characters specifying a Dialog online type, e.g. '3,AB'.";
-
-QLabel* filePanel(const char* name, QWidget* parent) {
-  QLabel* panel = SunkenPanel(name, parent, 22);
-  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  return panel;
-}
 
 }  // namespace
 
@@ -39,54 +28,15 @@ FrmPikTypes::FrmPikTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   setMinimumWidth(480);
   buildFields(kRows, false);
 
-  auto* layout = new QVBoxLayout(this);
-  auto* number = new QHBoxLayout;
-  number->addWidget(new QLabel(QStringLiteral("How many Types (1 to 5):"), this));
-  number->addWidget(txtHowManyTypes_);
-  number->addStretch();
-  layout->addLayout(number);
-
-  auto* grid = new QGridLayout;
-  grid->addWidget(new QLabel(QStringLiteral("Records"), this), 0, 2, Qt::AlignCenter);
-  for (std::size_t i = 0; i < kMaxTypes; ++i) {
-    const int row = static_cast<int>(i) + 1;
-    grid->addWidget(pnlType_[i], row, 0);
-    grid->addWidget(txtType_[i], row, 1);
-    grid->addWidget(pnlTypeOdom_[i], row, 2);
-    hint(txtType_[i], QLatin1String(kTypeHint));
-  }
-  layout->addLayout(grid);
-
-  pnlInFile_ = filePanel("pnlInFile", this);
-  pnlProFile_ = filePanel("pnlProFile", this);
-  pnlIndexFile_ = filePanel("pnlIndexFile", this);
-  for (auto [caption, panel] : {std::pair{"Search file unaltered", pnlInFile_}, std::pair{"Records saved to", pnlProFile_},
-                                std::pair{"Index saved to", pnlIndexFile_}}) {
-    layout->addWidget(new QLabel(QLatin1String(caption), this));
-    layout->addWidget(panel);
-  }
-
-  auto* odometers = new QGridLayout;
-  odometers->addWidget(new QLabel(QStringLiteral("Processing Line  ........."), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
-  odometers->addWidget(new QLabel(QStringLiteral("Processing Record  ...."), this), 1, 0);
-  odometers->addWidget(pnlRecOdom_, 1, 1);
-  odometers->setColumnStretch(2, 1);
-  layout->addSpacing(6);
-  layout->addLayout(odometers);
-  layout->addWidget(pnlProgress_);
-
-  cmdCancel0_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel0_->setObjectName(QStringLiteral("cmdCancel_0"));
-  cmdCancel1_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel1_->setObjectName(QStringLiteral("cmdCancel_1"));
-  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (QPushButton* b : {cmdBegin_, cmdCancel0_, cmdCancel1_, cmdOkay_}) buttons->addWidget(b);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  QVBoxLayout* layout = layOutFields({nullptr, "Records"});
+  pnlInFile_ = addFilePanel(layout, "Search file unaltered", "pnlInFile");
+  pnlProFile_ = addFilePanel(layout, "Records saved to", "pnlProFile");
+  pnlIndexFile_ = addFilePanel(layout, "Index saved to", "pnlIndexFile");
+  addOdometers(layout, "Processing Line  .........", "Processing Record  ....");
+  cmdCancel0_ = NamedButton("Cancel", "cmdCancel_0", this);
+  cmdCancel1_ = NamedButton("Cancel", "cmdCancel_1", this);
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
+  addButtons(layout, {cmdBegin_, cmdCancel0_, cmdCancel1_, cmdOkay_});
   hint(cmdBegin_, QStringLiteral("When number of types specified filled in, begin filtering."));
   hint(cmdCancel0_, QStringLiteral("Abandon this filtering."));
 

@@ -32,13 +32,6 @@ constexpr const char* kBoxHints[9] = {
 };
 constexpr std::string_view kQueryDialogFilter = ".QRY Files|*.QRY|All Files|*.*";
 
-QPushButton* button(const char* name, const char* caption, QWidget* parent) {
-  auto* b = new QPushButton(QLatin1String(caption), parent);
-  b->setObjectName(QLatin1String(name));
-  b->setAutoDefault(false);
-  return b;
-}
-
 QLabel* label(const char* text, QWidget* parent) { return new QLabel(QLatin1String(text), parent); }
 
 }  // namespace
@@ -60,11 +53,7 @@ void FrmQBF::Open(FrmMain& frmMain, const Command& command) {
   frmMain.EnableMain(false);
 }
 
-FrmQBF::FrmQBF(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
-  setObjectName(QStringLiteral("frmQBF"));
-  setWindowTitle(QStringLiteral("Query by Form"));
-  setModal(false);
-  setMouseTracking(true);
+FrmQBF::FrmQBF(FrmMain& frmMain) : AnalysisJobDialog(frmMain, "frmQBF", "Query by Form") {
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(label("Choose key words:", this));
@@ -103,12 +92,7 @@ FrmQBF::FrmQBF(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
   files->setColumnStretch(1, 1);
   layout->addLayout(files);
 
-  auto odometer = [this](const char* name) {
-    QLabel* p = SunkenPanel(name, this, 22);
-    p->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    p->setMinimumWidth(90);
-    return p;
-  };
+  auto odometer = [this](const char* name) { return OdometerPanel(name, this, 22); };
   auto* counts = new QHBoxLayout;
   auto* searching = new QGroupBox(QStringLiteral("Searching"), this);
   auto* searchGrid = new QGridLayout(searching);
@@ -130,32 +114,17 @@ FrmQBF::FrmQBF(FrmMain& frmMain) : QDialog(&frmMain), frmMain_(frmMain) {
   counts->addWidget(hits);
   layout->addLayout(counts);
 
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
+  pnlProgress_ = PercentBar(this);
   searching_.bar = pnlProgress_;
   layout->addWidget(pnlProgress_);
 
-  auto* buttons = new QHBoxLayout;
-  cmdSubmit_ = button("cmdSubmit", "Submit", this);
-  cmdCancel_ = button("cmdCancel", "Cancel", this);
-  cmdHelp_ = button("cmdHelp", "Help", this);
-  cmdCancel2_ = button("cmdCancel2", "Cancel", this);
-  cmdOkay_ = button("cmdOkay", "Okay", this);
-  buttons->addStretch();
-  for (QPushButton* b : {cmdSubmit_, cmdCancel_, cmdHelp_, cmdCancel2_, cmdOkay_}) buttons->addWidget(b);
-  buttons->addStretch();
-  layout->addLayout(buttons);
-  SetStatusHint(cmdCancel_, frmMain_, QStringLiteral("Abandon this query."));
-  SetStatusHint(cmdCancel2_, frmMain_, QStringLiteral("Interrupt and abandon this query."));
-  SetStatusHint(cmdSubmit_, frmMain_, QStringLiteral("Submit the query and have 'hit' records written to a new file."));
+  setButtons(MakeJobButtons(this, "cmdSubmit", "Submit", QStringLiteral("query_by_form.html")));
+  layout->addLayout(buttons_.row);
+  SetStatusHint(buttons_.cmdCancel, frmMain_, QStringLiteral("Abandon this query."));
+  SetStatusHint(buttons_.cmdCancel2, frmMain_, QStringLiteral("Interrupt and abandon this query."));
+  SetStatusHint(buttons_.cmdBegin, frmMain_, QStringLiteral("Submit the query and have 'hit' records written to a new file."));
 
-  connect(cmdSubmit_, &QPushButton::clicked, this, &FrmQBF::cmdSubmitClick);
-  connect(cmdCancel_, &QPushButton::clicked, this, &FrmQBF::cmdCancelClick);
-  connect(cmdCancel2_, &QPushButton::clicked, this, &FrmQBF::cmdCancel2Click);
-  connect(cmdOkay_, &QPushButton::clicked, this, &FrmQBF::cmdOkayClick);
-  connect(cmdHelp_, &QPushButton::clicked, this, [this] { ShowHelp(this, QStringLiteral("query_by_form.html")); });
+  connect(buttons_.cmdBegin, &QPushButton::clicked, this, &FrmQBF::cmdSubmitClick);
   ResetForm();
 }
 
@@ -168,12 +137,7 @@ QbfBoxes FrmQBF::boxes() const {
 void FrmQBF::showStatement() { pnlISS_->setText(Q(ImpliedSearchStatement(boxes()).gsSearchStatement)); }
 
 void FrmQBF::ResetForm() {
-  cmdSubmit_->setEnabled(true);
-  cmdCancel_->setEnabled(true);
-  cmdHelp_->setEnabled(true);
-  cmdCancel2_->show();
-  cmdCancel2_->setEnabled(false);
-  cmdOkay_->hide();
+  buttons_.idle();
   for (QLineEdit* box : txt_) {
     box->setEnabled(true);
     box->clear();
@@ -211,9 +175,8 @@ void FrmQBF::cmdSubmitClick() {
 }
 
 void FrmQBF::runQuery(const std::string& queryFile) {
-  for (QPushButton* b : {cmdSubmit_, cmdCancel_, cmdHelp_}) b->setEnabled(false);
+  buttons_.running();
   for (QLineEdit* box : txt_) box->setEnabled(false);
-  cmdCancel2_->setEnabled(true);
   pnlQueryFile_->setText(Q(queryFile));
   QCoreApplication::processEvents();
 
@@ -223,10 +186,7 @@ void FrmQBF::runQuery(const std::string& queryFile) {
     case JobOutcome::ZeroRecords:
       if (result.message) ShowMessage(this, MsgIcon::Warning, result.message->title, result.message->text);
       pnlProgress_->setValue(100);
-      cmdCancel2_->hide();
-      cmdOkay_->show();
-      cmdOkay_->setEnabled(true);
-      cmdOkay_->setFocus();
+      buttons_.done();
       break;
     default:
       // Interrupted, or failed (frmError has said so): nothing of the query is left.
@@ -237,39 +197,10 @@ void FrmQBF::runQuery(const std::string& queryFile) {
   }
 }
 
-void FrmQBF::cmdCancelClick() {
-  frmMain_.ClearStatusPanels();
-  ResetForm();
-  frmMain_.EnableMain(true);
-  frmMain_.activateWindow();
-}
-
-void FrmQBF::cmdCancel2Click() {
-  // The query looks at the flag at the end of the record in hand.
-  frmMain_.job().giInterrupt = 1;
-  frmMain_.ClearStatusPanels();
-}
-
 void FrmQBF::cmdOkayClick() {
   frmMain_.EnableMain(true);
   ResetForm();
   frmMain_.activateWindow();
-}
-
-void FrmQBF::reject() {
-  // The close box and Escape do what the button in view does.
-  if (cmdOkay_->isVisible())
-    cmdOkayClick();
-  else if (cmdCancel2_->isEnabled())
-    cmdCancel2Click();
-  else
-    cmdCancelClick();
-}
-
-void FrmQBF::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
-
-void FrmQBF::jobStarted(const Start& start) {
-  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
 void FrmQBF::lineDone(int32_t line, int32_t totalLines) {

@@ -12,13 +12,12 @@
 class QLabel;
 class QLineEdit;
 class QProgressBar;
-class QPushButton;
 
 namespace zv::forms {
 
 class FrmMain;
 
-class FrmQBF : public QDialog, public AnalysisProgress {
+class FrmQBF final : public AnalysisJobDialog {
   Q_OBJECT
 
  public:
@@ -32,20 +31,15 @@ class FrmQBF : public QDialog, public AnalysisProgress {
   // Submit: the first term's check, the save dialog and its checks, then command 1701.
   void cmdSubmitClick();
   // Back to the filling state with everything emptied, and hidden.
-  void ResetForm();
+  void ResetForm() override;
 
-  // AnalysisProgress: the searching and hit panels, the bar, the timing panels.
-  void ClearStatusPanels() override;
-  void jobStarted(const Start& start) override;
+  // AnalysisProgress: the searching and hit panels, the bar.
   void lineDone(int32_t line, int32_t totalLines) override;
   void recordDone(int32_t record) override { searching_.record(record); }
   void recordLine(int32_t n) override { searching_.line(n); }
   void hitRecord(int32_t hits) override { hits_.record(hits); }
   void hitLine(int32_t n) override { hits_.line(n); }
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
-
- public slots:
-  void reject() override;
 
  protected:
   bool event(QEvent* event) override;
@@ -55,11 +49,8 @@ class FrmQBF : public QDialog, public AnalysisProgress {
   explicit FrmQBF(FrmMain& frmMain);
   void showStatement();
   void runQuery(const std::string& queryFile);
-  void cmdCancelClick();
-  void cmdCancel2Click();
-  void cmdOkayClick();
+  void cmdOkayClick() override;
 
-  FrmMain& frmMain_;
   RecordFileChoice choice_;
   bool checkingFirstTerm_ = false;
   JobPanels searching_, hits_;
@@ -69,11 +60,6 @@ class FrmQBF : public QDialog, public AnalysisProgress {
   QLabel* pnlQueryFile_ = nullptr;
   QLabel* pnlQueriedFile_ = nullptr;
   QProgressBar* pnlProgress_ = nullptr;
-  QPushButton* cmdSubmit_ = nullptr;
-  QPushButton* cmdCancel_ = nullptr;
-  QPushButton* cmdHelp_ = nullptr;
-  QPushButton* cmdCancel2_ = nullptr;
-  QPushButton* cmdOkay_ = nullptr;
 };
 
 }  // namespace zv::forms

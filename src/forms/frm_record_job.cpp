@@ -2,12 +2,18 @@
 #include "forms/frm_record_job.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "forms/center_form.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
 #include "forms/panels.h"
@@ -23,29 +29,17 @@ FrmRecordJob::FrmRecordJob(FrmMain& frmMain, JobState& job) : QDialog(&frmMain),
   lblStep_->setObjectName(QStringLiteral("lblStep"));
   layout->addWidget(lblStep_);
   auto* odometers = new QGridLayout;
-  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this, 22);
-  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this, 22);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
+  pnlLineOdom_ = OdometerPanel("pnlLineOdom", this, 22);
+  pnlRecOdom_ = OdometerPanel("pnlRecOdom", this, 22);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Line:"), this), 0, 0);
   odometers->addWidget(pnlLineOdom_, 0, 1);
   odometers->addWidget(new QLabel(QStringLiteral("Processing Record:"), this), 0, 2);
   odometers->addWidget(pnlRecOdom_, 0, 3);
   layout->addLayout(odometers);
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
+  pnlProgress_ = PercentBar(this);
   layout->addWidget(pnlProgress_);
-  auto* buttons = new QHBoxLayout;
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
+  layout->addLayout(CentredRow({cmdCancel_}));
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmRecordJob::cmdCancelClick);
 }
 
@@ -101,5 +95,53 @@ void FrmRecordJob::cmdCancelClick() {
 }
 
 void FrmRecordJob::reject() { cmdCancelClick(); }
+
+std::string ToPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+
+QString FromPath(const std::string& path) { return QFile::decodeName(QByteArray::fromStdString(path)); }
+
+void PlaceNameRow(QGridLayout& grid, int row, const QString& caption, QLineEdit* field, QPushButton* browse) {
+  grid.addWidget(new QLabel(caption, grid.parentWidget()), row, 0, 1, 2);
+  grid.addWidget(field, row + 1, 0);
+  grid.addWidget(browse, row + 1, 1);
+}
+
+QStringList BrowseRecordFiles(QWidget* parent, bool several) {
+  const QString title = QStringLiteral("Open");
+  const QString filter = QStringLiteral("Record Files (*.PRO *.pro *.NDX *.ndx);;All Files (*)");
+  QStringList paths;
+  if (several) {
+    paths = QFileDialog::getOpenFileNames(parent, title, QDir::currentPath(), filter);
+  } else if (const QString path = QFileDialog::getOpenFileName(parent, title, QDir::currentPath(), filter);
+             !path.isEmpty()) {
+    paths.push_back(path);
+  }
+  if (!paths.isEmpty()) QDir::setCurrent(QFileInfo(paths.front()).absolutePath());
+  return paths;
+}
+
+void BrowseSaveName(QWidget* parent, QLineEdit* field) {
+  const QString path = QFileDialog::getSaveFileName(parent, QStringLiteral("Save As"), field->text());
+  if (!path.isEmpty()) field->setText(path);
+}
+
+bool ExecChoices(QDialog& dialog, FrmMain& frmMain) {
+  CenterForm(dialog, frmMain);
+  // A dialog answered by a test's runner tells by its result whether Okay let it go.
+  return ExecModal(dialog) == QDialog::Accepted && dialog.result() == QDialog::Accepted;
+}
+
+JobResult RunRecordJob(FrmMain& frmMain, int32_t commandNumber, std::any params) {
+  FrmRecordJob progress(frmMain, frmMain.job());
+  CenterForm(progress, frmMain);
+  progress.show();
+  frmMain.EnableMain(false);
+  JobResult result = frmMain.runJob(commandNumber, std::move(params), progress);
+  progress.hide();
+  frmMain.EnableMain(true);
+  if ((result.outcome == JobOutcome::Refused || result.outcome == JobOutcome::ZeroRecords) && result.message)
+    ShowMessage(&frmMain, MsgIcon::Warning, result.message->title, result.message->text);
+  return result;
+}
 
 }  // namespace zv::forms

@@ -1,13 +1,19 @@
 // frmRecordJob: the progress window of Export Records and Find Duplicates.
 #pragma once
 
+#include <any>
+#include <string>
+
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QStringList>
 
 #include "core/job.h"
 #include "core/job_state.h"
 
+class QGridLayout;
 class QLabel;
+class QLineEdit;
 class QProgressBar;
 class QPushButton;
 
@@ -49,5 +55,29 @@ class FrmRecordJob : public QDialog, public JobProgress {
   QProgressBar* pnlProgress_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
 };
+
+// What Export Records and Find Duplicates share around the window.
+
+// A file name as the jobs take it, and back as the messages show it.
+std::string ToPath(const QString& path);
+QString FromPath(const std::string& path);
+
+// Rows `row` and `row + 1` of `grid`: the caption across, then the name's field and
+// its Browse... button.
+void PlaceNameRow(QGridLayout& grid, int row, const QString& caption, QLineEdit* field, QPushButton* browse);
+
+// The Open dialog for record files (one, or `several`); the folder of the first one
+// chosen becomes the current one. Empty when cancelled.
+QStringList BrowseRecordFiles(QWidget* parent, bool several);
+// The Save As dialog from the name in `field`, the name chosen put in it.
+void BrowseSaveName(QWidget* parent, QLineEdit* field);
+
+// The dialog shown modally over frmMain, centred; true when Okay let it go.
+bool ExecChoices(QDialog& dialog, FrmMain& frmMain);
+
+// The job under frmRecordJob while frmMain is disabled. A refusal or zero records is
+// told in a message box; the caller tells how a job that is done went; an interrupt
+// says nothing and a failure has been shown in frmError.
+JobResult RunRecordJob(FrmMain& frmMain, int32_t commandNumber, std::any params);
 
 }  // namespace zv::forms

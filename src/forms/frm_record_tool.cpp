@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -18,22 +17,7 @@
 
 namespace zv::forms {
 
-namespace {
-
-QPushButton* button(const char* name, const char* caption, QWidget* parent) {
-  auto* b = new QPushButton(QLatin1String(caption), parent);
-  b->setObjectName(QLatin1String(name));
-  b->setAutoDefault(false);
-  return b;
-}
-
-}  // namespace
-
-FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMain), frmMain_(frmMain) {
-  setObjectName(QLatin1String(l.name));
-  setWindowTitle(QLatin1String(l.title));
-  setModal(false);
-  setMouseTracking(true);
+FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : AnalysisJobDialog(frmMain, l.name, l.title) {
 
   auto* layout = new QVBoxLayout(this);
   inputs_ = new QVBoxLayout;
@@ -45,49 +29,27 @@ FrmRecordTool::FrmRecordTool(FrmMain& frmMain, const Layout& l) : QDialog(&frmMa
   pnlOperation_->setAlignment(Qt::AlignCenter);
   layout->addWidget(pnlOperation_);
   auto* odometers = new QGridLayout;
-  panels_.recOdom = SunkenPanel("pnlRecOdom", this, 22);
-  panels_.lineOdom = SunkenPanel("pnlLineOdom", this, 22);
-  for (QLabel* odom : {panels_.recOdom, panels_.lineOdom}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
-  }
+  panels_.recOdom = OdometerPanel("pnlRecOdom", this, 22);
+  panels_.lineOdom = OdometerPanel("pnlLineOdom", this, 22);
   odometers->addWidget(new QLabel(QLatin1String(l.recordCaption), this), 0, 0);
   odometers->addWidget(panels_.recOdom, 0, 1);
   odometers->addWidget(new QLabel(QLatin1String(l.lineCaption), this), 1, 0);
   odometers->addWidget(panels_.lineOdom, 1, 1);
   odometers->setColumnStretch(2, 1);
   layout->addLayout(odometers);
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
+  pnlProgress_ = PercentBar(this);
   panels_.bar = pnlProgress_;
   layout->addWidget(pnlProgress_);
   for (const auto& [name, text] : l.outputs) {
     layout->addWidget(new QLabel(QLatin1String(text), this));
-    QLabel* panel = SunkenPanel(name, this, 22);
-    panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QLabel* panel = NamePanel(name, this);
     outputPanels_.push_back(panel);
     layout->addWidget(panel);
   }
 
-  auto* buttons = new QHBoxLayout;
-  cmdBegin_ = button("cmdBegin", "Begin", this);
-  cmdCancel_ = button("cmdCancel", "Cancel", this);
-  cmdHelp_ = button("cmdHelp", "Help", this);
-  cmdCancel2_ = button("cmdCancel2", "Cancel", this);
-  cmdOkay_ = button("cmdOkay", "Okay", this);
-  buttons->addStretch();
-  for (QPushButton* b : {cmdBegin_, cmdCancel_, cmdHelp_, cmdCancel2_, cmdOkay_}) buttons->addWidget(b);
-  buttons->addStretch();
-  layout->addLayout(buttons);
-
-  connect(cmdBegin_, &QPushButton::clicked, this, &FrmRecordTool::cmdBeginClick);
-  connect(cmdCancel_, &QPushButton::clicked, this, &FrmRecordTool::cmdCancelClick);
-  connect(cmdCancel2_, &QPushButton::clicked, this, &FrmRecordTool::cmdCancel2Click);
-  connect(cmdOkay_, &QPushButton::clicked, this, &FrmRecordTool::cmdOkayClick);
-  const QString page = QLatin1String(l.helpPage);
-  connect(cmdHelp_, &QPushButton::clicked, this, [this, page] { ShowHelp(this, page); });
+  setButtons(MakeJobButtons(this, "cmdBegin", "Begin", QLatin1String(l.helpPage)));
+  layout->addLayout(buttons_.row);
+  connect(buttons_.cmdBegin, &QPushButton::clicked, this, &FrmRecordTool::cmdBeginClick);
 }
 
 void FrmRecordTool::opened(const RecordFileChoice& choice) {
@@ -103,10 +65,7 @@ void FrmRecordTool::ResetForm() {
   clearInputs();
   setInputsEnabled(true);
   chkNoLimits_->setEnabled(true);
-  for (QPushButton* b : {cmdBegin_, cmdHelp_, cmdCancel_}) b->setEnabled(true);
-  cmdOkay_->hide();
-  cmdCancel2_->show();
-  cmdCancel2_->setEnabled(false);
+  buttons_.idle();
   pnlOperation_->clear();
   for (QLabel* p : outputPanels_) p->clear();
   panels_.reset();
@@ -117,8 +76,7 @@ void FrmRecordTool::ResetForm() {
 void FrmRecordTool::cmdBeginClick() {
   const std::optional<std::any> params = gather();
   if (!params) return;
-  for (QPushButton* b : {cmdBegin_, cmdHelp_, cmdCancel_}) b->setEnabled(false);
-  cmdCancel2_->setEnabled(true);
+  buttons_.running();
   setInputsEnabled(false);
   chkNoLimits_->setEnabled(false);
   QCoreApplication::processEvents();
@@ -139,23 +97,8 @@ void FrmRecordTool::cmdBeginClick() {
     outputPanels_[i]->setText(QLatin1Char(' ') + Q(names[i]));
   panels_.show();
   pnlProgress_->setValue(100);
-  cmdCancel2_->hide();
-  cmdOkay_->show();
-  cmdOkay_->setEnabled(true);
-  cmdHelp_->setEnabled(true);
-  cmdOkay_->setFocus();
-}
-
-void FrmRecordTool::cmdCancelClick() {
-  frmMain_.ClearStatusPanels();
-  ResetForm();
-  frmMain_.EnableMain(true);
-  frmMain_.activateWindow();
-}
-
-void FrmRecordTool::cmdCancel2Click() {
-  frmMain_.job().giInterrupt = 1;
-  frmMain_.ClearStatusPanels();
+  buttons_.cmdHelp->setEnabled(true);
+  buttons_.done();
 }
 
 void FrmRecordTool::cmdOkayClick() {
@@ -164,27 +107,12 @@ void FrmRecordTool::cmdOkayClick() {
   frmMain_.activateWindow();
 }
 
-void FrmRecordTool::reject() {
-  if (cmdOkay_->isVisible())
-    cmdOkayClick();
-  else if (cmdCancel2_->isEnabled())
-    cmdCancel2Click();
-  else
-    cmdCancelClick();
-}
-
-void FrmRecordTool::ClearStatusPanels() { frmMain_.ClearStatusPanels(); }
-
-void FrmRecordTool::jobStarted(const Start& start) {
-  frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
-}
-
 void FrmRecordTool::caption(std::string_view text) {
   pnlOperation_->setText(Q(text));
   pnlOperation_->repaint();
   if (text.starts_with("Writing")) {
     // The writing cannot be interrupted.
-    cmdCancel2_->setEnabled(false);
+    buttons_.cmdCancel2->setEnabled(false);
   }
   panels_.line(0);
 }

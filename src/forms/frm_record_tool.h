@@ -17,32 +17,26 @@ class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QProgressBar;
-class QPushButton;
 
 namespace zv::forms {
 
 class FrmMain;
 
-class FrmRecordTool : public QDialog, public AnalysisProgress {
+class FrmRecordTool : public AnalysisJobDialog {
   Q_OBJECT
 
  public:
   // Begin: the form's checks, then the job.
   void cmdBeginClick();
   // Back to the look of a form just opened, emptied and hidden.
-  void ResetForm();
+  void ResetForm() override;
 
-  // AnalysisProgress: pnlOperation, the odometers and the bar, the timing panels.
-  void ClearStatusPanels() override;
-  void jobStarted(const Start& start) override;
+  // AnalysisProgress: pnlOperation, the odometers and the bar.
   void caption(std::string_view text) override;
   void lineDone(int32_t line, int32_t totalLines) override { panels_.lineDone(line, totalLines); }
   void recordDone(int32_t record) override { panels_.record(record); }
   void recordLine(int32_t n) override { panels_.line(n); }
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
-
- public slots:
-  void reject() override;
 
  protected:
   struct Layout {
@@ -70,11 +64,8 @@ class FrmRecordTool : public QDialog, public AnalysisProgress {
   FrmMain& frmMain() const { return frmMain_; }
 
  private:
-  void cmdCancelClick();
-  void cmdCancel2Click();
-  void cmdOkayClick();
+  void cmdOkayClick() override;
 
-  FrmMain& frmMain_;
   RecordFileChoice choice_;
   JobPanels panels_;
   QBoxLayout* inputs_ = nullptr;
@@ -82,11 +73,6 @@ class FrmRecordTool : public QDialog, public AnalysisProgress {
   QLabel* pnlOperation_ = nullptr;
   std::vector<QLabel*> outputPanels_;
   QProgressBar* pnlProgress_ = nullptr;
-  QPushButton* cmdBegin_ = nullptr;
-  QPushButton* cmdCancel_ = nullptr;
-  QPushButton* cmdHelp_ = nullptr;
-  QPushButton* cmdCancel2_ = nullptr;
-  QPushButton* cmdOkay_ = nullptr;
 };
 
 }  // namespace zv::forms

@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -18,12 +17,6 @@
 namespace zv::forms {
 
 namespace {
-
-QLabel* namePanel(const char* name, QWidget* parent) {
-  QLabel* panel = SunkenPanel(name, parent, 22);
-  panel->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  return panel;
-}
 
 QLabel* captionLabel(const char* name, QWidget* parent) {
   auto* label = new QLabel(parent);
@@ -41,46 +34,36 @@ FrmRenumber::FrmRenumber(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), f
 
   auto* layout = new QVBoxLayout(this);
   auto* odometers = new QGridLayout;
-  pnlLineOdom_ = namePanel("pnlLineOdom", this);
-  pnlRecOdom_ = namePanel("pnlRecOdom", this);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
+  odometers_.lineOdom = NamePanel("pnlLineOdom", this);
+  odometers_.recOdom = NamePanel("pnlRecOdom", this);
+  for (QLabel* odom : {odometers_.lineOdom, odometers_.recOdom}) {
     odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     odom->setMinimumWidth(100);
   }
   pnlRenumRecsProc_ = captionLabel("pnlRenumRecsProc", this);
   pnlRenumRecsProc_->setText(QStringLiteral("Processing record ....."));
   odometers->addWidget(new QLabel(QStringLiteral("Processing line .........."), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
+  odometers->addWidget(odometers_.lineOdom, 0, 1);
   odometers->addWidget(pnlRenumRecsProc_, 1, 0);
-  odometers->addWidget(pnlRecOdom_, 1, 1);
+  odometers->addWidget(odometers_.recOdom, 1, 1);
   odometers->setColumnStretch(2, 1);
   layout->addLayout(odometers);
 
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
-  layout->addWidget(pnlProgress_);
+  odometers_.bar = PercentBar(this);
+  layout->addWidget(odometers_.bar);
 
   pnlRenumFile_ = captionLabel("pnlRenumFile", this);
-  pnlFileName_ = namePanel("pnlFileName", this);
+  pnlFileName_ = NamePanel("pnlFileName", this);
   pnlRenumFileUnaltered_ = captionLabel("pnlRenumFileUnaltered", this);
-  pnlUnalteredFileName_ = namePanel("pnlUnalteredFileName", this);
+  pnlUnalteredFileName_ = NamePanel("pnlUnalteredFileName", this);
   for (QWidget* w : {static_cast<QWidget*>(pnlRenumFile_), static_cast<QWidget*>(pnlFileName_),
                      static_cast<QWidget*>(pnlRenumFileUnaltered_), static_cast<QWidget*>(pnlUnalteredFileName_)})
     layout->addWidget(w);
 
-  auto* buttons = new QHBoxLayout;
-  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
   cmdCancel_->installEventFilter(this);
-  buttons->addStretch();
-  buttons->addWidget(cmdOkay_);
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  layout->addLayout(CentredRow({cmdOkay_, cmdCancel_}));
 
   connect(cmdOkay_, &QPushButton::clicked, this, &FrmRenumber::cmdOkayClick);
   connect(cmdCancel_, &QPushButton::clicked, this, &FrmRenumber::cmdCancelClick);
@@ -88,18 +71,16 @@ FrmRenumber::FrmRenumber(FrmMain& frmMain, JobState& job) : QDialog(&frmMain), f
 }
 
 void FrmRenumber::ResetRenumberForm() {
-  lineOdom_ = recOdom_ = percent_ = 0;
-  repaintClock_.invalidate();
-  for (QLabel* panel : {pnlLineOdom_, pnlRecOdom_, pnlFileName_, pnlUnalteredFileName_}) panel->clear();
+  odometers_.reset();
+  for (QLabel* panel : {pnlFileName_, pnlUnalteredFileName_}) panel->clear();
   cmdOkay_->setEnabled(false);
   cmdCancel_->setEnabled(true);
   cmdCancel_->show();
   setWindowTitle(QStringLiteral("Renumber Record File"));
   pnlRenumRecsProc_->show();
-  pnlRecOdom_->show();
+  odometers_.recOdom->show();
   pnlRenumFile_->setText(QStringLiteral("Renumbered File"));
   pnlRenumFileUnaltered_->setText(QStringLiteral("Record File Unaltered"));
-  pnlProgress_->setValue(0);
 }
 
 void FrmRenumber::showForRun(const QString& outputCaption) {
@@ -117,7 +98,7 @@ void FrmRenumber::setNames(const QString& outputName, const QString& unalteredNa
 }
 
 void FrmRenumber::showFinished() {
-  showPanels();
+  odometers_.show();
   cmdCancel_->setEnabled(false);
   cmdCancel_->hide();
   cmdOkay_->setEnabled(true);
@@ -138,33 +119,17 @@ void FrmRenumber::jobStarted(const Start& start) {
   frmMain_.showJobStart(QString::number(start.fileSize), Q(start.startTime), QString::number(start.totalLines));
 }
 
-void FrmRenumber::lineDone(int32_t line, int32_t totalLines) {
-  lineOdom_ = line;
-  percent_ = totalLines > 0 ? static_cast<int>(static_cast<int64_t>(line) * 100 / totalLines) : 100;
-  // The clock is read on every 256th line only; the interrupt is looked at by the job
-  // after every line all the same.
-  if (repaintClock_.isValid() && ((line & 255) != 1 || repaintClock_.elapsed() < kRepaintMs)) return;
-  showPanels();
-  repaintClock_.start();
-  // The job's yield: Cancel's handler runs here and raises giInterrupt.
-  QCoreApplication::processEvents();
-}
+void FrmRenumber::lineDone(int32_t line, int32_t totalLines) { odometers_.lineDone(line, totalLines); }
 
-void FrmRenumber::recordDone(int32_t record) { recOdom_ = record; }
+void FrmRenumber::recordDone(int32_t record) { odometers_.recordDone(record); }
 
 void FrmRenumber::caption(std::string_view text) {
   // The file the job writes now (Divide's numbered files).
   pnlFileName_->setText(Q(text));
 }
 
-void FrmRenumber::showPanels() {
-  pnlLineOdom_->setText(lineOdom_ > 0 ? FrmFilter::OdometerText(lineOdom_) : QString());
-  pnlRecOdom_->setText(recOdom_ > 0 ? FrmFilter::OdometerText(recOdom_) : QString());
-  pnlProgress_->setValue(std::min(percent_, 100));
-}
-
 void FrmRenumber::jobFinished(std::string_view finishTime, std::string_view elapsed) {
-  showPanels();
+  odometers_.show();
   frmMain_.showJobFinish(Q(finishTime), Q(elapsed));
 }
 

@@ -8,6 +8,7 @@
 
 #include "core/job.h"
 #include "core/job_state.h"
+#include "forms/frm_filter.h"
 
 class QLabel;
 class QProgressBar;
@@ -48,8 +49,6 @@ class FrmRenumber : public QDialog, public JobProgress {
   void caption(std::string_view text) override;
   void jobFinished(std::string_view finishTime, std::string_view elapsed) override;
 
-  static constexpr int kRepaintMs = 30;
-
  public slots:
   void reject() override;
 
@@ -58,21 +57,14 @@ class FrmRenumber : public QDialog, public JobProgress {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void showPanels();
   void cmdOkayClick();
   void cmdCancelClick();
 
   FrmMain& frmMain_;
   JobState& job_;
-  QElapsedTimer repaintClock_;
-  int32_t lineOdom_ = 0;
-  int32_t recOdom_ = 0;
-  int percent_ = 0;
+  LineOdometers odometers_;
 
-  QLabel* pnlLineOdom_ = nullptr;
-  QLabel* pnlRecOdom_ = nullptr;
   QLabel* pnlRenumRecsProc_ = nullptr;
-  QProgressBar* pnlProgress_ = nullptr;
   QLabel* pnlRenumFile_ = nullptr;
   QLabel* pnlFileName_ = nullptr;
   QLabel* pnlRenumFileUnaltered_ = nullptr;

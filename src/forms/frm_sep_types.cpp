@@ -2,12 +2,9 @@
 #include "forms/frm_sep_types.h"
 
 #include <QApplication>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -33,59 +30,18 @@ FrmSepTypes::FrmSepTypes(FrmMain& frmMain, JobState& job) : TypesDialog(frmMain,
   setMinimumWidth(520);
   buildFields(kRows, true);
 
-  auto* layout = new QVBoxLayout(this);
-  auto* number = new QHBoxLayout;
-  number->addWidget(new QLabel(QStringLiteral("How many Types (1 to 5):"), this));
-  number->addWidget(txtHowManyTypes_);
-  number->addStretch();
-  layout->addLayout(number);
+  QVBoxLayout* layout = layOutFields({"Types", "Separate Files", "Records"});
   hint(txtHowManyTypes_, QStringLiteral("Choose to recognize from 1 to 5 Dialog online types."));
-
-  auto* grid = new QGridLayout;
-  grid->addWidget(new QLabel(QStringLiteral("Types"), this), 0, 1, Qt::AlignCenter);
-  grid->addWidget(new QLabel(QStringLiteral("Separate Files"), this), 0, 2, Qt::AlignCenter);
-  grid->addWidget(new QLabel(QStringLiteral("Records"), this), 0, 3, Qt::AlignCenter);
-  for (std::size_t i = 0; i < kMaxTypes; ++i) {
-    const int row = static_cast<int>(i) + 1;
-    grid->addWidget(pnlType_[i], row, 0);
-    grid->addWidget(txtType_[i], row, 1);
-    grid->addWidget(txtFile_[i], row, 2);
-    grid->addWidget(pnlTypeOdom_[i], row, 3);
-    hint(txtType_[i], QStringLiteral("Up to ten characters specifying a Dialog online type, e.g. '3,AB'."));
-    hint(txtFile_[i], QLatin1String(kFileHint));
-    QLineEdit* field = txtFile_[i];
+  for (QLineEdit* field : txtFile_) {
+    hint(field, QLatin1String(kFileHint));
     connect(field, &QLineEdit::textEdited, this, [this, field] { fileEdited(field); });
   }
-  grid->setColumnStretch(2, 2);
-  layout->addLayout(grid);
-
-  pnlUnalteredFileName_ = SunkenPanel("pnlUnalteredFileName", this, 22);
-  pnlUnalteredFileName_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  pnlUnalteredFileName_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-  layout->addWidget(new QLabel(QStringLiteral("Search file unaltered"), this));
-  layout->addWidget(pnlUnalteredFileName_);
-
-  auto* odometers = new QGridLayout;
-  odometers->addWidget(new QLabel(QStringLiteral("Processing line  ............"), this), 0, 0);
-  odometers->addWidget(pnlLineOdom_, 0, 1);
-  odometers->addWidget(new QLabel(QStringLiteral("Processing record  ......."), this), 1, 0);
-  odometers->addWidget(pnlRecOdom_, 1, 1);
-  odometers->setColumnStretch(2, 1);
-  layout->addSpacing(6);
-  layout->addLayout(odometers);
-  layout->addWidget(pnlProgress_);
-
-  cmdCancel_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
-  cmdCancel2_ = new QPushButton(QStringLiteral("Cancel"), this);
-  cmdCancel2_->setObjectName(QStringLiteral("cmdCancel2"));
-  cmdOkay_ = new QPushButton(QStringLiteral("Okay"), this);
-  cmdOkay_->setObjectName(QStringLiteral("cmdOkay"));
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  for (QPushButton* b : {cmdBegin_, cmdCancel_, cmdCancel2_, cmdOkay_}) buttons->addWidget(b);
-  buttons->addStretch();
-  layout->addLayout(buttons);
+  pnlUnalteredFileName_ = addFilePanel(layout, "Search file unaltered", "pnlUnalteredFileName");
+  addOdometers(layout, "Processing line  ............", "Processing record  .......");
+  cmdCancel_ = NamedButton("Cancel", "cmdCancel", this);
+  cmdCancel2_ = NamedButton("Cancel", "cmdCancel2", this);
+  cmdOkay_ = NamedButton("Okay", "cmdOkay", this);
+  addButtons(layout, {cmdBegin_, cmdCancel_, cmdCancel2_, cmdOkay_});
   hint(cmdBegin_, QStringLiteral("When all of the specified number of types and files are filled in, begin this filtering."));
   hint(cmdCancel_, QStringLiteral("Abandon this filtering."));
   hint(cmdCancel2_, QStringLiteral("Interrupt and abandon this filtering."));

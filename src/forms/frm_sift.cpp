@@ -106,8 +106,7 @@ QFrame* FrmSift::buildBackground() {
   auto* rows = new QGridLayout(header_);
   rows->setContentsMargins(kRecordLeft, 6, kRecordLeft, 4);
   rows->setHorizontalSpacing(6);
-  pnlProFileName_ = SunkenPanel("pnlProFileName", header_, 22);
-  pnlProFileName_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  pnlProFileName_ = NamePanel("pnlProFileName", header_);
   rows->addWidget(caption("Label1", "Record file being sifted:", header_), 0, 0);
   rows->addWidget(pnlProFileName_, 0, 1, 1, 8);
 

@@ -16,6 +16,7 @@
 #include "forms/frm_filter.h"
 #include "forms/frm_main.h"
 #include "forms/messages.h"
+#include "forms/panels.h"
 #include "viewer/split.h"
 
 namespace zv::forms {
@@ -47,9 +48,7 @@ FrmSplit::FrmSplit(FrmMain& frmMain, FrmFileView& viewer) : QDialog(&frmMain), f
     layout->addWidget(panel);
   }
   layout->addWidget(new QLabel(QStringLiteral("For Save As dialog, double click in text boxes."), this));
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
+  pnlProgress_ = PercentBar(this, false);
   layout->addWidget(pnlProgress_);
 
   auto* buttons = new QHBoxLayout;

@@ -2,6 +2,8 @@
 #include "forms/types_dialog.h"
 
 #include <QApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -9,6 +11,7 @@
 #include <QRegularExpression>
 #include <QPushButton>
 #include <QValidator>
+#include <QVBoxLayout>
 
 #include "core/input_file.h"
 #include "forms/center_form.h"
@@ -66,18 +69,62 @@ void TypesDialog::buildFields(const std::array<const char*, kMaxTypes>& rowCapti
       txtFile_[i]->installEventFilter(this);
     }
   }
-  pnlLineOdom_ = SunkenPanel("pnlLineOdom", this);
-  pnlRecOdom_ = SunkenPanel("pnlRecOdom", this);
-  for (QLabel* odom : {pnlLineOdom_, pnlRecOdom_}) {
-    odom->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    odom->setMinimumWidth(90);
+  odometers_.lineOdom = OdometerPanel("pnlLineOdom", this);
+  odometers_.recOdom = OdometerPanel("pnlRecOdom", this);
+  odometers_.bar = PercentBar(this);
+  cmdBegin_ = NamedButton("Begin", "cmdBegin", this);
+}
+
+QVBoxLayout* TypesDialog::layOutFields(std::initializer_list<const char*> columnCaptions) {
+  auto* layout = new QVBoxLayout(this);
+  auto* number = new QHBoxLayout;
+  number->addWidget(new QLabel(QStringLiteral("How many Types (1 to 5):"), this));
+  number->addWidget(txtHowManyTypes_);
+  number->addStretch();
+  layout->addLayout(number);
+
+  auto* grid = new QGridLayout;
+  int column = 1;
+  for (const char* caption : columnCaptions) {
+    if (caption != nullptr) grid->addWidget(new QLabel(QLatin1String(caption), this), 0, column, Qt::AlignCenter);
+    ++column;
   }
-  pnlProgress_ = new QProgressBar(this);
-  pnlProgress_->setObjectName(QStringLiteral("pnlProgress"));
-  pnlProgress_->setRange(0, 100);
-  pnlProgress_->setAlignment(Qt::AlignCenter);
-  cmdBegin_ = new QPushButton(QStringLiteral("Begin"), this);
-  cmdBegin_->setObjectName(QStringLiteral("cmdBegin"));
+  const bool fileFields = txtFile_[0] != nullptr;
+  for (std::size_t i = 0; i < kMaxTypes; ++i) {
+    const int row = static_cast<int>(i) + 1;
+    grid->addWidget(pnlType_[i], row, 0);
+    grid->addWidget(txtType_[i], row, 1);
+    if (fileFields) grid->addWidget(txtFile_[i], row, 2);
+    grid->addWidget(pnlTypeOdom_[i], row, fileFields ? 3 : 2);
+    hint(txtType_[i], QStringLiteral("Up to ten characters specifying a Dialog online type, e.g. '3,AB'."));
+  }
+  if (fileFields) grid->setColumnStretch(2, 2);
+  layout->addLayout(grid);
+  return layout;
+}
+
+QLabel* TypesDialog::addFilePanel(QVBoxLayout* layout, const char* caption, const char* name) {
+  QLabel* panel = NamePanel(name, this);
+  panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  layout->addWidget(new QLabel(QLatin1String(caption), this));
+  layout->addWidget(panel);
+  return panel;
+}
+
+void TypesDialog::addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption) {
+  auto* odometers = new QGridLayout;
+  odometers->addWidget(new QLabel(QLatin1String(lineCaption), this), 0, 0);
+  odometers->addWidget(odometers_.lineOdom, 0, 1);
+  odometers->addWidget(new QLabel(QLatin1String(recordCaption), this), 1, 0);
+  odometers->addWidget(odometers_.recOdom, 1, 1);
+  odometers->setColumnStretch(2, 1);
+  layout->addSpacing(6);
+  layout->addLayout(odometers);
+  layout->addWidget(odometers_.bar);
+}
+
+void TypesDialog::addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons) {
+  layout->addLayout(CentredRow(buttons));
 }
 
 void TypesDialog::hint(QWidget* w, const QString& text) {
@@ -144,11 +191,7 @@ void TypesDialog::resetFields() {
     pnlTypeOdom_[i]->clear();
   }
   showTypes(kMaxTypes);
-  lineOdom_ = recOdom_ = percent_ = 0;
-  repaintClock_.invalidate();
-  pnlLineOdom_->clear();
-  pnlRecOdom_->clear();
-  pnlProgress_->setValue(0);
+  odometers_.reset();
   txtHowManyTypes_->setFocus();
 }
 
@@ -219,27 +262,15 @@ void TypesDialog::jobStarted(const Start& start) {
   showRunning();
 }
 
-void TypesDialog::lineDone(int32_t lInLine, int32_t glLineCount) {
-  lineOdom_ = lInLine;
-  percent_ = glLineCount > 0 ? static_cast<int>(static_cast<int64_t>(lInLine) * 100 / glLineCount) : 100;
-  if (repaintClock_.isValid() && ((lInLine & 255) != 1 || repaintClock_.elapsed() < kRepaintMs)) return;
-  showPanels();
-  repaintClock_.start();
-  // The job's one yield: the interrupt button's handler runs here.
-  QCoreApplication::processEvents();
-}
+void TypesDialog::lineDone(int32_t lInLine, int32_t glLineCount) { odometers_.lineDone(lInLine, glLineCount); }
 
-void TypesDialog::recordDone(int32_t record) { recOdom_ = record; }
+void TypesDialog::recordDone(int32_t record) { odometers_.recordDone(record); }
 
 void TypesDialog::typeRecordDone(int type, int32_t count) {
   if (type >= 1 && type <= kMaxTypes) pnlTypeOdom_[static_cast<std::size_t>(type - 1)]->setText(FrmFilter::OdometerText(count));
 }
 
-void TypesDialog::showPanels() {
-  pnlLineOdom_->setText(lineOdom_ > 0 ? FrmFilter::OdometerText(lineOdom_) : QString());
-  pnlRecOdom_->setText(recOdom_ > 0 ? FrmFilter::OdometerText(recOdom_) : QString());
-  pnlProgress_->setValue(std::min(percent_, 100));
-}
+void TypesDialog::showPanels() { odometers_.show(); }
 
 void TypesDialog::jobFinished(std::string_view finishTime, std::string_view elapsed) {
   showPanels();

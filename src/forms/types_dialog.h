@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <string>
 
 #include <QDialog>
@@ -12,11 +13,13 @@
 #include "core/job.h"
 #include "core/job_state.h"
 #include "filters/dialog_family.h"
+#include "forms/frm_filter.h"
 
 class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QVBoxLayout;
 
 namespace zv::forms {
 
@@ -54,8 +57,6 @@ class TypesDialog : public QDialog, public TypeProgress {
   // The five type fields' texts, as the filter reads them.
   std::array<std::string, kMaxTypes> typeTexts() const;
 
-  static constexpr int kRepaintMs = 30;
-
  protected:
   // The shared fields; the subclass places them.
   void buildFields(const std::array<const char*, kMaxTypes>& rowCaptions, bool fileFields);
@@ -71,6 +72,17 @@ class TypesDialog : public QDialog, public TypeProgress {
   void showPanels();
   void hint(QWidget* w, const QString& text);
 
+  // The layout the two dialogs share, top to bottom. layOutFields: the number of types,
+  // then the rows of type fields (with the file fields where there are some) and their
+  // record odometers under `columnCaptions`, from column 1 on (nullptr: none).
+  QVBoxLayout* layOutFields(std::initializer_list<const char*> columnCaptions);
+  // A sunken panel a file name is shown in, under its caption.
+  QLabel* addFilePanel(QVBoxLayout* layout, const char* caption, const char* name);
+  // The line and record odometers under their captions, then the progress bar.
+  void addOdometers(QVBoxLayout* layout, const char* lineCaption, const char* recordCaption);
+  // The buttons in a centred row.
+  void addButtons(QVBoxLayout* layout, std::initializer_list<QPushButton*> buttons);
+
   // Enter swallowed with the tab warning, a type or file field entered before the
   // number is given, the status hints.
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -80,19 +92,13 @@ class TypesDialog : public QDialog, public TypeProgress {
   FrmMain& frmMain_;
   JobState& job_;
   std::string capture_;
-  QElapsedTimer repaintClock_;
-  int32_t lineOdom_ = 0;
-  int32_t recOdom_ = 0;
-  int percent_ = 0;
+  LineOdometers odometers_;
 
   QLineEdit* txtHowManyTypes_ = nullptr;
   std::array<QLineEdit*, kMaxTypes> txtType_{};
   std::array<QLineEdit*, kMaxTypes> txtFile_{};  // frmSepTypes only
   std::array<QLabel*, kMaxTypes> pnlType_{};
   std::array<QLabel*, kMaxTypes> pnlTypeOdom_{};
-  QLabel* pnlLineOdom_ = nullptr;
-  QLabel* pnlRecOdom_ = nullptr;
-  QProgressBar* pnlProgress_ = nullptr;
   QPushButton* cmdBegin_ = nullptr;
 
  private:

@@ -9,11 +9,7 @@ namespace zv {
 
 JobResult DeleteLabels(JobState& state, JobProgress& progress, const PolishFiles& files) {
   return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishInput(files.inFile, kLabelToolWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kLabelToolWording)) {
+    if (auto refusal = CheckPolishFiles(files, kLabelToolWording)) {
       result.message = *refusal;
       return JobOutcome::Refused;
     }

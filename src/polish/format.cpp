@@ -2,9 +2,12 @@
 #include "polish/format.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <limits>
+#include <vector>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "core/brindle.h"
 #include "core/byte_scan.h"
@@ -24,163 +27,298 @@ bool isTagged(std::string_view line) {
   return line.size() >= 4 && line[2] == '-' && line[3] == ' ' && isCapital(line[0]) && isCapital(line[1]);
 }
 
-// What one look at a cleaned line tells: where its first two blanks in a row stand
-// (npos for none), and whether it holds a delimiter ("|", "^" or "_") that a flush
-// must turn into a separator. Most lines of a TAGed record have two blanks in a row
-// (an indented continuation, two blanks after a stop) and no delimiter, so both are
-// looked for in one pass, sixteen bytes at once where the compiler has vector types.
-struct LineFacts {
-  std::size_t firstDouble = std::string::npos;
-  bool delimiters = false;
-};
+// What one look at a cleaned line tells: where it has two blanks in a row (a bit for
+// each blank that a blank follows), and whether it holds a delimiter ("|", "^" or
+// "_") that a flush must turn into a separator. Most lines of a TAGed record have two
+// blanks in a row (an indented continuation, two blanks after a stop) and no
+// delimiter. The folding of the blanks then needs no second look at the line, whose
+// bytes were just written back (reading them again in vectors would wait for the
+// writes).
+class LineFacts {
+ public:
+  // The delimiters the line holds, a bit each.
+  static constexpr unsigned kBar = 1, kCaret = 2, kUnderline = 4;
+  unsigned delimiters = 0;
+  bool barsGone = false;  // "|"s were made byte 0 as the line was cleaned
 
-bool isDelimiter(char c) { return c == '|' || c == '^' || c == '_'; }
-
-#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-#define ZV_BYTES16 1
-using Bytes16 = unsigned char __attribute__((vector_size(16)));
-
-Bytes16 splat(char c) { return Bytes16{} + static_cast<unsigned char>(c); }
-
-// Lanes of p[i..i+16) that are blanks followed by a blank, as two 64-bit halves.
-void doubleBlanks(const char* p, std::size_t i, uint64_t (&half)[2]) {
-  Bytes16 here, next;
-  std::memcpy(&here, p + i, 16);
-  std::memcpy(&next, p + i + 1, 16);
-  const auto both = (here == splat(' ')) & (next == splat(' '));
-  std::memcpy(half, &both, 16);
-}
-
-std::size_t firstLane(const uint64_t (&half)[2]) {
-  return half[0] != 0 ? static_cast<std::size_t>(std::countr_zero(half[0]) / 8)
-                      : 8 + static_cast<std::size_t>(std::countr_zero(half[1]) / 8);
-}
-#endif
-
-// LowAscii and RemCtrl with character 0 (high bits cleared, control characters to
-// byte 0), and the facts of the cleaned line, in one pass.
-LineFacts cleanAndScan(std::string& line) {
-  LineFacts facts;
-  char* p = line.data();
-  const std::size_t n = line.size();
-  std::size_t i = 0;
-#ifdef ZV_BYTES16
-  const auto clean = [](Bytes16 v) {
-    v &= splat('\x7f');
-    return v & reinterpret_cast<Bytes16>(v >= splat(' '));
-  };
-  uint64_t anyDelimiter = 0;
-  for (; i + 17 <= n; i += 16) {
-    Bytes16 here, next;
-    std::memcpy(&here, p + i, 16);
-    std::memcpy(&next, p + i + 1, 16);
-    here = clean(here);
-    std::memcpy(p + i, &here, 16);
-    const auto delims = (here == splat('|')) | (here == splat('^')) | (here == splat('_'));
-    uint64_t d[2];
-    std::memcpy(d, &delims, 16);
-    anyDelimiter |= d[0] | d[1];
-    if (facts.firstDouble == std::string::npos) {
-      const auto both = (here == splat(' ')) & (clean(next) == splat(' '));
-      uint64_t b[2];
-      std::memcpy(b, &both, 16);
-      if ((b[0] | b[1]) != 0) facts.firstDouble = i + firstLane(b);
+  // Sized for a line of n bytes, no pair marked.
+  void reset(std::size_t n) {
+    const std::size_t words = n / 64 + 2;
+    if (pairs_.size() < words) pairs_.resize(words);
+    used_ = words;
+    for (std::size_t w = 0; w < words; ++w) pairs_[w] = 0;
+  }
+  // Pairs at `at` + each set bit of `mask`.
+  void mark(std::size_t at, uint64_t mask) {
+    const std::size_t w = at / 64, bit = at % 64;
+    pairs_[w] |= mask << bit;
+    if (bit != 0) pairs_[w + 1] |= mask >> (64 - bit);
+  }
+  // The first pair at or after `from`, or npos.
+  std::size_t pairFrom(std::size_t from) const {
+    std::size_t w = from / 64;
+    if (w >= used_) return std::string::npos;
+    uint64_t bits = pairs_[w] & (~uint64_t{0} << (from % 64));
+    for (;;) {
+      if (bits != 0) return w * 64 + static_cast<std::size_t>(__builtin_ctzll(bits));
+      if (++w == used_) return std::string::npos;
+      bits = pairs_[w];
     }
   }
-  facts.delimiters = anyDelimiter != 0;
-#endif
-  for (std::size_t k = i; k < n; ++k) {
-    const auto c = static_cast<unsigned char>(p[k] & 0x7f);
-    p[k] = static_cast<char>(c < 32 ? 0 : c);
-  }
-  for (; i < n; ++i) {
-    facts.delimiters = facts.delimiters || isDelimiter(p[i]);
-    if (facts.firstDouble == std::string::npos && i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.firstDouble = i;
-  }
-  return facts;
+
+ private:
+  std::vector<uint64_t> pairs_;
+  std::size_t used_ = 0;  // words of pairs_ for the line
+};
+
+unsigned delimiterBit(char c) {
+  return c == '|' ? LineFacts::kBar : c == '^' ? LineFacts::kCaret : c == '_' ? LineFacts::kUnderline : 0;
 }
 
-// Where the first two blanks in a row stand at or after `from`, or npos.
-std::size_t findDoubleBlank(const char* p, std::size_t from, std::size_t n) {
-  std::size_t i = from;
-#ifdef ZV_BYTES16
-  for (; i + 17 <= n; i += 16) {
-    uint64_t b[2];
-    doubleBlanks(p, i, b);
-    if ((b[0] | b[1]) != 0) return i + firstLane(b);
-  }
-#endif
-  for (; i + 1 < n; ++i)
-    if (p[i] == ' ' && p[i + 1] == ' ') return i;
-  return std::string::npos;
+// The byte cleaning of LowAscii and RemCtrl with character 0: the high bit cleared, a
+// control character made byte 0.
+char cleanByte(char ch) {
+  const auto c = static_cast<unsigned char>(ch & 0x7f);
+  return static_cast<char>(c < 32 ? 0 : c);
 }
 
-// Runs of blanks halved four times over (replacing two blanks by one, four times), and
-// the two blanks typed after a full stop or a colon made one. Each halving turns a
-// run of k blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16
-// become one, longer runs keep a few.
-void foldBlanks(std::string& line, std::size_t first) {
-  char* p = line.data();
-  const std::size_t n = line.size();
-  std::size_t i = first;
-  std::size_t out = i;
-  std::size_t longest = 0;
-  for (;;) {
-    std::size_t end = i;
-    while (end < n && p[end] == ' ') ++end;
-    longest = std::max(longest, end - i);
-    for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[out++] = ' ';
-    std::size_t next = findDoubleBlank(p, end, n);
-    if (next == std::string::npos) next = n;
-    std::memmove(p + out, p + end, next - end);
-    out += next - end;
-    if (next == n) break;
-    i = next;
+// Lines shorter than a vector, a byte at a time, from `src` to `p`.
+void cleanAndScanShort(const char* src, char* p, std::size_t n, LineFacts& facts, bool barsToNul) {
+  facts.delimiters = 0;
+  facts.barsGone = false;
+  for (std::size_t i = 0; i < n; ++i) {
+    p[i] = cleanByte(src[i]);
+    if (barsToNul && p[i] == '|') {
+      p[i] = '\0';
+      facts.barsGone = true;
+    }
   }
-  line.resize(out);
+  for (std::size_t i = 0; i < n; ++i) {
+    facts.delimiters |= delimiterBit(p[i]);
+    if (i + 1 < n && p[i] == ' ' && p[i + 1] == ' ') facts.mark(i, 1);
+  }
+}
+
+// The line as read, put at `p` with LowAscii and RemCtrl done with character 0 (high
+// bits cleared, control characters to byte 0), and the facts of the cleaned line, in
+// one pass over the bytes read. With `barsToNul` each "|" is made byte 0 as well, as
+// the paragraph of a field other than descriptors will have it: the facts then tell
+// of no "|".
+#if defined(__SSE2__)
+// Sixteen bytes at a time. The line's tail is taken as its last sixteen bytes, which
+// overlap bytes seen already: a pair of blanks marked twice is one pair.
+__m128i load16(const char* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
+
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts, bool barsToNul) {
+  const std::size_t n = raw.size();
+  const char* src = raw.data();
+  facts.reset(n);
+  if (n < 16) return cleanAndScanShort(src, p, n, facts, barsToNul);
+  const __m128i low7 = _mm_set1_epi8(0x7f), below = _mm_set1_epi8(0x1f), blank = _mm_set1_epi8(' ');
+  const __m128i bar = _mm_set1_epi8('|'), caret = _mm_set1_epi8('^'), under = _mm_set1_epi8('_');
+  const __m128i tail = load16(src + n - 16);
+  unsigned delimiters = 0;
+  bool barsGone = false;
+  unsigned lastBlank = 0;  // the previous block ended in a blank
+  // All ones where a "|" is to stay, none where it is to be made byte 0.
+  const __m128i keepBars = barsToNul ? _mm_setzero_si128() : _mm_set1_epi8(-1);
+  const auto block = [&](__m128i v, std::size_t at) {
+    v = _mm_and_si128(v, low7);
+    v = _mm_and_si128(v, _mm_cmpgt_epi8(v, below));  // all bytes are 0 to 127 now
+    const __m128i bars = _mm_cmpeq_epi8(v, bar), carets = _mm_cmpeq_epi8(v, caret), unders = _mm_cmpeq_epi8(v, under);
+    const __m128i goneBars = _mm_andnot_si128(keepBars, bars);
+    v = _mm_andnot_si128(goneBars, v);
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p + at), v);
+    if (_mm_movemask_epi8(_mm_or_si128(_mm_or_si128(bars, carets), unders)) != 0) {  // seldom: which ones
+      delimiters |= (_mm_movemask_epi8(_mm_and_si128(keepBars, bars)) != 0 ? LineFacts::kBar : 0u) |
+                    (_mm_movemask_epi8(carets) != 0 ? LineFacts::kCaret : 0u) |
+                    (_mm_movemask_epi8(unders) != 0 ? LineFacts::kUnderline : 0u);
+      barsGone = barsGone || _mm_movemask_epi8(goneBars) != 0;
+    }
+    const auto blanks = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank)));
+    const unsigned pairs = blanks & (blanks >> 1);
+    if (pairs != 0) facts.mark(at, pairs);
+    if (at > 0 && (lastBlank & blanks & 1u) != 0) facts.mark(at - 1, 1);  // across the edge
+    lastBlank = blanks >> 15;
+  };
+  std::size_t i = 0;
+  for (; i + 16 < n; i += 16) block(load16(src + i), i);
+  if (n - 16 != i) lastBlank = 0;  // the tail overlaps the last block: no edge to cross
+  block(tail, n - 16);
+  facts.delimiters = delimiters;
+  facts.barsGone = barsGone;
+}
+#else
+void cleanAndScan(std::string_view raw, char* p, LineFacts& facts, bool barsToNul) {
+  facts.reset(raw.size());
+  cleanAndScanShort(raw.data(), p, raw.size(), facts, barsToNul);
+}
+#endif
+
+// The line as read put at the end of `dest`, cleaned, with its blanks folded: runs of
+// blanks halved four times over (replacing two blanks by one, four times), and the two
+// blanks typed after a full stop or a colon made one. Each halving turns a run of k
+// blanks into ceil(k / 2), so the four leave ceil(k / 16) of it: up to 16 become one,
+// longer runs keep a few. `facts` gets the delimiters of the line; `barsToNul` makes
+// each "|" byte 0 (see cleanAndScan).
+//
+// A run of blanks that opens the line (an indented continuation) is folded before the
+// rest is cleaned, straight from the bytes read; the rest is cleaned in place at the
+// end of `dest`, and what runs it holds are folded there, the text between them moved
+// down in pieces.
+// The bytes that open `raw` and are blanks once cleaned.
+std::size_t leadingBlanks(std::string_view raw) {
+  std::size_t lead = 0;
+#if defined(__SSE2__)
+  const __m128i low7 = _mm_set1_epi8(0x7f), blank = _mm_set1_epi8(' ');
+  for (; lead + 16 <= raw.size(); lead += 16) {
+    const __m128i v = _mm_and_si128(load16(raw.data() + lead), low7);
+    const unsigned other = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, blank))) & 0xFFFFu;
+    if (other != 0) return lead + static_cast<std::size_t>(__builtin_ctz(other));
+  }
+#endif
+  while (lead < raw.size() && (raw[lead] & 0x7f) == ' ') ++lead;
+  return lead;
+}
+
+void appendCleanFolded(std::string& dest, std::string_view raw, LineFacts& facts, bool barsToNul) {
+  const std::size_t lineStart = dest.size();
+  std::size_t lead = leadingBlanks(raw);
+  if (lead < 2) lead = 0;
+  std::size_t longest = lead;
+  const std::size_t opening = (lead + 15) / 16;  // the blanks the opening run leaves
+  raw.remove_prefix(lead);
+  const std::size_t from = lineStart + opening;
+  dest.resize(from + raw.size());
+  for (std::size_t k = lineStart; k < from; ++k) dest[k] = ' ';
+  char* p = dest.data() + from;
+  cleanAndScan(raw, p, facts, barsToNul);
+  std::size_t i = facts.pairFrom(0);
+  if (i != std::string::npos) {
+    const std::size_t n = raw.size();
+    std::size_t to = i;  // never past i: the text only moves down
+    for (;;) {
+      std::size_t end = i;
+      while (end < n && p[end] == ' ') ++end;
+      longest = std::max(longest, end - i);
+      for (std::size_t kept = (end - i + 15) / 16; kept > 0; --kept) p[to++] = ' ';  // mostly one
+      std::size_t next = facts.pairFrom(end);
+      if (next == std::string::npos) next = n;
+      std::memmove(p + to, p + end, next - end);
+      to += next - end;
+      if (next == n) break;
+      i = next;
+    }
+    dest.resize(from + to);
+  }
   // Only a run of more than 16 leaves two blanks in a row.
   if (longest <= 16) return;
-  if (line.find(".  ") != std::string::npos) ReplaceAll(line, ".  ", ". ");
-  if (line.find(":  ") != std::string::npos) ReplaceAll(line, ":  ", ": ");
+  std::string folded = dest.substr(lineStart);
+  if (folded.find(".  ") != std::string::npos) ReplaceAll(folded, ".  ", ". ");
+  if (folded.find(":  ") != std::string::npos) ReplaceAll(folded, ":  ", ": ");
+  dest.resize(lineStart);
+  dest += folded;
 }
 
-// A paragraph's delimiters as readable separators. A "|" of an ordinary field, or
-// "||" of a descriptor field, becomes the byte 0 (a one-character text, not an empty
-// one). In the descriptor rule "_" is replaced before "^_" is looked for, so that a
-// "^_" comes out as ", " and "; " side by side. A paragraph without any delimiter
-// skips the searches.
-void flush(std::string& paragraph, bool delimiters, TextOut& out) {
-  static const std::string kNul(1, '\0');
-  if (!delimiters && !paragraph.starts_with("DE- ")) {
+// A paragraph's delimiters as readable separators, written to `out` (the paragraph is
+// emptied). A "|" of an ordinary field, or "||" of a descriptor field, becomes the
+// byte 0 (a one-character text, not an empty one); "^_" and "^" become "; " and ", ".
+// In a descriptor field "|" becomes " / " and "_" becomes "; " before the field is
+// trimmed on the right (a last "/" cut, the blank before it kept) and before any
+// "^" is looked at, so "^_" comes out as ", " and "; " side by side. Each rule in
+// turn, applied to the whole text from left to right, gives what one left-to-right
+// pass gives, as no replacement makes a text that a later rule looks for: so each
+// paragraph is rewritten in one pass, or two for a descriptor field with a "^".
+// `delimiters` tells which the paragraph holds (LineFacts' bits), and `barsFrom` where
+// the first of its lines that holds a "|" begins.
+void flush(std::string& paragraph, unsigned delimiters, std::size_t barsFrom, std::string& work, TextOut& out) {
+  const bool descriptors = paragraph.starts_with("DE- ");
+  if (!delimiters && !descriptors) {
     out.line(paragraph);
     paragraph.clear();
     return;
   }
-  const bool carets = delimiters && paragraph.find('^') != std::string::npos;
-  if (paragraph.starts_with("DE- ")) {
-    if (delimiters && paragraph.find('|') != std::string::npos) {
-      ReplaceAll(paragraph, "||", kNul);
-      ReplaceAll(paragraph, "|", " / ");
-    }
-    if (delimiters && paragraph.find('_') != std::string::npos) ReplaceAll(paragraph, "_", "; ");
-    const std::size_t last = paragraph.find_last_not_of(' ');
-    paragraph.resize(last == std::string::npos ? 0 : last + 1);
-    if (paragraph.ends_with('/')) paragraph.pop_back();  // the blank before it stays
-    if (carets) {
-      ReplaceAll(paragraph, "^_", "; ");
-      ReplaceAll(paragraph, "^", ", ");
-    }
-  } else {
+  const std::string_view nul("\0", 1);
+  if (!descriptors) {
     // One character for one: the same as replacing every "|" by the text of code 0.
-    for (std::size_t at = paragraph.find('|'); at != std::string::npos; at = paragraph.find('|', at + 1))
-      paragraph[at] = '\0';
-    if (carets) {
-      ReplaceAll(paragraph, "^_", "; ");
-      ReplaceAll(paragraph, "^", ", ");
+    if ((delimiters & LineFacts::kBar) != 0)
+      for (std::size_t at = paragraph.find('|', barsFrom); at != std::string::npos; at = paragraph.find('|', at + 1))
+        paragraph[at] = '\0';
+    if ((delimiters & LineFacts::kCaret) == 0) {
+      out.line(paragraph);
+      paragraph.clear();
+      return;
     }
   }
-  out.line(paragraph);
+  // The rest in one pass: the text between the delimiters goes over in runs, the
+  // delimiters found by the library's fast searches.
+  work.clear();
+  const char* p = paragraph.data();
+  std::size_t n = paragraph.size();
+  std::size_t from = 0;
+  const auto put = [&](std::size_t at, std::size_t used, std::string_view as) {
+    work.append(p + from, at - from);
+    work += as;
+    from = at + used;
+  };
+  // Calls each(at) for each `a` and `b` of the paragraph, left to right; each returns
+  // how many characters it used.
+  const auto forEach = [&](char a, char b, auto each) {
+    std::size_t nextA = paragraph.find(a), nextB = a == b ? std::string::npos : paragraph.find(b);
+    while (nextA != std::string::npos || nextB != std::string::npos) {
+      const std::size_t at = std::min(nextA, nextB);
+      const std::size_t after = at + each(at);
+      if (nextA < after) nextA = paragraph.find(a, after);
+      if (nextB < after) nextB = a == b ? std::string::npos : paragraph.find(b, after);
+    }
+    work.append(p + from, n - from);
+  };
+  if (descriptors) {
+    forEach('|', '_', [&](std::size_t at) -> std::size_t {
+      if (p[at] == '_') {
+        put(at, 1, "; ");
+        return 1;
+      }
+      const bool pair = at + 1 < n && p[at + 1] == '|';
+      put(at, pair ? 2 : 1, pair ? nul : " / ");
+      return pair ? 2 : 1;
+    });
+    const std::size_t last = work.find_last_not_of(' ');
+    work.resize(last == std::string::npos ? 0 : last + 1);
+    if (work.ends_with('/')) work.pop_back();  // the blank before it stays
+    if ((delimiters & LineFacts::kCaret) != 0) {
+      paragraph.swap(work);
+      work.clear();
+      p = paragraph.data();
+      n = paragraph.size();
+      from = 0;
+      forEach('^', '^', [&](std::size_t at) -> std::size_t {
+        put(at, 1, ", ");
+        return 1;
+      });
+    }
+  } else {
+    forEach('^', '^', [&](std::size_t at) -> std::size_t {
+      const bool underline = at + 1 < n && p[at + 1] == '_';
+      put(at, underline ? 2 : 1, underline ? "; " : ", ");
+      return underline ? 2 : 1;
+    });
+  }
+  out.line(work);
   paragraph.clear();
+}
+
+// What the first four bytes of a line will be once cleaned: a tag (folding leaves them
+// as they are), and the tag of descriptors.
+struct Head {
+  bool tagged = false;
+  bool descriptors = false;
+};
+Head headOf(std::string_view raw) {
+  if (raw.size() < 4) return {};
+  const char h[4] = {cleanByte(raw[0]), cleanByte(raw[1]), cleanByte(raw[2]), cleanByte(raw[3])};
+  if (!isTagged(std::string_view(h, 4))) return {};
+  return {true, h[0] == 'D' && h[1] == 'E'};
 }
 
 // The checks both tools make of their input, and the name of the output.
@@ -215,8 +353,11 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
     int32_t lTagLines = 0;
     int32_t labels = 0;
     std::string sParagraph;
-    bool delimiters = false;  // whether sParagraph holds a "|", "^" or "_"
-    std::string& line = state.gsLine;
+    std::string work;  // the paragraph as written
+    std::string next;  // a line that opens a paragraph, while the last one is written
+    LineFacts facts;
+    unsigned delimiters = 0;  // those sParagraph holds: "|", "^" or "_"
+    std::size_t barsFrom = 0;  // where its first line with a "|" begins
     for (int32_t i = 1; i <= io.lineCount; ++i) {
       if (i == 40 && labels < 1) {
         result.message = NotRecordFileMessage();
@@ -226,25 +367,51 @@ JobResult RemoveLineBreaks(JobState& state, JobProgress& progress, const PolishI
         result.message = Message{std::string(kFormatErrorTitle), std::string(kNotTaggedText)};
         return JobOutcome::Refused;
       }
-      if (!io.in.readLine(line)) break;
+      std::string_view raw;
+      if (!io.in.readLine(raw)) break;
       result.lines = i;
-      const LineFacts facts = cleanAndScan(line);
-      if (facts.firstDouble != std::string::npos) foldBlanks(line, facts.firstDouble);
+      // The line goes onto the paragraph as it will stand there, and its class is read
+      // from it there; a line that ends the paragraph before it is then taken off.
+      // Its "|"s are made byte 0 as it is cleaned unless it will stand in a paragraph of
+      // descriptors: its own, when its first bytes make it a tagged line (folding
+      // keeps them), else the one it continues. A line of descriptors whose "|"s went
+      // after all is cleaned again with them.
+      const std::size_t lineStart = sParagraph.size();
+      const bool inDescriptors = lineStart > 0 && sParagraph.starts_with("DE- ");
+      const Head head = headOf(raw);
+      appendCleanFolded(sParagraph, raw, facts, head.tagged ? !head.descriptors : !inDescriptors);
+      std::string_view line = std::string_view(sParagraph).substr(lineStart);
+      const bool empty = line.empty();
+      bool ends = false;
       if (isTagged(line)) {
-        Add32(lTagLines, 1);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
-      } else if (line.starts_with("Record - ")) {
-        Add32(labels, 1);
+        Count32(lTagLines, 1);
+        ends = true;
+      } else if (!line.empty() && line[0] == 'R' && line.starts_with("Record - ")) {
+        Count32(labels, 1);
         job.progress.recordDone(labels);
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
-      } else if (line.empty()) {
-        if (!sParagraph.empty()) flush(sParagraph, delimiters, io.out);
-        io.out.blank();
+        ends = true;
+      } else if (empty) {
+        ends = true;
+      }
+      const bool descriptors = isTagged(line) ? line.starts_with("DE- ") : !ends && inDescriptors;
+      if (descriptors && facts.barsGone) {
+        sParagraph.resize(lineStart);
+        appendCleanFolded(sParagraph, raw, facts, false);
+        line = std::string_view(sParagraph).substr(lineStart);
       }
       // A label is gathered like text, and goes out at the next tagged or empty line.
-      if (sParagraph.empty()) delimiters = false;
-      sParagraph += line;
-      delimiters = delimiters || facts.delimiters;
+      if (ends && lineStart > 0) {
+        next.assign(line);
+        sParagraph.resize(lineStart);
+        flush(sParagraph, delimiters, barsFrom, work, io.out);
+        sParagraph.swap(next);
+      }
+      if (empty) io.out.blank();
+      const bool opens = lineStart == 0 || ends;  // the line begins the paragraph
+      if (opens) delimiters = 0;
+      if ((facts.delimiters & LineFacts::kBar) != 0 && (delimiters & LineFacts::kBar) == 0)
+        barsFrom = opens ? 0 : lineStart;
+      delimiters |= facts.delimiters;
       if (job.lineDone(i, io.lineCount)) return JobOutcome::Interrupted;
     }
     // What the paragraph still holds is not written: a file that ends on a line of

@@ -29,6 +29,11 @@ std::optional<Message> CheckPolishInput(const std::string& inFile, const FileWor
   return std::nullopt;
 }
 
+std::optional<Message> CheckPolishFiles(const PolishFiles& files, const FileWording& wording) {
+  if (auto refusal = CheckPolishInput(files.inFile, wording)) return refusal;
+  return CheckPolishOutput(files.inFile, files.outFile, wording);
+}
+
 std::optional<Message> CheckPolishOutput(const std::string& inFile, const std::string& outFile,
                                          const FileWording& wording) {
   // Two names of one file are the same file, whatever their spelling.

@@ -71,6 +71,9 @@ inline constexpr FileWording kUndelimitWording{1, 1};
 [[nodiscard]] std::optional<Message> CheckPolishOutput(const std::string& inFile, const std::string& outFile,
                                                        const FileWording& wording);
 
+// Both checks, the input's first: what a line tool refuses before it opens anything.
+[[nodiscard]] std::optional<Message> CheckPolishFiles(const PolishFiles& files, const FileWording& wording);
+
 // The output of the line and page break tools: the base name (no folder) and `ext`
 // when the input's path holds a ".", otherwise the input's whole path and `ext`.
 std::string DerivedOutputName(const std::string& inFile, std::string_view ext);

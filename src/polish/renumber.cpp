@@ -9,11 +9,7 @@ namespace zv {
 
 JobResult RenumberLabels(JobState& state, JobProgress& progress, const PolishFiles& files) {
   return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishInput(files.inFile, kRenumberWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kRenumberWording)) {
+    if (auto refusal = CheckPolishFiles(files, kRenumberWording)) {
       result.message = *refusal;
       return JobOutcome::Refused;
     }

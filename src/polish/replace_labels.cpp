@@ -10,11 +10,7 @@ namespace zv {
 JobResult ReplaceLabels(JobState& state, JobProgress& progress, const ReplaceLabelsParams& params) {
   const PolishFiles& files = params.files;
   return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishInput(files.inFile, kLabelToolWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kLabelToolWording)) {
+    if (auto refusal = CheckPolishFiles(files, kLabelToolWording)) {
       result.message = *refusal;
       return JobOutcome::Refused;
     }

@@ -9,11 +9,7 @@ namespace zv {
 
 JobResult UndelimitRecords(JobState& state, JobProgress& progress, const PolishFiles& files) {
   return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishInput(files.inFile, kUndelimitWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    if (auto refusal = CheckPolishOutput(files.inFile, files.outFile, kUndelimitWording)) {
+    if (auto refusal = CheckPolishFiles(files, kUndelimitWording)) {
       result.message = *refusal;
       return JobOutcome::Refused;
     }

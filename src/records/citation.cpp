@@ -237,13 +237,18 @@ void MakeCitation(std::string_view label, const RecordFields& fields, std::span<
     }
   }
   // Identifiers printed inside other fields: "ISSN: 0917-4420" on a source line, a DOI
-  // in a note.
+  // in a note. One look tells which of the searches can find anything in a field.
   for (const Field& f : fields.fields()) {
     if (f.name != F::Other && f.name != F::Source) continue;
-    if (out.doi.empty()) out.doi.assign(FindDoi(f.text));
-    if (out.pmid.empty() && f.name != F::Accession) out.pmid.assign(FindPmid(f.text));
-    if (out.issn.empty()) out.issn.assign(FindIssn(f.text));
-    if (out.isbn.empty()) out.isbn.assign(FindIsbn(f.text));
+    const unsigned wanted = (out.doi.empty() ? kDoiMark : 0u) | (out.pmid.empty() ? kPmidMark : 0u) |
+                            (out.issn.empty() ? kIssnMark : 0u) | (out.isbn.empty() ? kIsbnMark : 0u);
+    if (wanted == 0) break;
+    const unsigned marks = IdentifierMarks(f.text) & wanted;
+    if (marks == 0) continue;
+    if ((marks & kDoiMark) != 0) out.doi.assign(FindDoi(f.text));
+    if ((marks & kPmidMark) != 0) out.pmid.assign(FindPmid(f.text));
+    if ((marks & kIssnMark) != 0) out.issn.assign(FindIssn(f.text));
+    if ((marks & kIsbnMark) != 0) out.isbn.assign(FindIsbn(f.text));
   }
   out.type = typeOfDocType(out.docType);
   if (out.type == WorkType::Generic) {

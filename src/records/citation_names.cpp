@@ -144,7 +144,10 @@ void SplitAuthors(std::string_view text, PersonList& out) {
   if (const std::size_t blank = text.find(' '); blank != std::string_view::npos && blank > 0 &&
                                                  text.find(' ', blank + 1) == std::string_view::npos) {
     const std::string_view family = text.substr(0, blank), given = text.substr(blank + 1);
-    if (initials(given) && family.find_first_of(",;") == std::string_view::npos && family != "By" && family != "by") {
+    // (Two searches of one character: a search for either of two looks up each byte
+    // of the name in the pair, a library call a byte.)
+    if (initials(given) && family.find(',') == std::string_view::npos && family.find(';') == std::string_view::npos &&
+        family != "By" && family != "by") {
       out.add(family.back() == '.' ? family.substr(0, family.size() - 1) : family, given);
       return;
     }

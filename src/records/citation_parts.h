@@ -10,7 +10,13 @@ namespace zv {
 
 // A blank, a tab, or the NUL byte the filters leave where a control character stood.
 inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\0'; }
-std::string_view TrimText(std::string_view text);
+// The text without the blanks at its ends.
+inline std::string_view TrimText(std::string_view text) {
+  std::size_t a = 0, b = text.size();
+  while (a < b && IsBlank(text[a])) ++a;
+  while (b > a && IsBlank(text[b - 1])) --b;
+  return text.substr(a, b - a);
+}
 
 struct DateParts {
   int32_t year = 0;  // 0: none
@@ -81,5 +87,11 @@ std::string_view FindPmid(std::string_view text);   // the digits after "PMID: "
 // false); the digits and hyphens of an ISBN after "ISBN" (or at the text's start).
 std::string_view FindIssn(std::string_view text, bool afterLabel = true);
 std::string_view FindIsbn(std::string_view text, bool afterLabel = true);
+
+// Which of the words the searches above begin from stand in a text: "10." (FindDoi),
+// "PMID" (FindPmid), "ISSN" and "ISBN" (FindIssn and FindIsbn after their labels), a
+// bit each, found in one look. A search whose word is missing finds nothing.
+inline constexpr unsigned kDoiMark = 1, kPmidMark = 2, kIssnMark = 4, kIsbnMark = 8;
+unsigned IdentifierMarks(std::string_view text);
 
 }  // namespace zv

@@ -5,7 +5,8 @@
 // few fixed keys itself and hands every string value to the library's serializer,
 // which escapes quotes, backslashes and control characters and checks the UTF-8.
 // Values of printable 7-bit text without a quote or backslash need no escaping and
-// are copied as they are.
+// are copied as they are; lines of such text (a record's notes) only their line feeds
+// escaped, as the library would.
 #include <string>
 #include <vector>
 
@@ -34,6 +35,21 @@ class JsonStrings {
       out += '"';
       return;
     }
+    if (plainLines(text)) {  // a record's notes, one a line: each line feed escaped
+      out += '"';
+      for (std::size_t from = 0;;) {
+        const std::size_t lf = text.find('\n', from);
+        if (lf == std::string_view::npos) {
+          out.append(text.data() + from, text.size() - from);
+          break;
+        }
+        out.append(text.data() + from, lf - from);
+        out += "\\n";
+        from = lf + 1;
+      }
+      out += '"';
+      return;
+    }
     std::string& s = value_.get_ref<std::string&>();
     s.clear();
     AppendUtf8(s, text, true);
@@ -43,12 +59,15 @@ class JsonStrings {
   }
 
  private:
-  static bool plain(std::string_view text) {
-    for (char c : text) {
-      const auto b = static_cast<unsigned char>(c);
-      if (b < 0x20 || b >= 0x7F || c == '"' || c == '\\') return false;
+  static bool plain(std::string_view text) { return IsPlainAscii(text, '"', '\\'); }
+  // Lines of such text parted by line feeds.
+  static bool plainLines(std::string_view text) {
+    for (std::size_t from = 0;;) {
+      const std::size_t lf = text.find('\n', from);
+      if (!plain(text.substr(from, lf == std::string_view::npos ? std::string_view::npos : lf - from))) return false;
+      if (lf == std::string_view::npos) return true;
+      from = lf + 1;
     }
-    return true;
   }
 
   std::string escaped_;  // declared first: the serializer writes to it

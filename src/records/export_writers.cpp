@@ -94,12 +94,13 @@ class RisWriter final : public ExportWriter {
   }
 
  private:
+  // Every tag has two characters: the line's head goes on in one piece.
   static void tag(std::string& out, std::string_view name, std::string_view value) {
     if (value.empty()) return;
-    out += name;
-    out += "  - ";
+    const char head[6] = {name[0], name[1], ' ', ' ', '-', ' '};
+    out.append(head, sizeof head);
     AppendUtf8(out, value);
-    out += "\r\n";
+    out.append("\r\n", 2);
   }
 };
 
@@ -204,22 +205,45 @@ class CsvWriter final : public ExportWriter {
     cell(out, scratch_);
   }
 
+  // Where the first of `a`, `b` and `c` stands in `text` from `from`, or npos: one
+  // pass (the library's search for any of a set looks each byte up in the set).
+  static std::size_t firstOf(std::string_view text, std::size_t from, char a, char b, char c) {
+    for (std::size_t i = from; i < text.size(); ++i)
+      if (text[i] == a || text[i] == b || text[i] == c) return i;
+    return std::string_view::npos;
+  }
+
   // A cell, quoted when it holds a comma, a quote or a line end (RFC 4180).
   void cell(std::string& out, std::string_view value, bool comma = true) {
     if (comma) out += ',';
-    cellText_.clear();
-    AppendUtf8(cellText_, value, true);
-    if (cellText_.find_first_of(",\"\n") == std::string::npos) {
-      out += cellText_;
+    if (IsPlainAscii(value, ',', '"')) {  // most cells: copied as they are
+      out += value;
       return;
     }
-    // A note's line feeds become the CR LF of the file.
-    out += '"';
-    for (char ch : cellText_) {
-      if (ch == '"') out += '"';
-      if (ch == '\n') out += '\r';
-      out += ch;
+    std::string_view text = value;
+    const bool printable = IsPlainAscii(value);
+    if (!printable) {
+      cellText_.clear();
+      AppendUtf8(cellText_, value, true);
+      text = cellText_;
+      if (firstOf(text, 0, ',', '"', '\n') == std::string_view::npos) {
+        out += text;
+        return;
+      }
     }
+    // Quotes doubled; a note's line feeds become the CR LF of the file.
+    out += '"';
+    // Printable text has no line feed, and its quotes are found by the fast search.
+    const auto nextSpecial = [&](std::size_t from) {
+      return printable ? text.find('"', from) : firstOf(text, from, '"', '\n', '\n');
+    };
+    std::size_t from = 0;
+    for (std::size_t at = nextSpecial(0); at != std::string_view::npos; at = nextSpecial(at + 1)) {
+      out.append(text.data() + from, at - from);
+      out += text[at] == '"' ? '"' : '\r';
+      from = at;
+    }
+    out.append(text.data() + from, text.size() - from);
     out += '"';
   }
 

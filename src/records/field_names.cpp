@@ -194,13 +194,30 @@ static constexpr uint32_t packed(std::string_view tag) {
 }
 
 namespace {
-struct PackedTags {
-  std::array<uint32_t, kTags.size()> keys{};
-  constexpr PackedTags() {
-    for (std::size_t i = 0; i < kTags.size(); ++i) keys[i] = packed(kTags[i].tag);
+// The tags by their packed form in a table of open addressing, four times the size of
+// the list, so that a lookup is a slot or two.
+struct TagTable {
+  static constexpr std::size_t kSlots = 256;
+  std::array<uint32_t, kSlots> keys{};  // 0: empty (no tag packs to 0)
+  std::array<FieldName, kSlots> names{};
+  static constexpr std::size_t slotOf(uint32_t key) { return (key * 0x9E3779B1u) >> 24; }
+  constexpr TagTable() {
+    for (const TagRow& row : kTags) {
+      std::size_t s = slotOf(packed(row.tag));
+      while (keys[s] != 0) s = (s + 1) % kSlots;
+      keys[s] = packed(row.tag);
+      names[s] = row.name;
+    }
+  }
+  FieldName find(uint32_t key) const {
+    for (std::size_t s = slotOf(key);; s = (s + 1) % kSlots) {
+      if (keys[s] == key) return names[s];
+      if (keys[s] == 0) return F::Other;
+    }
   }
 };
-constexpr PackedTags kPackedTags;
+static_assert(kTags.size() * 4 <= TagTable::kSlots);
+constexpr TagTable kTagTable;
 }  // namespace
 
 FieldName FieldNameOfTag(std::string_view tag, std::string_view text) {
@@ -208,9 +225,7 @@ FieldName FieldNameOfTag(std::string_view tag, std::string_view text) {
   const uint32_t key = packed(tag);
   if (key == packed("IS")) return beginsWithIssn(text) ? F::Issn : F::Issue;
   if (key == packed("SN")) return beginsWithIssn(text) ? F::Issn : F::Source;
-  for (std::size_t i = 0; i < kPackedTags.keys.size(); ++i)
-    if (kPackedTags.keys[i] == key) return kTags[i].name;
-  return F::Other;
+  return kTagTable.find(key);
 }
 
 OvidName OvidFieldName(std::string_view trimmedLine, bool cutTails) {

@@ -33,8 +33,8 @@ struct TagLine {
 };
 
 // "TI  - text", "TI- text", "TI  text", "  HD  text", "AB  - " with nothing behind.
-TagLine matchTag(std::string_view line) {
-  const std::size_t t = indentOf(line);
+// `t` is the line's indentation.
+TagLine matchTag(std::string_view line, std::size_t t) {
   if (t > 2 || t >= line.size() || !isUpper(line[t])) return {};
   std::size_t e = t + 1;
   while (e < line.size() && (isUpper(line[e]) || isDigit(line[e]))) ++e;
@@ -66,8 +66,7 @@ struct LabelLine {
 };
 
 // "  Document type: Journal Article", "Abstract: Surface height ...".
-LabelLine matchLabel(std::string_view line) {
-  const std::size_t t = indentOf(line);
+LabelLine matchLabel(std::string_view line, std::size_t t) {
   if (t > 2 || t >= line.size() || !isUpper(line[t])) return {};
   const std::size_t colon = line.find(':', t);
   if (colon == std::string_view::npos || colon - t < 2 || colon - t > 30) return {};
@@ -262,7 +261,7 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
     info[i].indent = indentOf(line);
     info[i].tag = {};
     if (info[i].indent == line.size()) continue;
-    const TagLine t = info[i].indent <= 2 ? matchTag(line) : TagLine{};
+    const TagLine t = info[i].indent <= 2 ? matchTag(line, info[i].indent) : TagLine{};
     info[i].tag = t;
     if (t.ok) {
       ++tags;
@@ -288,10 +287,11 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
   std::size_t lastLength = 0;  // of the open field's last line, for the wrap test
   bool authorTag = false, inTag = false;
 
-  auto start = [&](Kind k, std::string_view tag, FieldName name, std::string_view text, std::string_view line) {
+  auto start = [&](Kind k, std::string_view tag, FieldName name, std::string_view text, std::string_view line,
+                   std::size_t indent) {
     Field& f = out.add(tag, name);
     appendLine(f.text, text);
-    f.indent = indentOf(line);
+    f.indent = indent;
     f.paragraph = afterBlank;
     kind = k;
     open = true;
@@ -316,20 +316,20 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
       if (t.ok) {
         authorTag = authorTag || t.name == F::Author;
         inTag = inTag || t.tag == "IN";
-        start(Kind::Tagged, t.tag, t.name, t.text, line);
+        start(Kind::Tagged, t.tag, t.name, t.text, line, indent);
       } else if (open && (indent > 0 || (kind == Kind::Stray && !afterBlank))) {
         // Indented lines continue the field above, across an empty line too (the
         // paragraphs of an abstract).
         extend(line);
       } else {
-        start(Kind::Stray, {}, F::Other, line, line);  // a line at the margin, by itself
+        start(Kind::Stray, {}, F::Other, line, line, indent);  // a line at the margin, by itself
       }
       continue;
     }
     if (ovid && indent == 0) {
       const OvidName name = OvidFieldName(TrimText(line), true);
       if (name.found) {
-        start(Kind::Ovid, name.fullName, name.name, {}, line);
+        start(Kind::Ovid, name.fullName, name.name, {}, line, indent);
         continue;
       }
     }
@@ -337,11 +337,11 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
       extend(line);
       continue;
     }
-    const LabelLine label = matchLabel(line);
+    const LabelLine label = matchLabel(line, indent);
     if (label.ok && (label.known || (indent == 2 && capitalisedLabel(label.label) && !out.empty()))) {
       std::string tag(label.label);
       tag += ':';
-      start(Kind::Labelled, tag, label.name, label.text, line);
+      start(Kind::Labelled, tag, label.name, label.text, line, indent);
       continue;
     }
     // Untagged text. A line at the margin, or indented deeper than two, continues the
@@ -353,7 +353,7 @@ void ReadRecordFields(std::span<const std::string_view> lines, RecordFields& out
       extend(line);
       continue;
     }
-    start(Kind::Block, {}, F::Other, line, line);
+    start(Kind::Block, {}, F::Other, line, line, indent);
   }
 
   // Orbit prints inventors under "IN"; where no other tag names people, they are the

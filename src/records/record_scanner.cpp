@@ -282,4 +282,147 @@ bool RecordScanner::nextByIndex(RecordText& record) {
   return true;
 }
 
+// --- blocks of records -----------------------------------------------------------
+
+namespace {
+
+// Where the last label line in block[from, n) begins, or npos. A label's line begins
+// after a CR or an LF.
+std::size_t lastLabelStart(std::string_view block, std::size_t from) {
+  std::size_t at = block.size();
+  while (at > from) {
+    at = block.rfind("Record - ", at - 1);
+    if (at == std::string_view::npos || at < from) return std::string_view::npos;
+    if (at > 0 && (block[at - 1] == '\n' || block[at - 1] == '\r')) return at;
+    if (at == 0) return std::string_view::npos;
+  }
+  return std::string_view::npos;
+}
+
+// Where the first label line in the block begins (at 0 too), or npos.
+std::size_t firstLabelStart(std::string_view block) {
+  for (std::size_t at = block.find("Record - "); at != std::string_view::npos; at = block.find("Record - ", at + 1))
+    if (at == 0 || block[at - 1] == '\n' || block[at - 1] == '\r') return at;
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+LabelBlockReader::LabelBlockReader(const std::string& proFile) : path_(proFile) {
+  fd_ = openRegular(proFile, fileSize_);
+#ifdef POSIX_FADV_SEQUENTIAL
+  ::posix_fadvise(fd_, 0, 0, POSIX_FADV_SEQUENTIAL);
+#endif
+}
+
+LabelBlockReader::~LabelBlockReader() {
+  if (fd_ >= 0) ::close(fd_);
+}
+
+// Reads until carry_ holds `size` bytes or the file ends.
+bool LabelBlockReader::fill(std::size_t size) {
+  std::size_t have = carry_.size();
+  if (carry_.size() < size) carry_.resize(size);
+  while (have < size && !eof_) {
+    const ssize_t n = ::read(fd_, carry_.data() + have, size - have);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) {
+      carry_.resize(have);
+      ThrowSystemError(errno, path_);
+    }
+    if (n == 0) eof_ = true;
+    have += static_cast<std::size_t>(n);
+  }
+  carry_.resize(have);
+  return have > 0;
+}
+
+bool LabelBlockReader::next(std::string& block, std::size_t size) {
+  size = std::max<std::size_t>(size, 16);
+  std::size_t want = std::max(size, carry_.size());
+  for (;;) {
+    if (!fill(want)) return false;
+    // The cut: the last label line that is not the block's first line, and, in the
+    // file's first block, that comes after its first label.
+    std::size_t from = 1;
+    if (!sawLabel_) {
+      const std::size_t first = firstLabelStart(carry_);
+      from = first == std::string::npos ? carry_.size() : first + 1;
+    }
+    const std::size_t cut = from < carry_.size() ? lastLabelStart(carry_, from) : std::string::npos;
+    if (cut != std::string::npos || eof_) {
+      const std::size_t end = cut != std::string::npos ? cut : carry_.size();
+      // The block takes the buffer; only the bytes past its end are copied.
+      block.swap(carry_);
+      carry_.assign(block, end, std::string::npos);
+      block.resize(end);
+      done_ += static_cast<int64_t>(end);
+      sawLabel_ = true;
+      return true;
+    }
+    want = carry_.size() * 2;  // one record larger than the block
+  }
+}
+
+// The first CR or LF at or after `from`, or the block's end. The line ends are marked
+// 64 bytes at a time, and most lines end within the 64 marked for the line before.
+std::size_t BlockRecords::lineEnd(std::size_t from) {
+  const char* p = block_.data();
+  const std::size_t n = block_.size();
+  while (from < n) {
+    if (from < endsAt_ || from - endsAt_ >= 64) {
+      endsAt_ = from;
+      ends_ = 0;
+      if (n - from >= 64) {
+#if defined(__SSE2__)
+        const __m128i lf = _mm_set1_epi8('\n'), cr = _mm_set1_epi8('\r');
+        for (int k = 0; k < 4; ++k) {
+          const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + from + 16 * k));
+          const auto hit = static_cast<uint32_t>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, lf), _mm_cmpeq_epi8(v, cr))));
+          ends_ |= static_cast<uint64_t>(hit) << (16 * k);
+        }
+#else
+        for (std::size_t k = 0; k < 64; ++k) ends_ |= static_cast<uint64_t>(p[from + k] == '\n' || p[from + k] == '\r') << k;
+#endif
+      } else {
+        for (std::size_t k = 0; from + k < n; ++k) ends_ |= static_cast<uint64_t>(p[from + k] == '\n' || p[from + k] == '\r') << k;
+      }
+    }
+    const uint64_t bits = ends_ >> (from - endsAt_);
+    if (bits != 0) return from + static_cast<std::size_t>(__builtin_ctzll(bits));
+    from = endsAt_ + 64;
+  }
+  return n;
+}
+
+bool BlockRecords::next(RecordText& record) {
+  views_.clear();
+  std::string_view label;
+  bool haveLabel = false;
+  const char* base = block_.data();
+  const std::size_t n = block_.size();
+  while (at_ < n) {
+    const char* p = base + at_;
+    const char* stop = base + lineEnd(at_);
+    const auto len = static_cast<std::size_t>(stop - p);
+    const std::string_view line(p, len);
+    if (IsLabelLine(line) && haveLabel) break;  // the next record's label
+    std::size_t used = len;
+    if (at_ + len < n) used += (*stop == '\r' && at_ + len + 1 < n && stop[1] == '\n') ? 2 : 1;
+    at_ += used;
+    ++lines_;
+    if (!haveLabel && IsLabelLine(line)) {
+      label = line;
+      haveLabel = true;
+      continue;
+    }
+    views_.push_back(line);
+  }
+  if (!haveLabel && views_.empty()) return false;
+  record.index = ++records_;
+  record.label = label;
+  record.lines = views_;
+  return true;
+}
+
 }  // namespace zv

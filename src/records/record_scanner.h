@@ -86,4 +86,61 @@ class RecordScanner {
   int32_t blockFirst_ = 0;  // record number of indexBlock_'s first entry
 };
 
+// A record file by its labels in blocks of whole records, for the tools that hand
+// blocks to worker threads: the reading stays on one thread, the finding of lines and
+// records goes with the block. A block runs from a label line to the byte before a
+// later label line (the file's first block from the file's start, its last to the
+// file's end), so a line end never straddles two blocks.
+class LabelBlockReader {
+ public:
+  explicit LabelBlockReader(const std::string& proFile);
+  ~LabelBlockReader();
+  LabelBlockReader(const LabelBlockReader&) = delete;
+  LabelBlockReader& operator=(const LabelBlockReader&) = delete;
+
+  // Replaces `block` with the next records, about `size` bytes of them (more when one
+  // record is larger); false at the end of the file. The first block holds at least
+  // one label when the file has one: text ahead of it belongs to its record.
+  bool next(std::string& block, std::size_t size);
+
+  int64_t fileSize() const { return fileSize_; }
+  // Bytes of the file handed out in blocks so far.
+  int64_t bytesDone() const { return done_; }
+
+ private:
+  bool fill(std::size_t size);
+
+  int fd_ = -1;
+  std::string path_;
+  int64_t fileSize_ = 0;
+  int64_t done_ = 0;
+  std::string carry_;  // bytes read past the last block's end
+  bool eof_ = false;
+  bool sawLabel_ = false;  // a label was handed out in an earlier block
+};
+
+// The records of one block as RecordScanner reads them by labels: each from its label
+// to the next, lines of any ending, text ahead of the first label in the first record.
+class BlockRecords {
+ public:
+  explicit BlockRecords(std::string_view block) : block_(block) {}
+  // The next record; `record.index` counts from 1 within the block. Its views point
+  // into the block and hold until the next call.
+  bool next(RecordText& record);
+  // Lines found so far.
+  int32_t lines() const { return lines_; }
+
+ private:
+  std::size_t lineEnd(std::size_t from);
+
+  std::string_view block_;
+  std::size_t at_ = 0;
+  int32_t lines_ = 0;
+  int32_t records_ = 0;
+  std::vector<std::string_view> views_;
+  // The CRs and LFs of 64 bytes of the block from endsAt_, a bit each.
+  std::size_t endsAt_ = static_cast<std::size_t>(-1);
+  uint64_t ends_ = 0;
+};
+
 }  // namespace zv

@@ -9,11 +9,11 @@
 
 namespace zv::scan {
 
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
-inline bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-inline bool isLower(char c) { return c >= 'a' && c <= 'z'; }
-inline bool isAlpha(char c) { return isUpper(c) || isLower(c); }
-inline char lower(char c) { return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
+constexpr bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+constexpr bool isAlpha(char c) { return isUpper(c) || isLower(c); }
+constexpr char lower(char c) { return isUpper(c) ? static_cast<char>(c - 'A' + 'a') : c; }
 
 template <class Visit>
 inline void forWords(std::string_view text, Visit&& visit) {

@@ -74,6 +74,58 @@ bool IsAscii(std::string_view text) {
   return true;
 }
 
+namespace {
+
+constexpr uint64_t kOnes8 = 0x0101010101010101ULL, kHigh8 = 0x8080808080808080ULL;
+
+// Eight bytes that hold a byte outside a blank to "~", or `a` or `b`: their high bits.
+inline uint64_t badBytes8(const char* p, char a, char b) {
+  uint64_t v;
+  std::memcpy(&v, p, 8);
+  const uint64_t below20 = (v - kOnes8 * 0x20) & ~v;  // a byte under 0x20 (or 0x80 up)
+  const uint64_t del = v ^ (kOnes8 * 0x7F), xa = v ^ (kOnes8 * static_cast<unsigned char>(a)),
+                 xb = v ^ (kOnes8 * static_cast<unsigned char>(b));
+  const uint64_t zero = ((del - kOnes8) & ~del) | ((xa - kOnes8) & ~xa) | ((xb - kOnes8) & ~xb);
+  return (v | below20 | zero) & kHigh8;
+}
+
+}  // namespace
+
+bool IsPlainAscii(std::string_view text, char a, char b) {
+  const char* p = text.data();
+  const std::size_t n = text.size();
+  if (n < 8) {
+    for (std::size_t i = 0; i < n; ++i)
+      if (static_cast<unsigned char>(p[i] - 0x20) >= 0x5F || p[i] == a || p[i] == b) return false;
+    return true;
+  }
+  if (n < 16) return (badBytes8(p, a, b) | badBytes8(p + n - 8, a, b)) == 0;  // two that may overlap
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  const __m128i below = _mm_set1_epi8(0x1F), above = _mm_set1_epi8(0x7F);
+  const __m128i va = _mm_set1_epi8(a), vb = _mm_set1_epi8(b);
+  // The bytes of sixteen that pass, all ones where each does.
+  auto pass16 = [&](const char* at) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    // Bytes from 0x80 up are negative here, and fail the first test.
+    const __m128i ok = _mm_and_si128(_mm_cmpgt_epi8(v, below), _mm_cmplt_epi8(v, above));
+    const __m128i special = _mm_or_si128(_mm_cmpeq_epi8(v, va), _mm_cmpeq_epi8(v, vb));
+    return _mm_andnot_si128(special, ok);
+  };
+  auto ok16 = [&](const char* at) { return _mm_movemask_epi8(pass16(at)) == 0xFFFF; };
+  // Thirty-two bytes a turn, one test of both halves.
+  for (; i + 32 <= n; i += 32)
+    if (_mm_movemask_epi8(_mm_and_si128(pass16(p + i), pass16(p + i + 16))) != 0xFFFF) return false;
+  for (; i + 16 <= n; i += 16)
+    if (!ok16(p + i)) return false;
+  return i == n || ok16(p + n - 16);  // the tail, as the last sixteen bytes
+#else
+  for (; i + 8 <= n; i += 8)
+    if (badBytes8(p + i, a, b) != 0) return false;
+  return i == n || badBytes8(p + n - 8, a, b) == 0;
+#endif
+}
+
 char32_t NextChar(std::string_view text, std::size_t& at) {
   const auto b = static_cast<unsigned char>(text[at]);
   if (b < 0x80) {
@@ -90,6 +142,10 @@ char32_t NextChar(std::string_view text, std::size_t& at) {
 }
 
 void AppendUtf8(std::string& out, std::string_view text, bool keepLineFeeds) {
+  if (IsPlainAscii(text)) {  // the commonest case, in one look
+    out += text;
+    return;
+  }
   std::size_t i = 0;
   while (i < text.size()) {
     // Runs of printable 7-bit text go in one piece, found sixteen or eight bytes at a time.

@@ -17,6 +17,10 @@ void AppendUtf8(std::string& out, std::string_view text, bool keepLineFeeds = fa
 // Whether every byte is below 128.
 bool IsAscii(std::string_view text);
 
+// Whether every byte is printable 7-bit text (a blank to "~") and none is `a` or `b`:
+// text that a format copies as it stands. Sixteen bytes at a time.
+bool IsPlainAscii(std::string_view text, char a = '\0', char b = '\0');
+
 // The next character of `text` from `at` (moved past it): a code point of valid UTF-8,
 // else the byte read as Windows-1252.
 char32_t NextChar(std::string_view text, std::size_t& at);

@@ -4,24 +4,16 @@
 #include <filesystem>
 
 #include "analysis/rank.h"
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
+using namespace cli_test;
 
 const std::string kPro = CrLf({"Record - 1", "", "AU - Zweig", "TI - cost of a car", "", "Record - 2", "",
                                "AU - adams", "TI - price list", "", "Record - 3", "", "AU - Brown",
                                "TI - cost-effective toys"});
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 TEST(CliAnalysis, QueryPrintsTheStatementAndWritesTheHitsBesideNothingElse) {
   TempDir dir, elsewhere;

@@ -4,18 +4,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
+using namespace cli_test;
 
 const std::string kCapture = CrLf({"?b 155", "File 155:MEDLINE", "?t 1/5/1-2", " 1/5/1", "FIRST RECORD", " 1/5/2",
                                    "SECOND RECORD", "?logoff", " Logoff: level 1"});

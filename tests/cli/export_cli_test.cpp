@@ -1,20 +1,12 @@
 // zorvanta-cli export and dedup: what they print, their exit codes, Ctrl-C and a full disk.
 #include <gtest/gtest.h>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using namespace cli_test;
 
 const std::string kA = CrLf({"Record - 1", "", "TI  - Peat dams in fens", "AU  - Varga T", "SO  - Fen Studies 2020;3:1-9", "",
                              "Record - 2", "", "TI  - Methane from fens", "AU  - Holm E", "SO  - Fen Studies 2021;4:1-9"});

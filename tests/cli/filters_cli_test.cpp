@@ -6,16 +6,12 @@
 #include "core/index_rec.h"
 #include "filters/adhoc.h"
 #include "filters/dialog_pick.h"
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
+using namespace cli_test;
 
 const std::string kTypes = ReadFile(ZV_SAMPLES_DIR "/dialog_types_session.log");
 

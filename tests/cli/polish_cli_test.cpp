@@ -5,22 +5,14 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
+using namespace cli_test;
 
 const std::string kPro = CrLf({"Record - 4", "", "TI- Rust|", "AU- a^b||", "", "Record - 9", "", "TI- Smut|||", ""});
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 TEST(CliPolish, EachLineToolWritesItsOutputAndLeavesTheInputAlone) {
   struct Case {

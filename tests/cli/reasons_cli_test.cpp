@@ -3,20 +3,12 @@
 // does not match its record file. And record files with labels under each other.
 #include <gtest/gtest.h>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using namespace cli_test;
 
 TEST(CliReasons, ALimitPassedIsNamedWithTheInputLineUnderOverflow) {
   TempDir dir;

@@ -3,23 +3,15 @@
 
 #include <filesystem>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::CrLf;
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
+using namespace cli_test;
 
 const std::string kPro = CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB", "", "Record - 3", "", "CCC", "",
                                "Record - 4", "", "DDD"});
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 TEST(CliRecords, IndexWritesTheIndexBesideTheRecordFile) {
   TempDir dir, elsewhere;

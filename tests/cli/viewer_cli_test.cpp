@@ -1,19 +1,12 @@
 // zorvanta-cli split: the two files, the refusals before the job, a full disk.
 #include <gtest/gtest.h>
 
-#include "support/process.h"
-#include "support/test_support.h"
+#include "cli_test_support.h"
 
 namespace zv {
 namespace {
 
-using test::FileExists;
-using test::ReadFile;
-using test::RunCli;
-using test::TempDir;
-using test::WriteFile;
-
-bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+using namespace cli_test;
 
 TEST(CliSplit, WritesBothFilesAndLeavesTheInput) {
   TempDir dir;

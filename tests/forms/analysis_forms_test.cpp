@@ -28,11 +28,6 @@ const QByteArray kPro =
     "Record - 3\r\n\r\nAU - Brown\r\nTI - Cost-effective toys\r\n\r\n"
     "Record - 4\r\n\r\nAU - Abel\r\nTI - Car costs\r\n";
 
-QByteArray readAll(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
 // A main window in a fresh folder holding r.PRO; the content tools' open and save
 // dialogs answer from lists (Cancel once a list is used up).
 struct Tools : WorkDir, MainFixture {
@@ -87,6 +82,32 @@ class TestAnalysisForms : public QObject {
     for (const char* name : {"frmQBF", "frmRank", "frmSort", "frmDiction"}) {
       auto* form = t.frmMain->findChild<QWidget*>(name);
       QVERIFY(form == nullptr || !form->isVisible());
+    }
+  }
+
+  // Before a job, Cancel and the close box (Escape) leave each tool's window the same
+  // way: hidden and emptied, the main window usable again.
+  void cancelAndEscapeBeforeTheJobLeaveTheTool() {
+    const std::pair<int, const char*> tools[] = {{1, "frmQBF"}, {2, "frmRank"}, {3, "frmSort"}};
+    for (const auto& [index, name] : tools) {
+      for (bool escape : {false, true}) {
+        Tools t;
+        t.opens = {t.file("r.PRO")};
+        t.toolbar(index);
+        auto* form = t.frmMain->findChild<QDialog*>(name);
+        QVERIFY2(form != nullptr && form->isVisible() && !t.frmMain->mainEnabled(), name);
+        if (escape)
+          QTest::keyClick(form, Qt::Key_Escape);
+        else
+          Child<QPushButton>(*form, "cmdCancel")->click();
+        QVERIFY2(!form->isVisible() && t.frmMain->mainEnabled(), name);
+        QVERIFY2(t.log.messages.isEmpty(), name);
+        // Opened again, the form is as new: Okay hidden, the interrupt disabled.
+        t.opens = {t.file("r.PRO")};
+        t.toolbar(index);
+        QVERIFY2(form->isVisible() && !Child(*form, "cmdOkay")->isVisible() && !Child(*form, "cmdCancel2")->isEnabled(),
+                 name);
+      }
     }
   }
 
@@ -156,7 +177,7 @@ class TestAnalysisForms : public QObject {
     QCOMPARE(t.log.messages.size(), 4);
     QCOMPARE(t.log.messages[2].title, "Save File Error");
     QCOMPARE(t.log.messages[3].text, t.file("old.QRY") + "\r\nalready exits and would be overwritten.");
-    QCOMPARE(readAll(t.file("hits.QRY")),
+    QCOMPARE(ReadText(t.file("hits.QRY")),
              QByteArray("Record - 1\r\n\r\nAU - Zweig\r\nTI - The cost of a car\r\n\r\n"
                         "Record - 4\r\n\r\nAU - Abel\r\nTI - Car costs\r\n\r\n"));
     QCOMPARE(t.text(f, "pnlHitRecord"), " 2 ");
@@ -243,14 +264,14 @@ class TestAnalysisForms : public QObject {
     // directory, which the dialog left at the file's folder.
     QCOMPARE(t.text(f, "pnlRankedFileName"), " r.RNK");
     QCOMPARE(t.text(f, "pnlRankTableFileName"), " r.TBL");
-    QVERIFY(readAll(t.file("r.TBL")).startsWith("Rank Table for r.RNK\r\n"));
+    QVERIFY(ReadText(t.file("r.TBL")).startsWith("Rank Table for r.RNK\r\n"));
     QCOMPARE(t.text(f, "pnlOperation"), "Writing Rank Table");
-    const QByteArray rnk = readAll(t.file("r.RNK"));
+    const QByteArray rnk = ReadText(t.file("r.RNK"));
     // Totals 7 (record 1 from its second byte: cost, car), 0, 2, 7 (car, costs).
     QVERIFY(rnk.indexOf("Record - 1") < rnk.indexOf("Record - 4"));
     QVERIFY(rnk.indexOf("Record - 4") < rnk.indexOf("Record - 3"));
     QVERIFY(rnk.indexOf("Record - 3") < rnk.indexOf("Record - 2"));
-    QVERIFY(readAll(t.file("r.TBL")).contains(" 2    cost*\r\n 5    car\r\n"));
+    QVERIFY(ReadText(t.file("r.TBL")).contains(" 2    cost*\r\n 5    car\r\n"));
     QVERIFY(Child(f, "cmdOkay")->isVisible() && Child(f, "cmdHelp")->isEnabled());
     Child<QPushButton>(f, "cmdOkay")->click();
     QVERIFY(!f.isVisible() && t.frmMain->mainEnabled() && term->text().isEmpty());
@@ -268,7 +289,7 @@ class TestAnalysisForms : public QObject {
                          "to sort."});
     QTest::keyClicks(box(f, "txtSortFieldTag"), "au -");
     Child<QPushButton>(f, "cmdBegin")->click();
-    const QByteArray srt = readAll(t.file("r.SRT"));
+    const QByteArray srt = ReadText(t.file("r.SRT"));
     // Abel, Brown, Zweig, adams.
     QVERIFY(srt.indexOf("Record - 4") < srt.indexOf("Record - 3"));
     QVERIFY(srt.indexOf("Record - 3") < srt.indexOf("Record - 1"));

@@ -20,11 +20,6 @@ using namespace zv::forms::test;
 
 namespace {
 
-QByteArray Read(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(missing)");
-}
-
 // A main window whose file dialogs answer from a list (a cancel once it is used up).
 struct Cover : WorkDir, MainFixture {
   MessageLog log;
@@ -134,7 +129,7 @@ class TestCoverForm : public QObject {
       c.answers = k.answers;
       c.click("cmdSave");
       QVERIFY2(c.log.messages.isEmpty(), qPrintable(c.log.said().join("; ")));
-      QCOMPARE(Read(c.file("a.COV")), k.bytes);
+      QCOMPARE(ReadText(c.file("a.COV")), k.bytes);
       QVERIFY(c.answers.isEmpty());
       QVERIFY(Child(c.form(), "cmdOkay")->isVisibleTo(&c.form()));
       for (const char* hidden : {"cmdSave", "cmdCancel", "cmdHelp", "cmdSaveIni"})
@@ -145,7 +140,7 @@ class TestCoverForm : public QObject {
       QVERIFY(Child<QRadioButton>(c.form(), k.option)->isChecked());  // the choices stay
       QVERIFY(c.frmMain->mainEnabled());
     }
-    QCOMPARE(Read(c.file("recs.PRO")), QByteArray("Record - 1\r\n\r\ntext\r\n"));
+    QCOMPARE(ReadText(c.file("recs.PRO")), QByteArray("Record - 1\r\n\r\ntext\r\n"));
   }
 
   void aCancelledDialogOrAnErrorQuitsTheFormAndWritesNothing() {

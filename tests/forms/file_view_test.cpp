@@ -60,13 +60,6 @@ const QStringList kExpectedHints = {
     " Quit using the file viewer and return to the Zorvanta main screen. ",
 };
 
-QImage image(const QPixmap& p) { return p.toImage().convertToFormat(QImage::Format_ARGB32); }
-
-QByteArray readAll(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
 // A main window in a fresh folder holding f.PRO; the file dialogs, input boxes and
 // modal dialogs answer from lists, and every message box is recorded.
 struct Viewer : WorkDir, MainFixture {
@@ -146,12 +139,12 @@ class TestFileView : public QObject {
       hints << b->toolTip();
       QEvent enter(QEvent::Enter), leave(QEvent::Leave);
       QApplication::sendEvent(b, &enter);
-      QCOMPARE(image(b->icon().pixmap(kViewerPictureSize)), image(ViewerPicture(i, true)));
+      QCOMPARE(Argb32(b->icon().pixmap(kViewerPictureSize)), Argb32(ViewerPicture(i, true)));
       QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(128, 0, 128));
       QApplication::sendEvent(b, &leave);
-      QCOMPARE(image(b->icon().pixmap(kViewerPictureSize)), image(ViewerPicture(i, false)));
+      QCOMPARE(Argb32(b->icon().pixmap(kViewerPictureSize)), Argb32(ViewerPicture(i, false)));
       QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(0, 128, 128));
-      if (i < 11) QVERIFY(image(ViewerPicture(i, true)) != image(ViewerPicture(i, false)));
+      if (i < 11) QVERIFY(Argb32(ViewerPicture(i, true)) != Argb32(ViewerPicture(i, false)));
     }
     QCOMPARE(hints, kExpectedHints);
     QCOMPARE(t.panel("pnlFileName"), t.file("f.PRO"));
@@ -362,9 +355,9 @@ class TestFileView : public QObject {
     QCOMPARE(t.saveFilters.size(), 11);
     QCOMPARE(t.saveFilters[2], ".PRO Files (*.PRO *.pro)");
     Child<QPushButton>(split, "cmdSplit")->click();
-    QCOMPARE(readAll(t.file("one.pro")), kPro.left(kPro.indexOf("Record - 2")));
-    QCOMPARE(readAll(t.file("two.pro")), kPro.mid(kPro.indexOf("Record - 2")));
-    QCOMPARE(readAll(t.file("f.PRO")), kPro);
+    QCOMPARE(ReadText(t.file("one.pro")), kPro.left(kPro.indexOf("Record - 2")));
+    QCOMPARE(ReadText(t.file("two.pro")), kPro.mid(kPro.indexOf("Record - 2")));
+    QCOMPARE(ReadText(t.file("f.PRO")), kPro);
     QCOMPARE(Child<QProgressBar>(split, "pnlProgress")->value(), 100);
     QVERIFY(Child(split, "cmdOkay")->isVisible() && !Child(split, "cmdCancel")->isVisible());
     QVERIFY(!Child(split, "cmdSplit")->isEnabled() && Child(split, "cmdHelp")->isEnabled());
@@ -392,7 +385,7 @@ class TestFileView : public QObject {
     Child<QLineEdit>(split, "txtSplitFile2")->setText(t.file("b.pro"));
     Child<QPushButton>(split, "cmdSplit")->click();
     QCOMPARE(t.log.messages.last().title, "Split File");
-    QCOMPARE(readAll(t.file("f.PRO")), kPro);
+    QCOMPARE(ReadText(t.file("f.PRO")), kPro);
     QVERIFY(!QFileInfo::exists(t.file("b.pro")));
     QVERIFY(split.isVisible() && Child(split, "cmdSplit")->isEnabled() && Child(split, "cmdCancel")->isVisible());
     QVERIFY(t.model().isOpen());

@@ -1,4 +1,5 @@
 // A filter job driven through frmMain and frmFilter: run, cancel, interrupt, zero records, error.
+#include <QLabel>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
@@ -193,6 +194,45 @@ class TestFilterRun : public QObject {
     QCOMPARE(modal.errorTexts, QStringList{"Error number 6\nOverflow\nLimit reached: the lines written to the .FSC "
                                            "(iFscLines) can be at most 32767; passed at input line 32768."});
     QCOMPARE(r.files(), QStringList{"fsc.log"});
+  }
+
+  // The odometers every line-reading job window shows: the first line at once, then
+  // only on every 256th line once the repaint interval has passed.
+  void lineOdometersShowTheFirstLineThenEvery256th() {
+    QLabel line, record;
+    QProgressBar bar;
+    bar.setRange(0, 100);
+    LineOdometers odometers;
+    odometers.lineOdom = &line;
+    odometers.recOdom = &record;
+    odometers.bar = &bar;
+    odometers.reset();
+    odometers.recordDone(0);
+    QVERIFY(odometers.lineDone(1, 1000));
+    QCOMPARE(line.text(), " 1 ");
+    QVERIFY(record.text().isEmpty());  // a count of 0 leaves its panel empty
+    QCOMPARE(bar.value(), 0);
+    odometers.recordDone(4);
+    QVERIFY(!odometers.lineDone(2, 1000));  // within the interval: nothing repainted
+    QCOMPARE(line.text(), " 1 ");
+    QTest::qWait(FrmFilter::kRepaintMs + 10);
+    QVERIFY(!odometers.lineDone(200, 1000));  // the clock is not read off the 256th line
+    QVERIFY(odometers.lineDone(257, 1000));
+    QCOMPARE(QStringList({line.text(), record.text()}), QStringList({" 257 ", " 4 "}));
+    QCOMPARE(bar.value(), 25);
+    QTest::qWait(FrmFilter::kRepaintMs + 10);
+    QVERIFY(odometers.lineDone(2049, 1000));  // more lines than counted: the bar stops at 100
+    QCOMPARE(bar.value(), 100);
+    odometers.reset();
+    QVERIFY(line.text().isEmpty() && record.text().isEmpty());
+    QCOMPARE(bar.value(), 0);
+    QVERIFY(odometers.lineDone(3, 0));  // after a reset the next line shows at once
+    QCOMPARE(bar.value(), 100);         // no count of lines: full
+    LineOdometers withoutBar;  // frmIndexing's: no bar
+    withoutBar.lineOdom = &line;
+    withoutBar.recOdom = &record;
+    withoutBar.reset();
+    QVERIFY(withoutBar.lineDone(1, 10));
   }
 };
 

@@ -7,7 +7,9 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
+#include <QPixmap>
 #include <QPushButton>
 #include <QTemporaryDir>
 
@@ -80,6 +82,15 @@ struct MainFixture {
 inline void WriteText(const QString& path, const QByteArray& bytes) {
   QFile f(path);
   if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size()) qFatal("cannot write %s", qPrintable(path));
+}
+
+// A picture in one pixel format, so that two can be compared pixel for pixel.
+inline QImage Argb32(const QPixmap& p) { return p.toImage().convertToFormat(QImage::Format_ARGB32); }
+
+// A file's bytes, or "<missing>" when it cannot be read.
+inline QByteArray ReadText(const QString& path) {
+  QFile f(path);
+  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 
 // The DIALOG sample capture, `times` over, written into `dir` under `name`; returns its path.

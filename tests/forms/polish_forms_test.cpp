@@ -24,11 +24,6 @@ namespace {
 
 const QByteArray kPro = "Record - 3\r\n\r\nTI- One|\r\nAU- A^B\r\n\r\nRecord - 1\r\n\r\nTI- Two||\r\n\r\n";
 
-QByteArray Read(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(missing)");
-}
-
 // A main window in a fresh current folder whose file dialogs answer from a list (a
 // cancel once it is used up), and a record file s.PRO in it.
 struct Polish : WorkDir, MainFixture {
@@ -103,8 +98,8 @@ class TestPolishForms : public QObject {
       // No message but the records-per-page box.
       for (const ShownMessage& m : p.log.messages) QCOMPARE(m.kind, MsgKind::Input);
       QVERIFY(p.answers.isEmpty());
-      QVERIFY2(Read(out).startsWith(head), Read(out).constData());
-      QCOMPARE(Read(p.file("s.PRO")), kPro);
+      QVERIFY2(ReadText(out).startsWith(head), ReadText(out).constData());
+      QCOMPARE(ReadText(p.file("s.PRO")), kPro);
       // The result waits in frmRenumber for Okay.
       QVERIFY(p.form().isVisible() && !p.frmMain->mainEnabled());
       QCOMPARE(p.form().windowTitle(), title);
@@ -140,7 +135,7 @@ class TestPolishForms : public QObject {
     QVERIFY2(p.asked[0].startsWith("open All Files (*);;.PRO Files (*.PRO *.pro);;.ORD Files"), qPrintable(p.asked[0]));
     QVERIFY2(p.asked[3].startsWith("save All Files (*);;.REF Files"), qPrintable(p.asked[3]));
     QVERIFY(p.frmMain->mainEnabled() && !p.form().isVisible());
-    QCOMPARE(Read(p.file("old.txt")), QByteArray("older\r\n"));
+    QCOMPARE(ReadText(p.file("old.txt")), QByteArray("older\r\n"));
 
     // The line and page break tools refuse their own extension.
     p.log.messages.clear();
@@ -213,7 +208,7 @@ class TestPolishForms : public QObject {
     });
     p.answers = {p.file("s.PRO"), p.file("out")};
     p.button(2);
-    QCOMPARE(Read(p.file("out")),
+    QCOMPARE(ReadText(p.file("out")),
              QByteArray("<r>\r\n\r\nTI- One|\r\nAU- A^B\r\n\r\n</r>\r\n\r\n<r>\r\n\r\nTI- Two||\r\n\r\n</r>\r\n\r\n"));
     p.okay();
     // Cancel: no file dialog, nothing run.
@@ -245,7 +240,7 @@ class TestPolishForms : public QObject {
                                "Non-numeric Input Error: Please choose a number from 1 to 99.",
                                "Records per Page: How many records per page (1 to 99):",
                            }));
-    QVERIFY(Read(p.file("s.BRK")).contains("\f\r\nRecord - 1"));
+    QVERIFY(ReadText(p.file("s.BRK")).contains("\f\r\nRecord - 1"));
     p.okay();
 
     // Cancel gives an empty answer, which fails in frmError and removes the older .BRK.
@@ -290,7 +285,7 @@ class TestPolishForms : public QObject {
     p.answers = {p.file("big.PRO")};
     p.button(5);
     QCOMPARE(modal.errorTexts, QStringList{"Error number 13\nType mismatch"});
-    QCOMPARE(Read(p.file("big.001")), QByteArray("text\r\n"));
+    QCOMPARE(ReadText(p.file("big.001")), QByteArray("text\r\n"));
     QVERIFY(p.form().isVisible());
     QVERIFY(p.panel("pnlFileName").startsWith("big."));
     // Its Cancel now only closes it.

@@ -50,13 +50,6 @@ QStringList rowsOfTable() {
   return out;
 }
 
-QImage image(const QPixmap& p) { return p.toImage().convertToFormat(QImage::Format_ARGB32); }
-
-QByteArray readAll(const QString& path) {
-  QFile f(path);
-  return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
 // A main window in a fresh folder holding f.PRO; the open dialog, frmKeepFile, the
 // questions and the input boxes answer from lists.
 struct Sifter : WorkDir, MainFixture {
@@ -136,16 +129,16 @@ class TestSiftWindow : public QObject {
       QEvent enter(QEvent::Enter), leave(QEvent::Leave);
       Child(t.s, "lstKeepList")->setFocus();
       QApplication::sendEvent(b, &enter);
-      QCOMPARE(image(b->icon().pixmap(kSiftPictureSize)), image(SiftPicture(i, true)));
+      QCOMPARE(Argb32(b->icon().pixmap(kSiftPictureSize)), Argb32(SiftPicture(i, true)));
       QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(128, 0, 128));
       QVERIFY(t.s.txtRecord()->hasFocus());
       QApplication::sendEvent(b, &leave);
-      QCOMPARE(image(b->icon().pixmap(kSiftPictureSize)), image(SiftPicture(i, false)));
+      QCOMPARE(Argb32(b->icon().pixmap(kSiftPictureSize)), Argb32(SiftPicture(i, false)));
       QCOMPARE(b->palette().color(QPalette::ButtonText), QColor(0, 128, 128));
     }
     QCOMPARE(buttons, table);
     // The two states are different pictures.
-    QVERIFY(image(SiftPicture(4, true)) != image(SiftPicture(4, false)));
+    QVERIFY(Argb32(SiftPicture(4, true)) != Argb32(SiftPicture(4, false)));
 
     // F1 in the record text opens the sifter's page; Sifter Help sets context 116.
     QCOMPARE(HelpContextOf(t.s.txtRecord()), kSiftWindowContext);
@@ -206,7 +199,7 @@ class TestSiftWindow : public QObject {
 
     // Written, appended to what a.kep held; b.kep has nothing.
     t.menu("mnuKeepWrite");
-    QVERIFY(readAll(t.file("a.kep")).startsWith("OLD\r\nRecord - 1\r\n"));
+    QVERIFY(ReadText(t.file("a.kep")).startsWith("OLD\r\nRecord - 1\r\n"));
     QVERIFY(!t.exists("b.kep"));
     QVERIFY(!Child(t.s, "frmWriting")->isVisible());
     QCOMPARE(t.log.said(), QStringList());
@@ -214,7 +207,7 @@ class TestSiftWindow : public QObject {
     // Leaving on record 3 asks nothing and leaves the bookmark.
     Child<QToolButton>(t.s, "cmdTB_13")->click();
     QVERIFY(!t.s.isVisible() && t.frmMain->isVisible() && t.frmMain->mainEnabled());
-    QCOMPARE(readAll(t.file("f.WRK")), "3\r\n");
+    QCOMPARE(ReadText(t.file("f.WRK")), "3\r\n");
     QCOMPARE(t.log.said(), QStringList());
 
     // Through the .NDX the sifter comes back there; closing the window on the last
@@ -265,8 +258,8 @@ class TestSiftWindow : public QObject {
     QStringList titles;
     for (const ShownMessage& m : t.log.messages) titles << m.title + (m.kind == MsgKind::YesNo ? "?" : "");
     QCOMPARE(titles, (QStringList{"Keeping Oversight?", "Reordering Oversight?"}));
-    QVERIFY(readAll(t.file("c.kep")).startsWith("Record - 4\r\n"));
-    QVERIFY(readAll(t.file("f.ORD")).startsWith("Record - 2\r\n"));
+    QVERIFY(ReadText(t.file("c.kep")).startsWith("Record - 4\r\n"));
+    QVERIFY(ReadText(t.file("f.ORD")).startsWith("Record - 2\r\n"));
     QVERIFY(!t.s.isVisible() && !t.exists("f.WRK"));
 
     // The next session starts in .PRO View, and asks nothing after a plain look.

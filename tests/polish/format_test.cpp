@@ -2,6 +2,7 @@
 // the records-per-page answer.
 #include <gtest/gtest.h>
 
+#include "core/brindle.h"
 #include "polish/format.h"
 #include "polish_test_support.h"
 
@@ -83,6 +84,119 @@ TEST(RemoveLineBreaks, BlankRunsFoldToOneUpToSixteenAndAContinuationJoinsByItsBl
     const auto run = RunLineBreaks(dir, {"Record - 1", "", "TI- a" + std::string(c.blanks, ' ') + "b", ""});
     EXPECT_EQ(run.out, CrLf({"Record - 1", "", "TI- a" + std::string(c.left, ' ') + "b", ""})) << c.blanks;
   }
+}
+
+// Blanks folded as the halving does it: two blanks made one, four times over, then
+// the blanks after a stop and a colon.
+std::string Folded(std::string text) {
+  for (int i = 0; i < 4; ++i) ReplaceAll(text, "  ", " ");
+  ReplaceAll(text, ".  ", ". ");
+  ReplaceAll(text, ":  ", ": ");
+  return text;
+}
+
+TEST(RemoveLineBreaks, RunsAndDelimitersAnywhereInLinesOfEveryLength) {
+  // Lines are looked at sixteen bytes at a time: runs of blanks and delimiters at
+  // every place of lines around those lengths, on tagged and continuation lines.
+  std::vector<std::string> in{"Record - 1", ""}, out{"Record - 1", ""};
+  for (std::size_t length : {14u, 15u, 16u, 17u, 18u, 31u, 32u, 33u, 47u, 63u, 64u, 65u, 80u}) {
+    for (std::size_t run : {2u, 3u, 16u, 17u, 33u}) {
+      for (std::size_t at = 0; at + run <= length; at += 3) {
+        std::string text(length, 'x');
+        for (std::size_t k = 0; k < length; k += 7) text[k] = '.';
+        text.replace(at, run, std::string(run, ' '));
+        text[(at * 5 + run) % length] = '|';
+        const std::string tagged = "TI- " + text;
+        const std::string continued = "      " + text + (length % 2 ? "^" : "");
+        in.insert(in.end(), {tagged, continued});
+        std::string expected = Folded(tagged) + Folded(continued);
+        for (char& c : expected) c = c == '|' ? '\0' : c;
+        ReplaceAll(expected, "^", ", ");
+        out.push_back(expected);
+      }
+    }
+  }
+  // Lines whose class folding changes: a label and a tag that two blanks hid.
+  in.insert(in.end(), {"Record  -  7", "AB  - x", "  TI- not a tag", ""});
+  out.insert(out.end(), {"Record - 7AB - x TI- not a tag", ""});
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, in);
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf(out));
+  EXPECT_EQ(run.result.records, 2);
+}
+
+// The cleaning of LowAscii and RemCtrl with character 0.
+std::string Cleaned(std::string text) {
+  for (char& ch : text) {
+    const auto c = static_cast<unsigned char>(ch & 0x7f);
+    ch = static_cast<char>(c < 32 ? 0 : c);
+  }
+  return text;
+}
+
+TEST(RemoveLineBreaks, AContinuationsIndentationIsCleanedThenFolded) {
+  // The blanks that open a line are folded from the bytes as read: a byte that
+  // cleans to a blank is one, a control character is not, and a long opening run
+  // folds with the rest of the line (its stop and colon blanks too).
+  const std::string hb("\xA0");  // a blank once its high bit goes
+  const std::vector<std::string> continuations{
+      "x",
+      " x",
+      "  x",
+      hb + hb + "x",
+      " " + hb + " x|y",
+      "\t  x",
+      "  \tx",
+      std::string(16, ' ') + "x",
+      std::string(17, ' ') + "x",
+      std::string(15, ' ') + hb + hb + "x",
+      std::string(33, ' ') + "x",
+      std::string(17, ' ') + "end.  Next:  one" + std::string(20, ' ') + "two",
+      std::string(3, ' ') + "end." + std::string(18, ' ') + "Next",
+      std::string(2, ' '),
+      std::string(20, ' '),
+      std::string(6, ' ') + "a" + std::string(40, ' '),
+  };
+  std::vector<std::string> in{"Record - 1", ""}, out{"Record - 1", ""};
+  for (const std::string& c : continuations) {
+    in.insert(in.end(), {"TI- t", c});
+    out.push_back(Folded(Cleaned("TI- t" + c)));
+    for (char& ch : out.back()) ch = ch == '|' ? '\0' : ch;
+  }
+  in.push_back("");
+  out.push_back("");
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, in);
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf(out));
+}
+
+TEST(RemoveLineBreaks, BarsOnAnyLineOfAParagraphAfterOneWithBarsFarOn) {
+  // Where a paragraph's first "|" stands, on its opening line or a later one, after a
+  // paragraph whose first "|" stood further on than the whole of the next.
+  const std::string far(120, 'w');
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, {"Record - 1|", "", "AB- " + far, "      " + far + "|", "TI- a", "      b",
+                                       "      c|d", "      e|", "AU- x|y", "   z|", "DE- p", "   q|r|",
+                                       "SO- s", "   t^u|", "Record - 2", "", "TI- n|", ""});
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf({"Record - 1" + kNul, "", "AB- " + far + " " + far + kNul, "TI- a b c" + kNul + "d e" + kNul,
+                           "AU- x" + kNul + "y z" + kNul, "DE- p q / r ", "SO- s t, u" + kNul, "Record - 2", "",
+                           "TI- n" + kNul, ""}));
+  EXPECT_EQ(run.result.records, 2);
+}
+
+TEST(RemoveLineBreaks, ALinesBarsGoAsItsParagraphHasThemWhateverItsBytesBeforeCleaning) {
+  // Tags that high bits hide until the line is cleaned, and a label with two blanks
+  // in it after a paragraph of descriptors: each "|" still goes by its paragraph.
+  TempDir dir;
+  const auto run = RunLineBreaks(dir, {"Record - 1", "", "\xC4\xC5- a|b|", "\xD4I- a|b", "DE- x|", "Record  -  2|", "",
+                                       "DE-\xA0" "c|d", "      e|", "AB- f|", ""});
+  ASSERT_EQ(run.result.outcome, JobOutcome::Done);
+  EXPECT_EQ(run.out, CrLf({"Record - 1", "", "DE- a / b ", "TI- a" + kNul + "b", "DE- x ", "Record - 2" + kNul, "",
+                           "DE- c / d e ", "AB- f" + kNul, ""}));
+  EXPECT_EQ(run.result.records, 2);
 }
 
 TEST(RemoveLineBreaks, ALabelOrTagMissingFromTheFirst39LinesIsRefusedAtLine40) {

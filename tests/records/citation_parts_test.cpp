@@ -163,5 +163,45 @@ TEST(CitationParts, IdentifiersInRunningText) {
   EXPECT_EQ(TrimText(std::string_view("  \0x\t ", 6)), "x");
 }
 
+TEST(CitationParts, IdentifierMarksTellWhichSearchesCanFindAnything) {
+  struct Row {
+    std::string_view text;
+    unsigned marks;
+  } rows[] = {
+      {"", 0},
+      {"10.", kDoiMark},
+      {"10", 0},
+      {"1 0.", 0},
+      {"PMID", kPmidMark},
+      {"PMI", 0},
+      {"pmid 123", 0},
+      {"ISSN", kIssnMark},
+      {"ISBN", kIsbnMark},
+      {"ISSBN ISXN IS", 0},
+      {"ISSN 0917-4420; ISBN 0-19-852663-6, PMID: 5 doi:10.1/x", kDoiMark | kPmidMark | kIssnMark | kIsbnMark},
+      {"IIIIPPPP11111111PMIPMI10,10 IS.N", 0},
+  };
+  for (const Row& r : rows) EXPECT_EQ(IdentifierMarks(r.text), r.marks) << r.text;
+
+  // Each word at every place of texts around the width of the vector look, among
+  // bytes that begin the words, and with its last letter cut off.
+  const std::pair<std::string_view, unsigned> words[] = {
+      {"10.", kDoiMark}, {"PMID", kPmidMark}, {"ISSN", kIssnMark}, {"ISBN", kIsbnMark}};
+  for (const auto& [word, mark] : words) {
+    for (std::size_t length : {4u, 15u, 16u, 17u, 19u, 31u, 32u, 33u, 48u, 70u}) {
+      for (std::size_t at = 0; at + word.size() <= length; ++at) {
+        std::string text(length, 'x');
+        for (std::size_t k = 0; k < length; k += 5) text[k] = "1PI"[k % 3];
+        text.replace(at, word.size(), word);
+        EXPECT_EQ(IdentifierMarks(text) & mark, mark) << word << " at " << at << " of " << length;
+        // The same text less the word's last letter: only another copy would count.
+        text[at + word.size() - 1] = 'x';
+        const bool elsewhere = text.find(word) != std::string::npos;
+        EXPECT_EQ((IdentifierMarks(text) & mark) != 0, elsewhere) << word << " cut at " << at << " of " << length;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace zv

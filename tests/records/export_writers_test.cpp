@@ -10,6 +10,7 @@
 
 #include "records/citation.h"
 #include "records/record_fields.h"
+#include "records/utf8_text.h"
 #include "records/csv_reader.h"
 
 namespace zv {
@@ -130,6 +131,41 @@ TEST(ExportWriters, CslJsonParsesBackWithEveryField) {
   EXPECT_EQ(j[2]["id"], "8");
   EXPECT_FALSE(j[2].contains("title"));
   EXPECT_EQ(nlohmann::json::parse(Write(ExportFormat::CslJson, {})).size(), 0u);
+}
+
+TEST(ExportWriters, NotesInJsonAreTheLibrarysStringsAndInCsvOneQuotedCell) {
+  // A record's notes go out as one text, a line each: in JSON byte for byte what the
+  // JSON library makes of that text, in CSV one cell whose lines end in CR LF.
+  const std::string longLine(40, 'n');
+  const std::vector<std::vector<std::string>> notes{
+      {"a", "b"},
+      {"a", "b", "c"},
+      {longLine.substr(0, 15), longLine.substr(0, 16), longLine, ""},
+      {"ends with a feed", "", ""},
+      {"say \"hi\"", "b"},
+      {"back\\slash", "c"},
+      {"tab\there", "d"},
+      {"caf\xE9", "e"},
+      {"comma, here", "x"},
+  };
+  for (const auto& lines : notes) {
+    Citation c = CitationOf("5", {"TI  - A title"});
+    std::string joined;
+    for (const std::string& n : lines) {
+      c.notes.add(n);
+      if (!joined.empty()) joined += '\n';
+      joined += n;
+    }
+    std::string utf8;
+    AppendUtf8(utf8, joined, true);
+    const std::string json = Write(ExportFormat::CslJson, {c});
+    EXPECT_NE(json.find(",\"note\":" + nlohmann::json(utf8).dump() + "}"), std::string::npos) << joined;
+    const auto rows = test::ReadCsv(Write(ExportFormat::Csv, {c}).substr(3));
+    ASSERT_EQ(rows.size(), 2u);
+    std::string cell = utf8;
+    for (std::size_t at = cell.find('\n'); at != std::string::npos; at = cell.find('\n', at + 2)) cell.replace(at, 1, "\r\n");
+    EXPECT_EQ(rows[1].back(), cell) << joined;
+  }
 }
 
 TEST(ExportWriters, LabelsThatComeAgainGetASuffix) {

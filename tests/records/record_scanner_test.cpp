@@ -73,6 +73,59 @@ TEST(RecordScanner, RecordsLargerThanTheBufferAndLinesAcrossItsEdges) {
   EXPECT_EQ(scanner.linesRead(), static_cast<int32_t>(lines.size()));
 }
 
+// The records of a file read in blocks of about `size` bytes, as "label|line|line...",
+// and the lines found.
+std::pair<std::vector<std::string>, int64_t> ByBlocks(const std::string& bytes, std::size_t size) {
+  TempDir dir;
+  WriteFile(dir.file("r.PRO"), bytes);
+  LabelBlockReader reader(dir.file("r.PRO"));
+  std::vector<std::string> out;
+  int64_t lines = 0, blockBytes = 0;
+  std::string block;
+  while (reader.next(block, size)) {
+    blockBytes += static_cast<int64_t>(block.size());
+    BlockRecords records(block);
+    RecordText r;
+    while (records.next(r)) {
+      std::string s(r.label);
+      for (std::string_view line : r.lines) s += "|" + std::string(line);
+      out.push_back(s);
+    }
+    lines += records.lines();
+  }
+  EXPECT_EQ(blockBytes, static_cast<int64_t>(bytes.size()));
+  EXPECT_EQ(reader.bytesDone(), blockBytes);
+  return {out, lines};
+}
+
+TEST(LabelBlockReader, BlocksOfEverySizeGiveTheScannersRecordsAndLines) {
+  std::string big;
+  for (int r = 1; r <= 40; ++r) big += CrLf({"Record - " + std::to_string(r), "", std::string(r * 7, 'y'), "text Record - x"});
+  const std::string cases[] = {
+      kPro,
+      "head\nRecord - 1\rA\r\nB\nRecord -  2\r\rC",      // line ends of every kind, text ahead
+      " Record - 1\r\nrecord - 2\r\n",                    // no label at all
+      "Record - 1",                                         // one label, no line end
+      "Record - 1\rRecord - 2\r\rRecord - 3\n\nRecord - 4\r",  // lone CRs before labels
+      "xRecord - 1\r\nRecord - 2\r\nA",                    // a label only in its first column
+      "lead\r\nmore lead\r\n\r\nRecord - 7\r\nA\r\nRecord - 8\r\n",
+      big,
+  };
+  for (const std::string& bytes : cases) {
+    TempDir dir;
+    WriteFile(dir.file("r.PRO"), bytes);
+    RecordScanner scanner(dir.file("r.PRO"));
+    const std::vector<std::string> expected = Scan(scanner);
+    // Blocks smaller than a record, cut near every byte, and one block for the file.
+    for (std::size_t size : {1u, 5u, 16u, 17u, 23u, 64u, 100u, 1000u, 1u << 20}) {
+      const auto [records, lines] = ByBlocks(bytes, size);
+      EXPECT_EQ(records, expected) << size << ": " << bytes.substr(0, 40);
+      EXPECT_EQ(lines, scanner.linesRead()) << size << ": " << bytes.substr(0, 40);
+    }
+  }
+  EXPECT_TRUE(ByBlocks("", 16).first.empty());
+}
+
 TEST(RecordScanner, ThroughTheIndexOfBuildIndex) {
   TempDir dir;
   WriteFile(dir.file("r.PRO"), kPro);
