@@ -280,7 +280,7 @@ std::size_t listBits(uint64_t bits, std::size_t from, std::size_t* out) {
 // Sixty-four bytes to a word of line-end bits, in four blocks; `carry` is a CR in the
 // last byte of the word before, whose LF in the first byte of this one ends nothing.
 // A word holds a line end or two, more in a run of empty lines; a marked byte is rarer.
-template <bool withMarks>
+template <bool withMarks, bool withCapitals = false>
 ScanCounts cleanAndList(char* text, std::size_t n, std::size_t base, std::size_t* ends, std::string_view marked,
                         std::size_t* marks) {
   constexpr std::size_t kWord = 64;
@@ -303,7 +303,8 @@ ScanCounts cleanAndList(char* text, std::size_t n, std::size_t base, std::size_t
       const Bytes16 cleaned = cleanBlock(v) | (v & reinterpret_cast<Bytes16>(isCr | isLf));
       std::memcpy(p, &cleaned, kWidth);
       if constexpr (withMarks) {
-        const Mask16 hit = (cleaned == m[0]) | (cleaned == m[1]) | (cleaned == m[2]) | (cleaned == m[3]);
+        Mask16 hit = (cleaned == m[0]) | (cleaned == m[1]) | (cleaned == m[2]) | (cleaned == m[3]);
+        if constexpr (withCapitals) hit |= (cleaned - splat('A')) <= splat('Z' - 'A');
         hits |= static_cast<uint64_t>(laneBits(hit)) << (b * kWidth);
       }
     }
@@ -336,7 +337,7 @@ ZV_WIDE inline std::size_t listBitsWide(uint64_t bits, std::size_t from, std::si
   return found;
 }
 
-template <bool withMarks>
+template <bool withMarks, bool withCapitals = false>
 ZV_WIDE ScanCounts cleanAndListWide(char* text, std::size_t n, std::size_t base, std::size_t* ends,
                                     std::string_view marked, std::size_t* marks) {
   using Bytes32 = unsigned char __attribute__((vector_size(32)));
@@ -369,7 +370,9 @@ ZV_WIDE ScanCounts cleanAndListWide(char* text, std::size_t n, std::size_t base,
       const Bytes32 cleaned = (low & reinterpret_cast<Bytes32>(low >= blanks)) | (v & reinterpret_cast<Bytes32>(isCr | isLf));
       std::memcpy(p, &cleaned, kWide);
       if constexpr (withMarks) {
-        const Mask32 hit = (cleaned == m[0]) | (cleaned == m[1]) | (cleaned == m[2]) | (cleaned == m[3]);
+        Mask32 hit = (cleaned == m[0]) | (cleaned == m[1]) | (cleaned == m[2]) | (cleaned == m[3]);
+        if constexpr (withCapitals)
+          hit |= (cleaned - (Bytes32{} + static_cast<unsigned char>('A'))) <= (Bytes32{} + static_cast<unsigned char>('Z' - 'A'));
         hits |= bitsOf(hit) << (b * kWide);
       }
     }
@@ -421,14 +424,16 @@ ZV_WIDE int64_t countLineEndsWide(std::string_view text) {
 }  // namespace
 
 ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
-                                std::string_view marked, std::size_t* marks) {
+                                std::string_view marked, std::size_t* marks, bool capitals) {
 #if defined(ZV_WIDE_SCANS)
   if (gWideScans)
-    return marked.empty() ? cleanAndListWide<false>(text, n, base, ends, marked, marks)
-                          : cleanAndListWide<true>(text, n, base, ends, marked, marks);
+    return capitals        ? cleanAndListWide<true, true>(text, n, base, ends, marked, marks)
+           : marked.empty() ? cleanAndListWide<false>(text, n, base, ends, marked, marks)
+                            : cleanAndListWide<true>(text, n, base, ends, marked, marks);
 #endif
-  return marked.empty() ? cleanAndList<false>(text, n, base, ends, marked, marks)
-                        : cleanAndList<true>(text, n, base, ends, marked, marks);
+  return capitals        ? cleanAndList<true, true>(text, n, base, ends, marked, marks)
+         : marked.empty() ? cleanAndList<false>(text, n, base, ends, marked, marks)
+                          : cleanAndList<true>(text, n, base, ends, marked, marks);
 }
 
 bool UseWideScans(bool use) {
@@ -522,7 +527,7 @@ void CleanLine(std::string& text) {
 #else
 
 ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
-                                std::string_view marked, std::size_t* marks) {
+                                std::string_view marked, std::size_t* marks, bool capitals) {
   ScanCounts counts;
   for (std::size_t i = 0; i < n; ++i) {
     const char c = text[i];
@@ -530,7 +535,9 @@ ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std
     if (c == '\r' || c == '\n') continue;
     const auto low = static_cast<unsigned char>(c & 0x7f);
     text[i] = static_cast<char>(low < 32 ? 0 : low);
-    if (!marked.empty() && marked.find(text[i]) != std::string_view::npos) marks[counts.marks++] = base + i;
+    if ((!marked.empty() && marked.find(text[i]) != std::string_view::npos) ||
+        (capitals && text[i] >= 'A' && text[i] <= 'Z'))
+      marks[counts.marks++] = base + i;
   }
   return counts;
 }

@@ -41,13 +41,15 @@ int64_t CountLineEnds(std::string_view text);
 // too, which leaves them 0), and `ends` must have room for n + 4 entries.
 //
 // With `marked` (one to four bytes, none of them CR, LF or NUL) it also lists in `marks`,
-// the same way, where the cleaned text holds any of them (room for n + 4 entries).
+// the same way, where the cleaned text holds any of them (room for n + 4 entries);
+// with `capitals` too, where it holds a capital letter A to Z (then `marked` must not
+// be empty: a capital of its own will do).
 struct ScanCounts {
   std::size_t ends = 0;
   std::size_t marks = 0;
 };
 ScanCounts CleanAndListLineEnds(char* text, std::size_t n, std::size_t base, std::size_t* ends,
-                                std::string_view marked = {}, std::size_t* marks = nullptr);
+                                std::string_view marked = {}, std::size_t* marks = nullptr, bool capitals = false);
 
 // Whether the scans use the processor's 32-byte instructions where it has them (the
 // default): false makes them take the 16-byte way, so that a test can try both.

@@ -51,7 +51,11 @@ void CleanLineReader::setPrevious(std::string_view before) {
   line_ = prev_ = before_;
 }
 
-void CleanLineReader::setMarked(std::string_view bytes) { marked_.assign(bytes.substr(0, 4)); }
+void CleanLineReader::setMarked(std::string_view bytes, bool capitals) {
+  marked_.assign(bytes.substr(0, 4));
+  capitals_ = capitals;
+  if (capitals_ && marked_.empty()) marked_ = "A";  // the scan takes a byte of its own
+}
 
 void CleanLineReader::scan(std::size_t from) {
   const std::size_t n = filled_ - from;
@@ -63,7 +67,7 @@ void CleanLineReader::scan(std::size_t from) {
   if (!marked_.empty() && !marks_) marks_.reset(new std::size_t[endsCapacity_]);
   std::memset(block_.get() + filled_, 0, kPad);
   const ScanCounts counts =
-      CleanAndListLineEnds(block_.get() + from, n, from, ends_.get(), marked_, marks_.get());
+      CleanAndListLineEnds(block_.get() + from, n, from, ends_.get(), marked_, marks_.get(), capitals_);
   count_ = counts.ends;
   markCount_ = counts.marks;
   k_ = m_ = 0;
@@ -73,7 +77,7 @@ bool CleanLineReader::holdsMarkedSlow() const {
   if (marked_.empty()) return true;
   for (const char c : marked_)
     if (line_.find(c) != std::string_view::npos) return true;
-  return false;
+  return capitals_ && std::any_of(line_.begin(), line_.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
 }
 
 void CleanLineReader::refill() {

@@ -31,8 +31,9 @@ class CleanLineReader {
   // What previous() shows before the first line is read (copied): empty by default.
   void setPrevious(std::string_view before);
   // The bytes (up to four; no CR, LF or NUL) whose presence holdsMarked() tells, noted as
-  // each block is read; set before the first line is read.
-  void setMarked(std::string_view bytes);
+  // each block is read, and with `capitals` the capital letters A to Z as well; set
+  // before the first line is read.
+  void setMarked(std::string_view bytes, bool capitals = false);
 
   // Moves to the next line; false at the end of input. Read errors throw ZvError.
   bool next() {
@@ -102,6 +103,7 @@ class CleanLineReader {
   std::size_t markCount_ = 0;
   std::size_t m_ = 0;       // the first mark not yet passed
   std::string marked_;
+  bool capitals_ = false;  // capitals are marked too
   bool inBlock_ = false;    // line_ lies in block_, whose marks are listed
   std::size_t count_ = 0;   // entries of ends_
   std::size_t k_ = 0;       // the next entry to take

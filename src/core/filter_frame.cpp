@@ -58,7 +58,7 @@ JobResult RunLineFilter(JobState& job, JobProgress& progress, const FilterInput&
     if (info.makesPro) frameJob.outputs.alsoOnFailure(job.outputPath(job.gsBaseName + ".WRK"));
     frame.in_ = std::make_unique<CleanLineReader>(job.gsInFile);
     frame.in_->setPrevious(job.gsPrevLine);
-    frame.in_->setMarked(info.markedBytes);
+    frame.in_->setMarked(info.markedBytes, info.marksCapitals);
     if (info.makesPro) {
       frame.pro.open(frameJob.outputs, job.gsProFile, job.gsIndexFile);
     }

@@ -28,6 +28,8 @@ struct FilterInfo {
   // the frame notes, as it reads, which lines hold any of them (holdsMarked), and a
   // line that holds none needs none of those searches.
   std::string_view markedBytes = {};
+  // The capital letters A to Z are marked as well.
+  bool marksCapitals = false;
 };
 
 

@@ -20,12 +20,20 @@ struct DialogLine {
     if (mayHoldMarks) count();
   }
   // The frame's gsLine, counted at the places where the frame found the filter's
-  // marked bytes as it read (they must be kDialogMarkedBytes), with no pass over the
-  // line of its own where it has them.
+  // marked bytes as it read (they must include kDialogMarkedBytes; other bytes listed
+  // are passed over), with no pass over the line of its own where it has them.
   explicit DialogLine(const FilterFrame& f) : text(f.gsLine) {
     const std::size_t *first = nullptr, *last = nullptr;
     std::size_t base = 0;
     if (!f.markPlaces(first, last, base))
+      count();
+    else if (first != last)
+      countPlaces(first, last, base);
+  }
+  // The same from places the caller took from the frame (`listed` false: it had none).
+  DialogLine(std::string_view line, bool listed, const std::size_t* first, const std::size_t* last, std::size_t base)
+      : text(line) {
+    if (!listed)
       count();
     else if (first != last)
       countPlaces(first, last, base);

@@ -17,7 +17,8 @@ namespace {
 // and high bytes, at every length up to past the 31-block sums.
 std::vector<std::string> samples() {
   std::mt19937 rng(7);
-  const char alphabet[] = {'a', '?', '>', 'L', '/', '\r', '\n', '\0', '\x1f', ' ', '\x80', '\xbf', '\xff'};
+  const char alphabet[] = {'a', '?', '>', 'L', '/', '\r', '\n', '\0', '\x1f', ' ', '\x80', '\xbf', '\xff',
+                           '@', 'A', 'Z', '[', '\xc1'};
   std::vector<std::string> out;
   for (std::size_t len : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 12, 14, 15, 16, 17, 20, 24, 31, 32, 33, 37, 63, 64, 65, 128, 495, 496, 497, 5000}) {
     for (int round = 0; round < 8; ++round) {
@@ -67,17 +68,20 @@ TEST(ByteScan, AgreesWithPlainLoops) {
       }
       // Without marked bytes, and with one to four of them: the marks are looked for in
       // the cleaned text ("?" also stands for a high "\xbf" there).
-      for (const std::string_view marked : {std::string_view(), std::string_view("?"), std::string_view("L/"),
-                                            std::string_view("?>L/"), std::string_view("a?")}) {
+      for (const auto& [marked, capitals] :
+           {std::pair{std::string_view(), false}, {std::string_view("?"), false}, {std::string_view("L/"), false},
+            {std::string_view("?>L/"), false}, {std::string_view("a?"), false}, {std::string_view("?"), true},
+            {std::string_view("/>"), true}}) {
         std::string block = s + std::string(64, '\0');
         std::vector<std::size_t> listed(s.size() + 4), marks(s.size() + 4);
         const ScanCounts counts = CleanAndListLineEnds(block.data(), s.size(), 100, listed.data(), marked,
-                                                       marked.empty() ? nullptr : marks.data());
+                                                       marked.empty() ? nullptr : marks.data(), capitals);
         listed.resize(counts.ends);
         marks.resize(counts.marks);
         std::vector<std::size_t> expectedMarks;
         for (std::size_t i = 0; i < s.size() && !marked.empty(); ++i)
-          if (marked.find(kept[i]) != std::string_view::npos) expectedMarks.push_back(100 + i);
+          if (marked.find(kept[i]) != std::string_view::npos || (capitals && kept[i] >= 'A' && kept[i] <= 'Z'))
+            expectedMarks.push_back(100 + i);
         EXPECT_EQ(listed, lineEnds) << s.size();
         EXPECT_EQ(marks, expectedMarks) << s.size() << ' ' << marked;
         EXPECT_EQ(block, kept + std::string(64, '\0')) << s.size();

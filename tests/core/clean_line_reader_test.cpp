@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <random>
 
 #include "core/error.h"
@@ -19,16 +21,17 @@ using Lines = std::vector<std::string>;
 // The lines read, each checked against the line before it, which stays in view, and
 // for whether it holds any of the marked bytes (asked of every line but each third,
 // so that the marks of lines not asked about are passed over too).
-Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f") {
+Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f", bool capitals = false) {
   Lines out;
   std::size_t listed = 0;  // lines whose marks the reader listed
   r.setPrevious("before the first");
-  r.setMarked(marked);
+  r.setMarked(marked, capitals);
+  const auto isMarked = [&](char c) { return marked.find(c) != std::string_view::npos || (capitals && c >= 'A' && c <= 'Z'); };
   while (r.next()) {
     EXPECT_EQ(r.previous(), out.empty() ? std::string("before the first") : out.back()) << out.size();
     out.emplace_back(r.line());
     if (out.size() % 3 != 0) {
-      const bool holds = out.back().find_first_of(marked) != std::string::npos;
+      const bool holds = std::any_of(out.back().begin(), out.back().end(), isMarked);
       EXPECT_EQ(r.holdsMarked(), holds) << out.size();
       EXPECT_EQ(r.holdsMarked(), holds) << out.size() << " asked again";
       // Where they stand, when the reader listed them.
@@ -38,7 +41,7 @@ Lines cleanLinesOf(CleanLineReader& r, std::string_view marked = "zA\x7f") {
         std::vector<std::size_t> places, expected;
         for (; first != last; ++first) places.push_back(*first - base);
         for (std::size_t i = 0; i < out.back().size(); ++i)
-          if (marked.find(out.back()[i]) != std::string_view::npos) expected.push_back(i);
+          if (isMarked(out.back()[i])) expected.push_back(i);
         EXPECT_EQ(places, expected) << out.size();
         ++listed;
       }
@@ -92,12 +95,14 @@ TEST(CleanLineReaderMemory, WithoutMarkedBytesEveryLineMayHoldThem) {
 
 TEST(CleanLineReaderMemory, RandomTextOfEveryLengthAroundTheWords) {
   std::mt19937 rng(11);
-  const char alphabet[] = {'a', ' ', '\r', '\n', '\0', '\x1f', '\x7f', '\x80', '\x8a', '\x8d', '\xff'};
+  const char alphabet[] = {'a', ' ', '\r', '\n', '\0', '\x1f', '\x7f', '\x80', '\x8a', '\x8d', '\xff', 'Q', '@', '\xda'};
   for (std::size_t len : {1, 2, 15, 16, 17, 63, 64, 65, 127, 128, 129, 1000, 4099}) {
     for (int round = 0; round < 20; ++round) {
       std::string s(len, 'a');
       for (char& c : s) c = alphabet[rng() % sizeof alphabet];
       EXPECT_EQ(cleanLinesOf(s), expectedOf(s)) << len << ' ' << round;
+      CleanLineReader capitals{std::string_view(s)};
+      EXPECT_EQ(cleanLinesOf(capitals, " ", true), expectedOf(s)) << len << ' ' << round << " capitals";
     }
   }
 }
@@ -131,6 +136,9 @@ TEST(CleanLineReaderFile, ManyShortLinesOverManyBlocks) {
   test::WriteFile(dir.file("f"), text);
   CleanLineReader file(dir.file("f"));
   EXPECT_EQ(cleanLinesOf(file), expectedOf(text));
+  // With the capitals marked too (a line of one capital, or none when it is empty).
+  CleanLineReader again(dir.file("f"));
+  EXPECT_EQ(cleanLinesOf(again, "*", true), expectedOf(text));
 }
 
 TEST(CleanLineReaderFile, AMissingFileIsError53WithItsName) {
