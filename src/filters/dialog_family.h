@@ -22,7 +22,9 @@ struct DialogLine {
   // The frame's gsLine, counted at the places where the frame found the filter's
   // marked bytes as it read (they must include kDialogMarkedBytes; other bytes listed
   // are passed over), with no pass over the line of its own where it has them.
-  explicit DialogLine(const FilterFrame& f) : text(f.gsLine) {
+  // (The view is taken field by field: the frame has just stored the two halves of
+  // gsLine one by one, and one wide load of both waits for those stores to land.)
+  explicit DialogLine(const FilterFrame& f) : text(f.gsLine.data(), f.gsLine.size()) {
     const std::size_t *first = nullptr, *last = nullptr;
     std::size_t base = 0;
     if (!f.markPlaces(first, last, base))

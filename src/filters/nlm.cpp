@@ -75,7 +75,10 @@ class Nlm final : public LineFilter {
     // lOutBytes with the label's length.
     f.iJustLabelled = 0;
 
-    if (isStart(line)) {
+    // Whether this pass opened a record (and so set iJustLabelled again), kept here:
+    // reading the flag back beside iInRecord would wait for the store above to land.
+    const bool labelled = isStart(line);
+    if (labelled) {
       f.openRecord({.blanksBefore = bodyWritten ? 1 : 0});
     }
 
@@ -86,7 +89,7 @@ class Nlm final : public LineFilter {
       if (endsCitation(line, capitalRs, colons, capitalPs, capitalYs)) f.iInRecord = 0;
     }
 
-    if (f.iInRecord == -1 && f.iJustLabelled == 0 && !line.empty()) {
+    if (f.iInRecord == -1 && !labelled && !line.empty()) {
       f.writeText(line);
       bodyWritten = true;
     }
