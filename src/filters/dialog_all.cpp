@@ -20,7 +20,8 @@ class DialogAll final : public LineFilter {
     if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
-  void onLine(FilterFrame& f) override {
+  // Built into the frame's loop (RunLines) rather than called from it once a line.
+  [[gnu::always_inline]] void onLine(FilterFrame& f) override {
     const DialogLine l(f);
     const sv line = l.text;
 

@@ -23,7 +23,8 @@ class DialogPik final : public LineFilter {
     if (f.iInRecord == -1) Inc16(iSinceLabel, kSinceLabelLimit, {"input line", int64_t{f.lInLine} + 1});
   }
 
-  void onLine(FilterFrame& f) override {
+  // Built into the frame's loop (RunLines) rather than called from it once a line.
+  [[gnu::always_inline]] void onLine(FilterFrame& f) override {
     JobState& job = f.job;
     const DialogLine l(f);
     const sv line = l.text;
