@@ -10,10 +10,10 @@ namespace zv::cli {
 namespace {
 
 // The job Ctrl-C interrupts. Only the atomic flag is touched from the handler.
-std::atomic<int16_t>* gInterruptFlag = nullptr;
+std::atomic<std::atomic<int16_t>*> gInterruptFlag{nullptr};
 
 extern "C" void onInterrupt(int) {
-  if (gInterruptFlag != nullptr) gInterruptFlag->store(1);
+  if (std::atomic<int16_t>* flag = gInterruptFlag.load()) flag->store(1);
 }
 
 constexpr auto kRedrawEvery = std::chrono::milliseconds(100);
@@ -41,15 +41,12 @@ InterruptGuard::InterruptGuard(JobState& job) {
   struct sigaction sa {};
   sa.sa_handler = onInterrupt;
   sigemptyset(&sa.sa_mask);
-  sigaction(SIGINT, &sa, &oldInt_);
-  sigaction(SIGTERM, &sa, &oldTerm_);
+  sigaction(SIGINT, &sa, nullptr);
+  sigaction(SIGTERM, &sa, nullptr);
 }
 
-InterruptGuard::~InterruptGuard() {
-  sigaction(SIGINT, &oldInt_, nullptr);
-  sigaction(SIGTERM, &oldTerm_, nullptr);
-  gInterruptFlag = nullptr;
-}
+// The handler stays: with no job to tell, it does nothing.
+InterruptGuard::~InterruptGuard() { gInterruptFlag = nullptr; }
 
 void PrintError(const ZvError& e, const JobState& job) {
   std::cerr << "Error: Error number" << job.gsErrNumber << '\n' << job.gsErrText;

@@ -46,17 +46,15 @@ void PrintMessage(const Message& message);
 void PrintError(const ZvError& error, const JobState& job);
 
 // While it lives, Ctrl-C and SIGTERM raise the job's giInterrupt instead of ending the
-// program, so that the job removes its outputs and the program exits with 130.
+// program, so that the job removes its outputs and the program exits with 130. Once the
+// job is over they go unanswered until the program ends: a Ctrl-C that comes after the
+// outputs were kept must not end the program as if interrupted, with the outputs there.
 class InterruptGuard {
  public:
   explicit InterruptGuard(JobState& job);
   ~InterruptGuard();
   InterruptGuard(const InterruptGuard&) = delete;
   InterruptGuard& operator=(const InterruptGuard&) = delete;
-
- private:
-  struct sigaction oldInt_ {};
-  struct sigaction oldTerm_ {};
 };
 
 }  // namespace zv::cli
