@@ -24,7 +24,12 @@ TEST(CliUsage, HelpDescribesEveryCommandAndTheExitCodes) {
   EXPECT_EQ(r.exitCode, 0);
   for (const char* word : {"filter", "dialog-all", "--out-dir", "ndx", "recNum startByte byteLen", "130",
                            "index FILE.PRO", "keep FILE.PRO|FILE.NDX --records LIST --to KEEPFILE",
-                           "order FILE.PRO|FILE.NDX --order LIST"})
+                           "order FILE.PRO|FILE.NDX --order LIST",
+                           "filter dialog-types CAPTURE --type T [--type T ...] [--out-dir DIR]",
+                           "filter dialog-separate CAPTURE --type T=NAME [--type T=NAME ...] [--out-dir DIR]",
+                           "filter adhoc CAPTURE --begin MARKER [--end MARKER] [--out-dir DIR]",
+                           "filter dialmail CAPTURE [--out-dir DIR]",
+                           "zorvanta-cli split FILE --at LINE --first OUT1 --second OUT2"})
     EXPECT_NE(r.out.find(word), std::string::npos) << word;
 }
 
@@ -54,16 +59,6 @@ TEST(CliFilter, WritesTheOutputsInTheCurrentDirectoryAndListsTheIndex) {
   const auto ndx = RunCli({"ndx", dir.file("session.NDX")});
   EXPECT_EQ(ndx.exitCode, 0);
   EXPECT_EQ(ndx.out, "1 4 30 3 7 0\n2 36 31 8 11 0\n");
-}
-
-TEST(CliFilter, OutDirTakesThePlaceOfTheCurrentDirectory) {
-  TempDir in, out;
-  WriteFile(in.file("my.capture.log"), kCapture);
-  const auto r = RunCli({"filter", "dialog-all", in.file("my.capture.log"), "--out-dir", out.path().string()});
-  ASSERT_EQ(r.exitCode, 0) << r.err;
-  EXPECT_TRUE(FileExists(out.file("my.capture.PRO")));
-  EXPECT_TRUE(FileExists(out.file("my.capture.NDX")));
-  EXPECT_TRUE(noOutputs(in, "my.capture"));
 }
 
 TEST(CliBadInput, RefusedFilesExitWithTwoAndTheSystemsMessage) {
@@ -178,7 +173,7 @@ TEST(CliBadInput, InputsThatAreNoReadableFileAreRefusedWithTheirCause) {
 TEST(CliFilter, OutDirHoldsTheOutputsOfEveryFormOfCaptureName) {
   TempDir dir;
   std::filesystem::create_directories(dir.file("in/my.dir"));
-  for (const char* f : {"in/capture", "in/my.dir/capture"}) WriteFile(dir.file(f), kCapture);
+  for (const char* f : {"in/capture", "in/my.dir/capture", "in/my.capture.log"}) WriteFile(dir.file(f), kCapture);
   WriteFile(dir.file("in/capture.PRO"), "an older record file");
   struct Case {
     std::string capture, stem;
@@ -186,6 +181,7 @@ TEST(CliFilter, OutDirHoldsTheOutputsOfEveryFormOfCaptureName) {
       {dir.file("in/capture"), "capture"},  // absolute, no dot
       {"in/capture", "capture"},            // relative with a folder
       {"in/my.dir/capture", ""},            // a dot only in a folder: the stem is empty
+      {"in/my.capture.log", "my.capture"},  // only the last extension goes
   };
   for (const Case& c : cases) {
     TempDir out;
@@ -197,6 +193,7 @@ TEST(CliFilter, OutDirHoldsTheOutputsOfEveryFormOfCaptureName) {
   }
   EXPECT_EQ(ReadFile(dir.file("in/capture.PRO")), "an older record file");
   EXPECT_FALSE(FileExists(dir.file("in/capture.NDX")));
+  EXPECT_TRUE(noOutputs(dir, "in/my.capture"));
   EXPECT_FALSE(FileExists(dir.file(".PRO")));
 
   // Without --out-dir: beside the input for a name without a dot, which replaces the

@@ -164,16 +164,5 @@ TEST(CliAdHoc, AMarkerThatNeverMatchesIsTheZeroRecordPath) {
   EXPECT_EQ(RunCli({"filter", "adhoc", "h.log"}, {.cwd = dir.path().string()}).exitCode, 2);  // --begin required
 }
 
-TEST(CliFilterHelp, ExplainsTheOptionsOfTheNewFilters) {
-  const auto r = RunCli({"--help"});
-  EXPECT_EQ(r.exitCode, 0);
-  for (const char* usage : {"filter dialog-types CAPTURE --type T [--type T ...] [--out-dir DIR]",
-                            "filter dialog-separate CAPTURE --type T=NAME [--type T=NAME ...] [--out-dir DIR]",
-                            "filter adhoc CAPTURE --begin MARKER [--end MARKER] [--out-dir DIR]",
-                            "filter dialmail CAPTURE [--out-dir DIR]"})
-    EXPECT_NE(r.out.find(usage), std::string::npos) << usage;
-  EXPECT_EQ(r.out.find("filter adhoc CAPTURE [--out-dir DIR]"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace zv

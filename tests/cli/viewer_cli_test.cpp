@@ -20,10 +20,6 @@ TEST(CliSplit, WritesBothFilesAndLeavesTheInput) {
   EXPECT_EQ(ReadFile(dir.file("cap.log")), "one\ntwo\r\nthree");
 }
 
-TEST(CliSplit, TheProgramsHelpListsIt) {
-  EXPECT_TRUE(Has(RunCli({"--help"}).out, "zorvanta-cli split FILE --at LINE --first OUT1 --second OUT2"));
-}
-
 TEST(CliSplit, RefusalsExitWithTwoAndWriteNothing) {
   TempDir dir;
   WriteFile(dir.file("cap.log"), "one\r\ntwo\r\n");
