@@ -180,14 +180,6 @@ class TestCoverForm : public QObject {
                                  "Write the header or cover page to disk with the currently selected options.",
                                  "Save current settings of Requester/Client, Library/Searcher/Research Firm, etc."}));
   }
-
-  void theFormAsAUserSeesIt() {
-    Cover c;
-    c.form().resize(c.form().sizeHint());
-    const QImage shot = c.form().grab().toImage();
-    QVERIFY(shot.width() > 300 && shot.height() > 300);
-    if (!qEnvironmentVariableIsEmpty("ZV_SHOTS")) shot.save(qEnvironmentVariable("ZV_SHOTS") + "/frmCover.png");
-  }
 };
 
 QTEST_MAIN(TestCoverForm)

@@ -293,20 +293,6 @@ class TestPolishForms : public QObject {
     QVERIFY(!p.form().isVisible() && p.frmMain->mainEnabled());
     QVERIFY(QFileInfo::exists(p.file("big.001")));
   }
-
-  void theWindowsAsAUserSeesThem() {
-    Polish p;
-    p.answers = {p.file("s.PRO"), p.file("out")};
-    p.menu("mnuPolishRenumber");
-    FrmReplaceLabels d(p.frmMain.get());
-    Child<QRadioButton>(d, "optDouble")->click();
-    for (QWidget* w : {static_cast<QWidget*>(&p.form()), static_cast<QWidget*>(&d)}) {
-      w->resize(w->sizeHint());
-      const QImage shot = w->grab().toImage();
-      QVERIFY(shot.width() > 250 && shot.height() > 150);
-      if (!qEnvironmentVariableIsEmpty("ZV_SHOTS")) shot.save(qEnvironmentVariable("ZV_SHOTS") + "/" + w->objectName() + ".png");
-    }
-  }
 };
 
 QTEST_MAIN(TestPolishForms)
