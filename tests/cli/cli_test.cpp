@@ -203,7 +203,7 @@ TEST(CliFilter, OutDirHoldsTheOutputsOfEveryFormOfCaptureName) {
   EXPECT_NE(ReadFile(dir.file("in/capture.PRO")).find("Record - 2"), std::string::npos);
 }
 
-TEST(CliNdx, RefusesAFileThatIsNoWholeNumberOfIndexRecords) {
+TEST(CliNdx, RefusesAMissingFileAndOneThatIsNoWholeNumberOfIndexRecords) {
   TempDir dir;
   WriteFile(dir.file("r.PRO"), CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB"}));
   auto r = RunCli({"ndx", dir.file("r.PRO")});
@@ -212,6 +212,9 @@ TEST(CliNdx, RefusesAFileThatIsNoWholeNumberOfIndexRecords) {
             std::string::npos)
       << r.err;
   EXPECT_EQ(r.out, "");
+  r = RunCli({"ndx", dir.file("gone.NDX")});
+  EXPECT_EQ(r.exitCode, 2);
+  EXPECT_NE(r.err.find("File not found."), std::string::npos) << r.err;
   ASSERT_EQ(RunCli({"index", dir.file("r.PRO")}).exitCode, 0);
   r = RunCli({"ndx", dir.file("r.NDX")});
   EXPECT_EQ(r.exitCode, 0) << r.err;
@@ -257,12 +260,6 @@ TEST(CliProgress, ABarIsDrawnOnATerminalAndClearedAtTheEnd) {
   EXPECT_NE(r.out.find("] "), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("line 1 of 9"), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("Records: 2"), std::string::npos) << r.out;
-}
-
-TEST(CliNdx, AMissingIndexIsRefused) {
-  const auto r = RunCli({"ndx", "/no/such/file.NDX"});
-  EXPECT_EQ(r.exitCode, 2);
-  EXPECT_NE(r.err.find("File not found."), std::string::npos);
 }
 
 }  // namespace
