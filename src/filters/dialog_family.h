@@ -153,7 +153,7 @@ inline constexpr std::string_view kTypeLeftBlankText =
     "One of the types has been left blank.  For this filtering to work properly, it is necessary to fill as many "
     "of the types as the number specified.";
 // The dialog's field takes no more; the command line says so.
-inline constexpr std::string_view kTypeTooLongTitle = "Type Specification Error";
+inline constexpr std::string_view kTypeTooLongTitle = "Type Length Error";
 inline constexpr std::string_view kTypeTooLongText = "A Dialog online type has up to ten characters.";
 [[nodiscard]] bool CheckTypes(const std::vector<std::string>& types, Message& message);
 

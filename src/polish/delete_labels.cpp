@@ -8,14 +8,8 @@
 namespace zv {
 
 JobResult DeleteLabels(JobState& state, JobProgress& progress, const PolishFiles& files) {
-  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishFiles(files, kLabelToolWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    LineToolFiles io(job, files.inFile, files.outFile);
-    job.start(result, kDeleteTitle, FileSize(files.inFile), io.lineCount);
-
+  return RunLineTool(state, progress, files, kLabelToolWording, kDeleteTitle,
+                     [&](Job& job, JobResult& result, LineToolFiles& io) -> JobOutcome {
     int32_t n = 0;
     int32_t labels = 0;
     std::string& line = state.gsLine;
@@ -34,10 +28,8 @@ JobResult DeleteLabels(JobState& state, JobProgress& progress, const PolishFiles
       }
       if (job.lineDone(n, io.lineCount)) return JobOutcome::Interrupted;
     }
-    io.out.close();
     result.lines = n;
     result.records = labels;
-    job.finish(result);
     return JobOutcome::Done;
   });
 }

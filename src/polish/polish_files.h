@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/files.h"
 #include "core/job.h"
 #include "core/line_reader.h"
 #include "core/text_out.h"
@@ -94,5 +95,27 @@ struct LineToolFiles {
   LineReader in;
   TextOut out;
 };
+
+// The frame of the tools that copy a record file line by line into a new one: both
+// names checked, the files opened and the job started; `loop(job, result, io)` reads
+// and writes the lines and says how it ended, and when it is Done the output is
+// closed and the job finished.
+template <class Loop>
+JobResult RunLineTool(JobState& state, JobProgress& progress, const PolishFiles& files, const FileWording& wording,
+                      std::string_view title, Loop&& loop) {
+  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
+    if (auto refusal = CheckPolishFiles(files, wording)) {
+      result.message = *refusal;
+      return JobOutcome::Refused;
+    }
+    LineToolFiles io(job, files.inFile, files.outFile);
+    job.start(result, title, FileSize(files.inFile), io.lineCount);
+    const JobOutcome outcome = loop(job, result, io);
+    if (outcome != JobOutcome::Done) return outcome;
+    io.out.close();
+    job.finish(result);
+    return JobOutcome::Done;
+  });
+}
 
 }  // namespace zv

@@ -8,14 +8,8 @@
 namespace zv {
 
 JobResult RenumberLabels(JobState& state, JobProgress& progress, const PolishFiles& files) {
-  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishFiles(files, kRenumberWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    LineToolFiles io(job, files.inFile, files.outFile);
-    job.start(result, kRenumberTitle, FileSize(files.inFile), io.lineCount);
-
+  return RunLineTool(state, progress, files, kRenumberWording, kRenumberTitle,
+                     [&](Job& job, JobResult& result, LineToolFiles& io) -> JobOutcome {
     int32_t labels = 0;
     std::string& line = state.gsLine;
     for (int32_t n = 1; n <= io.lineCount; ++n) {
@@ -36,9 +30,7 @@ JobResult RenumberLabels(JobState& state, JobProgress& progress, const PolishFil
       }
       if (job.lineDone(n, io.lineCount)) return JobOutcome::Interrupted;
     }
-    io.out.close();
     result.records = labels;
-    job.finish(result);
     return JobOutcome::Done;
   });
 }

@@ -8,20 +8,12 @@
 namespace zv {
 
 JobResult ReplaceLabels(JobState& state, JobProgress& progress, const ReplaceLabelsParams& params) {
-  const PolishFiles& files = params.files;
-  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishFiles(files, kLabelToolWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    const ReplaceMode mode = params.mode;
-    const std::string& begin = params.beginMarker;
-    // Single mode reads the replacement alone: its ending marker stays empty.
-    const std::string end = mode == ReplaceMode::Single ? std::string() : params.endMarker;
-
-    LineToolFiles io(job, files.inFile, files.outFile);
-    job.start(result, kReplaceTitle, FileSize(files.inFile), io.lineCount);
-
+  const ReplaceMode mode = params.mode;
+  const std::string& begin = params.beginMarker;
+  // Single mode reads the replacement alone: its ending marker stays empty.
+  const std::string end = mode == ReplaceMode::Single ? std::string() : params.endMarker;
+  return RunLineTool(state, progress, params.files, kLabelToolWording, kReplaceTitle,
+                     [&](Job& job, JobResult& result, LineToolFiles& io) -> JobOutcome {
     int32_t labels = 0;
     std::string& line = state.gsLine;
     for (int32_t n = 1; n <= io.lineCount; ++n) {
@@ -52,9 +44,7 @@ JobResult ReplaceLabels(JobState& state, JobProgress& progress, const ReplaceLab
     }
     io.out.line(end);
     io.out.blank();
-    io.out.close();
     result.records = labels;
-    job.finish(result);
     return JobOutcome::Done;
   });
 }

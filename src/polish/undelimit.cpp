@@ -8,14 +8,8 @@
 namespace zv {
 
 JobResult UndelimitRecords(JobState& state, JobProgress& progress, const PolishFiles& files) {
-  return RunJob(state, progress, [&](Job& job, JobResult& result) -> JobOutcome {
-    if (auto refusal = CheckPolishFiles(files, kUndelimitWording)) {
-      result.message = *refusal;
-      return JobOutcome::Refused;
-    }
-    LineToolFiles io(job, files.inFile, files.outFile);
-    job.start(result, kUndelimitTitle, FileSize(files.inFile), io.lineCount);
-
+  return RunLineTool(state, progress, files, kUndelimitWording, kUndelimitTitle,
+                     [&](Job& job, JobResult& result, LineToolFiles& io) -> JobOutcome {
     int32_t lInLine = 0;
     int32_t labels = 0;
     std::string& line = state.gsLine;
@@ -32,10 +26,8 @@ JobResult UndelimitRecords(JobState& state, JobProgress& progress, const PolishF
       io.out.line(line);
       if (job.lineDone(lInLine, io.lineCount)) return JobOutcome::Interrupted;
     }
-    io.out.close();
     result.lines = lInLine;
     result.records = labels;
-    job.finish(result);
     return JobOutcome::Done;
   });
 }

@@ -76,6 +76,14 @@ inline std::vector<std::string> RecordLines(const Records& records, std::size_t 
   return lines;
 }
 
+// The record numbers of the labels in an output file, in order.
+inline std::vector<int> Labels(const std::string& text) {
+  std::vector<int> out;
+  for (std::size_t at = text.find("Record - "); at != std::string::npos; at = text.find("Record - ", at + 1))
+    out.push_back(std::stoi(text.substr(at + 9)));
+  return out;
+}
+
 // What a content tool shows: the frame's calls and its own panels. `onLine` runs in
 // lineDone, the job's yield: tests raise the interrupt there.
 class RecordingPanels : public AnalysisProgress {

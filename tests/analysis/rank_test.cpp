@@ -12,6 +12,7 @@ namespace {
 using test::CrLf;
 using test::FileExists;
 using test::Indexer;
+using test::Labels;
 using test::ReadFile;
 using test::Records;
 using test::RecordingPanels;
@@ -44,14 +45,6 @@ RankRun RunOn(const RecordFileChoice& file, std::vector<std::pair<std::string, s
   run.rnk = read(file.baseName + ".RNK");
   run.tbl = read(file.baseName + ".TBL");
   return run;
-}
-
-// The record numbers of the labels in a .RNK, in order.
-std::vector<int> Labels(const std::string& text) {
-  std::vector<int> out;
-  for (std::size_t at = text.find("Record - "); at != std::string::npos; at = text.find("Record - ", at + 1))
-    out.push_back(std::stoi(text.substr(at + 9)));
-  return out;
 }
 
 // A line of `n` occurrences of "hit".

@@ -12,6 +12,7 @@ namespace {
 using test::CrLf;
 using test::FileExists;
 using test::Indexer;
+using test::Labels;
 using test::ReadFile;
 using test::Records;
 using test::RecordingPanels;
@@ -33,13 +34,6 @@ SortRun RunOn(const RecordFileChoice& file, const std::string& tag, bool large =
   const std::string out = file.baseName + ".SRT";
   run.srt = FileExists(out) ? ReadFile(out) : "<none>";
   return run;
-}
-
-std::vector<int> Labels(const std::string& text) {
-  std::vector<int> out;
-  for (std::size_t at = text.find("Record - "); at != std::string::npos; at = text.find("Record - ", at + 1))
-    out.push_back(std::stoi(text.substr(at + 9)));
-  return out;
 }
 
 TEST(SortKey, TheRestOfATaggedLineCutCleanedAndTrimmed) {

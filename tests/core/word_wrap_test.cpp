@@ -43,10 +43,8 @@ TEST(WordWrapTest, BreaksAtTheLastBlankWithinWidth) {
   // those after it are stepped over.
   EXPECT_EQ(wrapped("aaa    bbb", 4, 0), "aaa \r\nbbb\r\n");
   EXPECT_EQ(wrapped("short", 40, 2), "  short\r\n");
-}
-
-TEST(WordWrapTest, TextOfExactlyWidthWithoutBlankIsOneLine) {
-  EXPECT_EQ(wrapped("abcdefghij", 10, 0), "abcdefghij\r\n");
+  EXPECT_EQ(wrapped("abcdefghij", 10, 0), "abcdefghij\r\n");  // exactly the width, no blank
+  EXPECT_EQ(wrapped(" abcd", 4, 0), "\r\nabcd\r\n");         // a leading blank: an empty first line
 }
 
 TEST(WordWrapTest, SingleCharacterRemainderIsNotPrinted) {
@@ -60,10 +58,6 @@ TEST(WordWrapTest, SingleCharacterRemainderIsNotPrinted) {
   EXPECT_EQ(wrapped("", 3, 2), "  \r\n");
 }
 
-TEST(WordWrapTest, LeadingBlankGivesAnEmptyFirstLine) {
-  EXPECT_EQ(wrapped(" abcd", 4, 0), "\r\nabcd\r\n");
-}
-
 TEST(WordWrapTest, WordWiderThanWidthRaisesInsteadOfLooping) {
   std::string word;
   EXPECT_EQ(wrapError("ok toolongword end", 5, &word), err::kInvalidCall);
@@ -72,9 +66,8 @@ TEST(WordWrapTest, WordWiderThanWidthRaisesInsteadOfLooping) {
   EXPECT_EQ(word, "abcdefghijk");
   EXPECT_EQ(wrapError("abc", 0), err::kInvalidCall);
   EXPECT_EQ(wrapError("abc", -3), err::kInvalidCall);
-}
 
-TEST(WordWrapTest, LinesBeforeTheTooWideWordArePrinted) {
+  // The lines before the too wide word are printed.
   test::TempDir dir;
   const std::string path = dir.file("out.txt");
   TextOut out(path);

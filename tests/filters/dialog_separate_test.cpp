@@ -203,7 +203,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusalCase{"SixTypes", {{"1", "a"}, {"2", "b"}, {"3", "c"}, {"4", "d"}, {"5", "e"}, {"6", "f"}}, kCount},
         RefusalCase{"TypeBlank", {{"5", "a"}, {"", "b"}}, kTypeBlank},
         RefusalCase{"FileBlank", {{"5", "a"}, {"3", ""}}, kFileBlank},
-        RefusalCase{"TypeTooLong", {{"12345678901", "a"}}, {"Type Specification Error", std::string(kTypeTooLongText)}},
+        RefusalCase{"TypeTooLong", {{"12345678901", "a"}}, {"Type Length Error", std::string(kTypeTooLongText)}},
         RefusalCase{"NameTooLong", {{"5", std::string(251, 'n')}},
                     {"File Specification Error", "Your file name now has over 250 characters."}},
         RefusalCase{"RefusedCharacter", {{"5", "a"}, {"3", "b|c"}}, {"", "| is not a valid character in a file name"}},

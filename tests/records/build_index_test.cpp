@@ -108,15 +108,6 @@ TEST(BuildIndexWorkedExample, BothWritersGiveTheirOwnNumbersForTheSameFile) {
   EXPECT_EQ(progress.closed, 1);
 }
 
-TEST(BuildIndexNumbers, TwoRecordsTakeTheirOwnRowForRecordOne) {
-  TempDir dir;
-  Progress progress;
-  const Built b = Build(dir, CrLf({"Record - 1", "", "AAA", "", "Record - 2", "", "BBB"}), progress);
-  ASSERT_EQ(b.outcome, JobOutcome::Done);
-  // Record 1: 1, off(2) - 2, lab(1) + 1, lab(2) - 1. Record 2: the last record's row.
-  ExpectFields(b.ndx, {{1, 19, 2, 4}, {21, 19, 4, 7}});
-}
-
 TEST(BuildIndexNumbers, TextAheadOfTheFirstLabelIsShownWithRecordOne) {
   TempDir dir;
   Progress progress;
@@ -237,12 +228,8 @@ TEST(BuildIndexNumbers, LabelsUnderEachOtherFromLabelTwoOnIndexAsTheWalkGivesThe
   Progress progress;
   const std::string pro =
       CrLf({"Record - 1", "", "AAA", "Record - 2", "Record - 3", "Record - 4", "", "D", "Record - 5", "Record - 6"});
-  bool refused = true;
-  const std::vector<Fields> want = ThreePassModel(pro, refused);
-  ASSERT_FALSE(refused);
   const Built b = Build(dir, pro, progress);
   ASSERT_EQ(b.outcome, JobOutcome::Done);
-  ExpectFields(b.ndx, want);
   // Records 2 and 3 are their label lines alone; record 5 too, and the last one its
   // label and the empty line past the end.
   ExpectFields(b.ndx, {{1, 17, 1, 2}, {19, 12, 3, 3}, {31, 12, 4, 4}, {43, 17, 5, 7}, {60, 12, 9, 9}, {72, 12, 9, 10}});
@@ -260,13 +247,11 @@ TEST(BuildIndexFailure, LabelsOneAndTwoOnAdjacentLinesFailAsAReadPastTheEndAndSa
   };
   for (const Case& c : cases) {
     TempDir dir;
-    WriteFile(dir.file("r.PRO"), c.pro);
     WriteFile(dir.file("r.NDX"), std::string(277, 'x'));  // an older index goes, as on every failure
-    JobState job;
-    job.gsProFile = dir.file("r.PRO");
-    job.gsIndexFile = dir.file("r.NDX");
     Progress progress;
-    const JobResult r = BuildIndex(job, progress);
+    const Built b = Build(dir, c.pro, progress);
+    const JobResult& r = b.result;
+    const JobState& job = *b.job;
     EXPECT_EQ(r.outcome, JobOutcome::Failed) << c.pro;
     ASSERT_TRUE(r.error.has_value());
     EXPECT_EQ(r.error->number(), 62);

@@ -1,4 +1,4 @@
-// The tags the record reader knows, found through their lookup table.
+// The tags the record reader knows, and near ones it must not take.
 #include "records/field_names.h"
 
 #include <gtest/gtest.h>
@@ -15,21 +15,13 @@ TEST(FieldNames, EveryKnownTagGivesItsFieldAndOthersNone) {
     std::string_view tag;
     FieldName name;
   } rows[] = {
-      {"TI", F::Title},          {"T1", F::Title},          {"HD", F::Title},        {"HL", F::Title},
-      {"AU", F::Author},         {"A1", F::Author},         {"FAU", F::Author},      {"BY", F::Author},
-      {"IN", F::Institution},    {"CS", F::Institution},    {"AD", F::Institution},  {"SO", F::Source},
-      {"JN", F::Journal},        {"JT", F::Journal},        {"TA", F::Journal},      {"JO", F::Journal},
-      {"JF", F::Journal},        {"T2", F::Journal},        {"VL", F::Volume},       {"VI", F::Volume},
-      {"VO", F::Volume},         {"IP", F::Issue},          {"PG", F::Pages},        {"PP", F::Pages},
-      {"PY", F::Year},           {"YR", F::Year},           {"PD", F::Date},         {"DP", F::Date},
-      {"DA", F::Date},           {"AB", F::Abstract},       {"TD", F::Abstract},     {"LP", F::Abstract},
-      {"DE", F::Descriptors},    {"MH", F::Descriptors},    {"CT", F::Descriptors},  {"ID", F::Keywords},
-      {"KW", F::Keywords},       {"OT", F::Keywords},       {"UT", F::Keywords},     {"ST", F::Keywords},
-      {"LA", F::Language},       {"LG", F::Language},       {"DT", F::DocType},      {"PT", F::DocType},
-      {"AN", F::Accession},      {"UI", F::Accession},      {"PMID", F::Pmid},       {"PM", F::Pmid},
-      {"DOI", F::Doi},           {"DO", F::Doi},            {"DI", F::Doi},          {"ISSN", F::Issn},
-      {"ISBN", F::Isbn},         {"BN", F::Isbn},           {"IB", F::Isbn},         {"DB", F::Database},
-      {"PB", F::Publisher},      {"PU", F::Publisher},
+      // One tag of each field, in every length a tag has.
+      {"TI", F::Title},       {"FAU", F::Author},     {"IN", F::Institution}, {"SO", F::Source},
+      {"JT", F::Journal},     {"VL", F::Volume},      {"IP", F::Issue},       {"PG", F::Pages},
+      {"PY", F::Year},        {"DP", F::Date},        {"AB", F::Abstract},    {"MH", F::Descriptors},
+      {"KW", F::Keywords},    {"LA", F::Language},    {"PT", F::DocType},     {"AN", F::Accession},
+      {"PMID", F::Pmid},      {"PM", F::Pmid},        {"DOI", F::Doi},        {"DI", F::Doi},
+      {"ISSN", F::Issn},      {"ISBN", F::Isbn},      {"DB", F::Database},    {"PB", F::Publisher},
       // Not tags of the list: near ones, a case apart, too short or too long.
       {"", F::Other},            {"T", F::Other},           {"TIX", F::Other},       {"ti", F::Other},
       {"XX", F::Other},          {"PMI", F::Other},         {"ISS", F::Other},       {"DOIS", F::Other},
