@@ -4,11 +4,10 @@
 
 #include <algorithm>
 #include <string_view>
+#include <vector>
 
-#include "core/byte_scan.h"
 #include "core/error.h"
 #include "core/filter_frame.h"
-#include "core/text.h"
 
 namespace zv {
 
@@ -35,9 +34,31 @@ bool isStart(sv line) {
   return allDigits(line.substr(0, blank));
 }
 
+// Whether the text `at` begins where `line` has an "R" at `r`, that being the text's
+// first "R", `offset` bytes into it.
+inline bool textAtR(sv line, std::size_t r, std::size_t offset, sv at) {
+  return r >= offset && line.substr(r - offset, at.size()) == at;
+}
+
+// Whether one of the texts looked for inside a line stands on the "R" at `r`. Every one
+// of them holds an "R", so a line holds one exactly when one begins where its first "R"
+// lies on an "R" of the line; the byte after that "R" tells which can.
+bool endTextAtR(sv line, std::size_t r) {
+  const char after = r + 1 < line.size() ? line[r + 1] : '\0';
+  switch (after) {
+    case ':': return textAtR(line, r, 3, "USER:");
+    case ' ': return textAtR(line, r, 3, "YOUR LAST SEARCH");
+    case 'I': return textAtR(line, r, 10, "CONTINUE PRINTING?") || textAtR(line, r, 2, "'PRINTSPECS'");
+    case 'E': return textAtR(line, r, 0, "READY TO PRINT FROM") || textAtR(line, r, 0, "REPRINT PRIOR SEARCH");
+    case 'P': return textAtR(line, r, 4, "SUPERPRINT COMPLETED.");
+    default: return false;
+  }
+}
+
 // The prompts, echoes and status lines that end a citation, tested only while one is
-// open: clearing the flag is all they do.
-bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capitalPs, uint32_t capitalYs) {
+// open: clearing the flag is all they do. [rFirst, rLast) are the places of the line's
+// "R"s, offsets less `base`.
+bool endsCitation(sv line, const std::size_t* rFirst, const std::size_t* rLast, std::size_t base) {
   // The whole lines and the words a line begins with, by its first character.
   if (line.empty()) return false;  // it holds nothing either
   switch (line.front()) {
@@ -57,13 +78,16 @@ bool endsCitation(sv line, uint32_t capitalRs, uint32_t colons, uint32_t capital
     case '*': if (line.starts_with("***")) return true; break;
     default: break;
   }
-  // Every text looked for inside a line holds an "R"; all but two hold "PRINT".
-  if (!capitalRs) return false;
-  if (colons && Holds(line, "USER:")) return true;
-  if (capitalYs && Holds(line, "YOUR LAST SEARCH")) return true;
-  if (!capitalPs || !Holds(line, "PRINT")) return false;
-  return Holds(line, "CONTINUE PRINTING?") || Holds(line, "READY TO PRINT FROM") ||
-         Holds(line, "REPRINT PRIOR SEARCH") || Holds(line, "'PRINTSPECS'") || Holds(line, "SUPERPRINT COMPLETED.");
+  for (const std::size_t* r = rFirst; r != rLast; ++r)
+    if (endTextAtR(line, *r - base)) return true;
+  return false;
+}
+
+// The same for a line whose "R"s were not listed: it finds them itself.
+bool endsCitationUnlisted(sv line) {
+  std::vector<std::size_t> rs;
+  for (auto r = line.find('R'); r != sv::npos; r = line.find('R', r + 1)) rs.push_back(r);
+  return endsCitation(line, rs.data(), rs.data() + rs.size(), 0);
 }
 
 class Nlm final : public LineFilter {
@@ -84,10 +108,12 @@ class Nlm final : public LineFilter {
     }
 
     if (f.iInRecord == -1) {
-      // A line without an "R" (the filter's marked byte) needs no count.
-      const auto [capitalRs, colons, capitalPs, capitalYs] =
-          f.holdsMarked() ? CountBytes(line, {'R', ':', 'P', 'Y'}) : std::array<uint32_t, 4>{};
-      if (endsCitation(line, capitalRs, colons, capitalPs, capitalYs)) f.iInRecord = 0;
+      // The reader lists where the block holds an "R" (the filter's marked byte).
+      const std::size_t *first = nullptr, *last = nullptr;
+      std::size_t base = 0;
+      const bool ends = f.markPlaces(first, last, base) ? endsCitation(line, first, last, base)
+                                                         : endsCitationUnlisted(line);
+      if (ends) f.iInRecord = 0;
     }
 
     if (f.iInRecord == -1 && !labelled && !line.empty()) {

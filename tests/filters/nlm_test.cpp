@@ -58,6 +58,9 @@ INSTANTIATE_TEST_SUITE_P(
                     EndCase{"REPRINT PRIOR SEARCH? ", true}, EndCase{"SEE 'PRINTSPECS' FOR FORMATS", true},
                     EndCase{"SEE PRINTSPECS", false}, EndCase{"  SUPERPRINT COMPLETED.", true},
                     EndCase{"  SUPERPRINT COMPLETED", false},
+                    // Found past other "R"s of the line, or cut short by its end.
+                    EndCase{"RARE R: USER: R", true}, EndCase{"CORRECT, READY TO PRINT FRO", false},
+                    EndCase{"R YOUR LAST SEARC", false},
                     // One character short of a word, or a word of another first character.
                     EndCase{"OKAY", false}, EndCase{"TIM", false}, EndCase{"..", false}, EndCase{"GOO", false},
                     EndCase{"TH", false}, EndCase{"PROG", false}, EndCase{"al", false}, EndCase{"stoP", false}),
